@@ -1,0 +1,80 @@
+#include "AppPaths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <mutex>
+
+namespace {
+std::mutex pathsMutex;
+QString homeDir;
+QString homeError;
+QString resDir;
+
+QString executableDir() {
+    if (QCoreApplication::instance() != nullptr) return QCoreApplication::applicationDirPath();
+    return QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath().section('/', 0, -2);
+}
+
+QString findResources() {
+    const QString fromEnv = qEnvironmentVariable("PEDOMETER_RES_DIR");
+    if (!fromEnv.isEmpty()) return fromEnv;
+    const QString exeDir = executableDir();
+    const QStringList candidates{exeDir + "/../res", exeDir + "/../share/pedometer",
+                                 exeDir + "/res"};
+    for (const QString& c : candidates) {
+        if (QFileInfo(c).isDir()) return QDir(c).canonicalPath();
+    }
+    return QDir::cleanPath(exeDir + "/../res");
+}
+}  // namespace
+
+QString AppPaths::Home() {
+    std::lock_guard lock(pathsMutex);
+    if (homeDir.isEmpty()) {
+        homeDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        if (homeDir.isEmpty() || QCoreApplication::applicationName().isEmpty()) {
+            homeDir = QDir::homePath() + "/.local/share/pedometer";
+        }
+    }
+    QDir dir(homeDir);
+    if (!dir.exists()) {
+        if (!dir.mkpath(".")) {
+            homeError = QStringLiteral("cannot create the data folder %1").arg(homeDir);
+            return {};
+        }
+        QFile::setPermissions(homeDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    homeError.clear();
+    return homeDir;
+}
+
+void AppPaths::SetHome(const QString& dir) {
+    std::lock_guard lock(pathsMutex);
+    homeDir = QDir::cleanPath(QDir(dir).absolutePath());
+}
+
+QString AppPaths::HomeError() {
+    std::lock_guard lock(pathsMutex);
+    return homeError;
+}
+
+QString AppPaths::Res() {
+    std::lock_guard lock(pathsMutex);
+    if (resDir.isEmpty()) resDir = findResources();
+    return resDir;
+}
+
+void AppPaths::SetRes(const QString& dir) {
+    std::lock_guard lock(pathsMutex);
+    resDir = QDir::cleanPath(QDir(dir).absolutePath());
+}
+
+QString AppPaths::HomeFile(const QString& name) {
+    const QString home = Home();
+    return home.isEmpty() ? QString() : home + '/' + name;
+}
+
+QString AppPaths::ResFile(const QString& name) { return Res() + '/' + name; }

@@ -1,0 +1,120 @@
+#include "Body.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "AppResource.h"
+
+namespace {
+
+class BodyTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        body().clear();
+        AppResource::GetInstance().SetLanguage(QStringLiteral("en"));
+    }
+    void TearDown() override { body().clear(); }
+    static Body& body() { return Body::GetInstance(); }
+};
+
+TEST_F(BodyTest, UnsetValuesFallBackToDefaults) {
+    EXPECT_FALSE(body().isMen());
+    EXPECT_EQ(body().getAge(), 30);
+    EXPECT_DOUBLE_EQ(body().getHeight(), 172.0);
+    EXPECT_FALSE(body().hasHeight());
+    EXPECT_DOUBLE_EQ(body().getWeight(), 68.0);
+    EXPECT_DOUBLE_EQ(body().getWalkCoef(), 0.3);
+    EXPECT_DOUBLE_EQ(body().getJogCoef(), 0.9);
+    EXPECT_DOUBLE_EQ(body().getRunCoef(), 1.4);
+    body().setHeight(0.0);
+    EXPECT_TRUE(body().hasHeight());
+}
+
+TEST_F(BodyTest, StepLengthsFollowHeightAndSex) {
+    body().setMen(1);
+    EXPECT_NEAR(body().getWalkStepSize(), 0.7138, 1e-9);
+    EXPECT_NEAR(body().getJogStepSize(), 1.0707, 1e-9);
+    EXPECT_NEAR(body().getRunStepSize(), 1.4276, 1e-9);
+    body().setMen(0);
+    EXPECT_NEAR(body().getWalkStepSize(), 0.71036, 1e-9);
+    body().setMen(2);  // only 1 means a man
+    EXPECT_NEAR(body().getWalkStepSize(), 0.71036, 1e-9);
+
+    body().setWalkStepSize(0.8);
+    body().setRunStepSize(1.9);
+    EXPECT_DOUBLE_EQ(body().getStepSize(1), 0.8);
+    EXPECT_NEAR(body().getStepSize(2), 0.71036 * 1.5, 1e-9);
+    EXPECT_DOUBLE_EQ(body().getStepSize(3), 1.9);
+    EXPECT_DOUBLE_EQ(body().getStepSize(0), 0.0);
+    EXPECT_DOUBLE_EQ(body().getStepSize(4), 0.0);
+}
+
+TEST_F(BodyTest, CaloriesUseInclusiveLowerSpeedBounds) {
+    EXPECT_NEAR(body().calculateCalories(0.0f), 1.8445, 1e-4);
+    EXPECT_DOUBLE_EQ(body().calculateCalories(-1.0f), 0.0);
+    const double perMet = 3.5 * 68.0 / 200.0;
+    EXPECT_NEAR(body().calculateCalories(1.0f), 2.0 * perMet, 1e-6);
+    EXPECT_NEAR(body().calculateCalories(4.02f), 2.75 * perMet, 1e-6);
+    EXPECT_NEAR(body().calculateCalories(4.0f), 2.0 * perMet, 1e-6);
+    EXPECT_NEAR(body().calculateCalories(6.0f), 4.0 * perMet, 1e-6);
+    EXPECT_NEAR(body().calculateCalories(12.87f), 13.5 * perMet, 1e-6);
+    EXPECT_NEAR(body().calculateCalories(30.0f), 16.0 * perMet, 1e-6);
+    body().setWeight(100.0);
+    EXPECT_NEAR(body().calculateCalories(30.0f), 16.0 * 3.5 * 100.0 / 200.0, 1e-6);
+}
+
+TEST_F(BodyTest, BmiVerdictAndColour) {
+    EXPECT_NEAR(body().GetBMI(), 22.99, 0.01);
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Normal weight"));
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::green));
+
+    body().setWeight(50.0);  // BMI 16.9
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Underweight"));
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::yellow));
+    body().setWeight(80.0);  // 27.0
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Overweight"));
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::yellow));
+    body().setWeight(95.0);  // 32.1
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Obese"));
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::red));
+
+    body().setHeight(0.0);  // infinite BMI counts as obese
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::red));
+    body().setHeight(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_TRUE(body().GetBMIString().isEmpty());
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::green));
+}
+
+TEST_F(BodyTest, NoVerdictUpToAge17) {
+    body().setWeight(120.0);
+    body().setAge(17);
+    EXPECT_TRUE(body().GetBMIString().isEmpty());
+    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::green));
+    body().setAge(18);
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Obese"));
+}
+
+TEST_F(BodyTest, BmiVerdictIsLocalised) {
+    AppResource::GetInstance().SetLanguage(QStringLiteral("de"));
+    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Normalgewicht"));
+    AppResource::GetInstance().SetLanguage(QStringLiteral("en"));
+}
+
+TEST_F(BodyTest, HealthyWeightBand) {
+    body().setHeight(180.0);
+    EXPECT_NEAR(body().GetMinWheight(), 59.94, 1e-9);
+    EXPECT_NEAR(body().GetIdealWheight(), 75.168, 1e-9);
+    EXPECT_NEAR(body().GetMaxWheight(), 80.676, 1e-9);
+}
+
+TEST_F(BodyTest, SensitivitySliderMapping) {
+    EXPECT_DOUBLE_EQ(Body::WalkCoefForSlider(0), 0.0);
+    EXPECT_DOUBLE_EQ(Body::WalkCoefForSlider(50), 0.3);
+    EXPECT_DOUBLE_EQ(Body::JogCoefForSlider(0), 0.5);
+    EXPECT_DOUBLE_EQ(Body::JogCoefForSlider(100), 1.3);
+    EXPECT_DOUBLE_EQ(Body::RunCoefForSlider(100), 2.2);
+}
+
+}  // namespace

@@ -1,0 +1,58 @@
+#include "Converter.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+namespace {
+
+// Sets the default locale for one test and restores the test program's default.
+class LocaleScope {
+public:
+    explicit LocaleScope(const QLocale& locale) : saved_(QLocale()) { QLocale::setDefault(locale); }
+    ~LocaleScope() { QLocale::setDefault(saved_); }
+
+private:
+    QLocale saved_;
+};
+
+TEST(ConverterTest, UnitRoundTrips) {
+    EXPECT_DOUBLE_EQ(Converter::ConvertMilesToKilometers(1.0), 1.609344);
+    EXPECT_NEAR(Converter::ConvertKilometersToMiles(Converter::ConvertMilesToKilometers(7.3)), 7.3,
+                1e-12);
+    EXPECT_DOUBLE_EQ(Converter::InchToCm(1.0), 2.54);
+    EXPECT_NEAR(Converter::CmToInch(254.0), 100.0, 1e-12);
+    EXPECT_NEAR(Converter::KgToPnd(0.45359237), 1.0, 1e-12);
+    EXPECT_NEAR(Converter::PndToKg(Converter::KgToPnd(68.0)), 68.0, 1e-12);
+}
+
+TEST(ConverterTest, AverageSpeed) {
+    EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(1000, 0), 0.0);
+    EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(0, 600), 0.0);
+    EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(1000, 600), 6.0);
+}
+
+TEST(ConverterTest, TimeStringKeepsMinutesUnfolded) {
+    EXPECT_EQ(Converter::GetTimeStringN(0), QStringLiteral("00:00"));
+    EXPECT_EQ(Converter::GetTimeStringN(65), QStringLiteral("01:05"));
+    EXPECT_EQ(Converter::GetTimeStringN(600), QStringLiteral("10:00"));
+    EXPECT_EQ(Converter::GetTimeStringN(7500), QStringLiteral("125:00"));
+    EXPECT_EQ(Converter::GetTimeStringN(599), QStringLiteral("09:59"));
+}
+
+TEST(ConverterTest, LocalStringHasExactFractionDigitsAndLocaleSeparators) {
+    {
+        LocaleScope english(QLocale(QLocale::English, QLocale::UnitedStates));
+        EXPECT_EQ(Converter::GetLocalStringN(2.5, 2), QStringLiteral("2.50"));
+        EXPECT_EQ(Converter::GetLocalStringN(2.456, 1), QStringLiteral("2.5"));
+        EXPECT_EQ(Converter::GetLocalStringN(12345.678, 0), QStringLiteral("12,346"));
+        EXPECT_EQ(Converter::GetLocalStringN(1234567.5, 2), QStringLiteral("1,234,567.50"));
+    }
+    {
+        LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
+        EXPECT_EQ(Converter::GetLocalStringN(2.5, 2), QStringLiteral("2,50"));
+        EXPECT_EQ(Converter::GetLocalStringN(12345.678, 1), QStringLiteral("12.345,7"));
+    }
+}
+
+}  // namespace
