@@ -77,4 +77,6 @@ QString AppPaths::HomeFile(const QString& name) {
     return home.isEmpty() ? QString() : home + '/' + name;
 }
 
-QString AppPaths::ResFile(const QString& name) { return Res() + '/' + name; }
+QString AppPaths::ResFile(const QString& name) {
+    return Res() + '/' + name;
+}

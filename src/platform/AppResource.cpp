@@ -52,7 +52,8 @@ QHash<QString, QString> AppResource::Load(const QString& language) {
     if (!file.open(QIODevice::ReadOnly)) return texts;
     QXmlStreamReader xml(&file);
     while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("text")) {
+        if (xml.readNext() == QXmlStreamReader::StartElement &&
+            xml.name() == QLatin1String("text")) {
             const QString id = xml.attributes().value(QLatin1String("id")).toString();
             texts.insert(id, xml.readElementText());
         }

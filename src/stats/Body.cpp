@@ -3,7 +3,9 @@
 #include "AppResource.h"
 
 namespace {
-double orDefault(double value, double fallback) { return value == -1.0 ? fallback : value; }
+double orDefault(double value, double fallback) {
+    return value == -1.0 ? fallback : value;
+}
 
 // Lower speed bound (km/h, inclusive) of each activity band and its MET value.
 // The bounds are single precision, like the speed handed in, so that a speed of
@@ -13,7 +15,7 @@ struct MetBand {
     double met;
 };
 constexpr MetBand kMetBands[] = {
-    {16.09, 16.0}, {12.87, 13.5}, {9.66, 10.0}, {8.05, 8.0}, {7.4, 6.0},
+    {16.09, 16.0}, {12.87, 13.5}, {9.66, 10.0}, {8.05, 8.0},  {7.4, 6.0},
     {6.44, 5.0},   {5.63, 4.0},   {4.83, 3.5},  {4.02, 2.75},
 };
 constexpr double kSlowWalkMet = 2.0;
@@ -34,15 +36,21 @@ int Body::getAge() const {
     return age == -1 ? 30 : age;
 }
 
-double Body::getHeight() const { return orDefault(height_.load(), 172.0); }
+double Body::getHeight() const {
+    return orDefault(height_.load(), 172.0);
+}
 
-double Body::getWeight() const { return orDefault(weight_.load(), 68.0); }
+double Body::getWeight() const {
+    return orDefault(weight_.load(), 68.0);
+}
 
 double Body::getAutoStepSize() const {
     return getHeight() / 100.0 * (isMen() ? 0.415 : 0.413);
 }
 
-double Body::getWalkStepSize() const { return orDefault(walkStep_.load(), getAutoStepSize()); }
+double Body::getWalkStepSize() const {
+    return orDefault(walkStep_.load(), getAutoStepSize());
+}
 
 double Body::getJogStepSize() const {
     const double stored = jogStep_.load();
@@ -58,16 +66,26 @@ double Body::getRunStepSize() const {
 
 double Body::getStepSize(int gait) const {
     switch (gait) {
-        case 1: return getWalkStepSize();
-        case 2: return getJogStepSize();
-        case 3: return getRunStepSize();
-        default: return 0.0;
+        case 1:
+            return getWalkStepSize();
+        case 2:
+            return getJogStepSize();
+        case 3:
+            return getRunStepSize();
+        default:
+            return 0.0;
     }
 }
 
-double Body::getWalkCoef() const { return orDefault(walkCoef_.load(), 0.3); }
-double Body::getJogCoef() const { return orDefault(jogCoef_.load(), 0.9); }
-double Body::getRunCoef() const { return orDefault(runCoef_.load(), 1.4); }
+double Body::getWalkCoef() const {
+    return orDefault(walkCoef_.load(), 0.3);
+}
+double Body::getJogCoef() const {
+    return orDefault(jogCoef_.load(), 0.9);
+}
+double Body::getRunCoef() const {
+    return orDefault(runCoef_.load(), 1.4);
+}
 
 double Body::calculateCalories(float speedKmh) const {
     double met = 0.0;
@@ -137,14 +155,20 @@ QString Body::GetBMIString() const {
 void Body::clear() {
     men_ = -1;
     age_ = -1;
-    for (std::atomic<double>* cell : {&height_, &weight_, &walkStep_, &jogStep_, &runStep_,
-                                      &runCoef_, &jogCoef_, &walkCoef_}) {
+    for (std::atomic<double>* cell :
+         {&height_, &weight_, &walkStep_, &jogStep_, &runStep_, &runCoef_, &jogCoef_, &walkCoef_}) {
         cell->store(-1.0);
     }
 }
 
-double Body::WalkCoefForSlider(int position) { return position / 100.0 * 1.2 * 0.5; }
+double Body::WalkCoefForSlider(int position) {
+    return position / 100.0 * 1.2 * 0.5;
+}
 
-double Body::JogCoefForSlider(int position) { return (position / 100.0 * 1.6 + 1.0) * 0.5; }
+double Body::JogCoefForSlider(int position) {
+    return (position / 100.0 * 1.6 + 1.0) * 0.5;
+}
 
-double Body::RunCoefForSlider(int position) { return (position / 100.0 * 3.3 + 1.1) * 0.5; }
+double Body::RunCoefForSlider(int position) {
+    return (position / 100.0 * 3.3 + 1.1) * 0.5;
+}

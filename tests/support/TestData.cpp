@@ -10,7 +10,9 @@ QString WalksDir() {
     return QDir(dir).exists() ? QDir(dir).canonicalPath() : QString();
 }
 
-QString CliPath() { return QStringLiteral(PEDOMETER_CLI_PATH); }
+QString CliPath() {
+    return QStringLiteral(PEDOMETER_CLI_PATH);
+}
 
 std::unique_ptr<QTemporaryDir> MakeTempDir() {
     auto dir = std::make_unique<QTemporaryDir>();

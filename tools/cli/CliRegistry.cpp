@@ -18,7 +18,9 @@ bool CliRegistry::Add(const CliCommand& command) {
     return true;
 }
 
-const std::vector<CliCommand>& CliRegistry::All() { return commands(); }
+const std::vector<CliCommand>& CliRegistry::All() {
+    return commands();
+}
 
 const CliCommand* CliRegistry::Find(const QString& name) {
     for (const CliCommand& c : commands()) {

@@ -1,0 +1,75 @@
+#include "Timer.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <vector>
+
+#include "Clock.h"
+#include "VirtualTime.h"
+
+namespace {
+
+class VirtualTimerTest : public ::testing::Test {
+protected:
+    void SetUp() override { VirtualTime::Enable(QDateTime(QDate(2026, 5, 1), QTime(12, 0))); }
+    void TearDown() override { VirtualTime::Disable(); }
+};
+
+TEST_F(VirtualTimerTest, FiresInDeadlineOrderWithTheClockAtEachDeadline) {
+    const qint64 t0 = Clock::NowMs();
+    std::vector<std::pair<char, qint64>> fired;
+    Timer a([&] { fired.push_back({'a', Clock::NowMs() - t0}); });
+    Timer b([&] { fired.push_back({'b', Clock::NowMs() - t0}); });
+    a.Start(1000);
+    b.Start(500);
+    EXPECT_TRUE(a.IsActive());
+    VirtualTime::AdvanceBy(999);
+    ASSERT_EQ(fired.size(), 1u);
+    EXPECT_EQ(fired[0], std::make_pair('b', qint64{500}));
+    VirtualTime::AdvanceBy(1);
+    ASSERT_EQ(fired.size(), 2u);
+    EXPECT_EQ(fired[1], std::make_pair('a', qint64{1000}));
+    EXPECT_FALSE(a.IsActive());
+}
+
+TEST_F(VirtualTimerTest, ReArmingFromTheCallbackMakesATickEverySecond) {
+    int ticks = 0;
+    Timer* self = nullptr;
+    Timer tick([&] {
+        ++ticks;
+        self->Start(1000);
+    });
+    self = &tick;
+    tick.Start(1000);
+    VirtualTime::AdvanceBy(60'500);
+    EXPECT_EQ(ticks, 60);
+}
+
+TEST_F(VirtualTimerTest, CancelAndDestroyRemovePendingTimers) {
+    int fired = 0;
+    Timer kept([&] { ++fired; });
+    {
+        Timer dropped([&] { fired += 100; });
+        dropped.Start(10);
+    }
+    kept.Start(10);
+    kept.Cancel();
+    kept.Start(20);
+    VirtualTime::AdvanceBy(100);
+    EXPECT_EQ(fired, 1);
+    EXPECT_EQ(VirtualTime::NextDeadline(), -1);
+}
+
+TEST(RealTimerTest, FiresFromTheEventLoop) {
+    bool fired = false;
+    Timer timer([&] { fired = true; });
+    timer.Start(5);
+    QElapsedTimer waited;
+    waited.start();
+    while (!fired && waited.elapsed() < 5000) QCoreApplication::processEvents();
+    EXPECT_TRUE(fired);
+}
+
+}  // namespace
