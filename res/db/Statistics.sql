@@ -1,0 +1,72 @@
+-- Statistics database (Statistics.db3): laps, their minutes and five-second
+-- intervals, the goal alarm's progress, the body log and the goals.
+--
+-- Date-times are text "YYYY-MM-DD HH:MM:SS" in local time, which sorts and compares
+-- chronologically, so ranges are selected with BETWEEN and ordered by these columns.
+-- Flags are integers; only 1 counts as set.
+
+CREATE TABLE Lap (
+  id INTEGER PRIMARY KEY,
+  startDate DATETIME,
+  endDate DATETIME,   -- NULL while the lap is open
+  techDate DATETIME   -- the start day at 00:00:00
+);
+CREATE INDEX LapStartDate ON Lap (startDate);
+
+-- Minute rows are created with only their key; the values start at zero.
+CREATE TABLE LapMinutes (
+  lapId INTEGER,
+  lapMinute INTEGER,
+  steps INTEGER DEFAULT 0,
+  calories REAL DEFAULT 0.0,
+  distance REAL DEFAULT 0.0,
+  secondsCompleted INTEGER DEFAULT 0
+);
+CREATE INDEX LapMinutesLap ON LapMinutes (lapId, lapMinute);
+
+-- Five-second intervals of the current lap only (emptied when a lap starts).
+CREATE TABLE LastFiveMinutes (
+  lapId INTEGER,
+  currentSecond INTEGER DEFAULT 0,
+  steps INTEGER DEFAULT 0,
+  calories REAL DEFAULT 0.0,
+  distance REAL DEFAULT 0.0,
+  caloriesNoise REAL DEFAULT 0.0
+);
+CREATE INDEX LastFiveMinutesLap ON LastFiveMinutes (lapId);
+
+-- Today's progress of the goal alarm: at most one row.
+CREATE TABLE SygnalValues (
+  sygnalDate DATETIME,
+  calories REAL DEFAULT 0.0,
+  distance REAL DEFAULT 0.0,
+  activityTime INTEGER DEFAULT 0
+);
+
+-- One row per day with a measurement; 0.0 means "not measured that day".
+CREATE TABLE BODYLOGS (
+  logDate DATETIME,
+  weight REAL DEFAULT 0.0,
+  chest REAL DEFAULT 0.0,
+  waist REAL DEFAULT 0.0,
+  hip REAL DEFAULT 0.0
+);
+
+-- The goals: exactly one row.
+--   targetActive 0 = no daily goal (1 distance, 2 calories, 3 activity);
+--   daily goals of 300 kcal, 30 minutes and 5 km, ready when a goal is chosen;
+--   body targets unset (-1), wheightTarget 0 = none pursued yet.
+CREATE TABLE TargetValues (
+  targetActive INTEGER,
+  calories INTEGER,
+  activityTime INTEGER,
+  distance REAL,
+  wheight REAL,
+  hips REAL,
+  chest REAL,
+  waist REAL,
+  wheightTarget INTEGER
+);
+INSERT INTO TargetValues
+  (targetActive, calories, activityTime, distance, wheight, hips, chest, waist, wheightTarget)
+  VALUES (0, 300, 30, 5.0, -1.0, -1.0, -1.0, -1.0, 0);
