@@ -1,0 +1,168 @@
+#include "DatabaseConnection.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstring>
+
+#include "AppPaths.h"
+
+namespace {
+// Long enough for another process's checkpoint or transaction, short enough that the
+// user does not wait noticeably.
+constexpr int kBusyTimeoutMs = 3000;
+
+bool isDamage(int code) {
+    const int primary = code & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+}  // namespace
+
+DatabaseConnection::DatabaseConnection(QString fileName, QStringList requiredTables)
+    : fileName_(std::move(fileName)), requiredTables_(std::move(requiredTables)) {}
+
+DatabaseConnection::~DatabaseConnection() = default;
+
+DatabaseStatus DatabaseConnection::Status() {
+    std::lock_guard lock(mutex_);
+    EnsureOpenLocked();
+    return status_;
+}
+
+void DatabaseConnection::Close() {
+    std::lock_guard lock(mutex_);
+    database_.reset();
+    attempted_ = false;
+    status_ = {};
+}
+
+void DatabaseConnection::SetReadOnly(bool readOnly) {
+    std::lock_guard lock(mutex_);
+    readOnly_ = readOnly;
+}
+
+bool DatabaseConnection::EnsureOpenLocked() {
+    if (database_) return true;
+    if (attempted_) return false;
+    attempted_ = true;
+    status_ = {};
+    if (!OpenLocked()) {
+        database_.reset();
+        status_.open = false;
+        status_.writable = false;
+        return false;
+    }
+    return true;
+}
+
+bool DatabaseConnection::OpenLocked() {
+    const QString home = AppPaths::Home();
+    if (home.isEmpty()) {
+        status_.error = AppPaths::HomeError();
+        if (status_.error.isEmpty()) status_.error = QStringLiteral("no data folder");
+        return false;
+    }
+    status_.path = home + '/' + fileName_;
+    if (!QFileInfo::exists(status_.path)) {
+        if (readOnly_) {
+            status_.error = QStringLiteral("%1 does not exist").arg(status_.path);
+            return false;
+        }
+        if (!SeedLocked()) return false;
+    }
+
+    try {
+        const int flags = readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE;
+        database_ = std::make_unique<SQLite::Database>(
+            QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
+        // WAL keeps every committed transaction when the process is killed; NORMAL
+        // syncs at checkpoints only, which is enough for that and keeps the
+        // per-interval commits cheap. A read-only file keeps its journal mode.
+        if (!readOnly_ && sqlite3_db_readonly(database_->getHandle(), "main") == 0) {
+            database_->exec("PRAGMA journal_mode=WAL");
+        }
+        database_->exec("PRAGMA synchronous=NORMAL");
+
+        // Reading the schema also proves that the file is a database at all.
+        QStringList tables;
+        SQLite::Statement query(*database_, "SELECT name FROM sqlite_master WHERE type='table'");
+        while (query.executeStep()) tables << QString::fromUtf8(query.getColumn(0).getText());
+        for (const QString& table : requiredTables_) {
+            if (!tables.contains(table, Qt::CaseInsensitive)) {
+                status_.error =
+                    QStringLiteral("%1 is not a pedometer database (table %2 is missing)")
+                        .arg(status_.path, table);
+                return false;
+            }
+        }
+    } catch (const SQLite::Exception& e) {
+        status_.error = QStringLiteral("%1 cannot be opened: %2")
+                            .arg(status_.path, QString::fromUtf8(e.what()));
+        return false;
+    }
+
+    status_.open = true;
+    status_.writable = sqlite3_db_readonly(database_->getHandle(), "main") == 0;
+    if (!status_.writable) {
+        status_.error = QStringLiteral("%1 is read-only: changes are not saved").arg(status_.path);
+    }
+    return true;
+}
+
+bool DatabaseConnection::SeedLocked() {
+    const QString seed = AppPaths::ResFile(fileName_);
+    if (!QFileInfo::exists(seed)) {
+        status_.error = QStringLiteral("the seed database %1 is missing").arg(seed);
+        return false;
+    }
+    // Copy under a private name, then link it into place: the file appears complete
+    // or not at all, and an existing file (another process was quicker) is kept.
+    const QString temporary =
+        QStringLiteral("%1.seed-%2").arg(status_.path).arg(QCoreApplication::applicationPid());
+    QFile::remove(temporary);
+    QFile source(seed);
+    if (!source.copy(temporary)) {
+        status_.error = QStringLiteral("cannot copy the seed database %1 to %2: %3")
+                            .arg(seed, status_.path, source.errorString());
+        QFile::remove(temporary);
+        return false;
+    }
+    QFile::setPermissions(temporary, QFile::ReadOwner | QFile::WriteOwner);
+    const QByteArray from = QFile::encodeName(temporary);
+    const QByteArray to = QFile::encodeName(status_.path);
+    bool placed = ::link(from.constData(), to.constData()) == 0;
+    const int linkError = placed ? 0 : errno;
+    if (linkError == EEXIST) placed = true;
+    if (linkError == EPERM || linkError == ENOTSUP || linkError == EXDEV) {
+        // File systems without hard links: rename, which Qt refuses over an
+        // existing file.
+        placed = QFile::rename(temporary, status_.path) || QFileInfo::exists(status_.path);
+    }
+    QFile::remove(temporary);
+    if (!placed) {
+        status_.error = QStringLiteral("cannot create %1: %2")
+                            .arg(status_.path, QString::fromLocal8Bit(std::strerror(linkError)));
+        return false;
+    }
+    return true;
+}
+
+void DatabaseConnection::NoteFailureLocked(int sqliteCode, const QString& message) {
+    if (isDamage(sqliteCode)) {
+        // Stop using a damaged file; it is left exactly as it is for the user.
+        database_.reset();
+        status_.open = false;
+        status_.writable = false;
+        status_.error = QStringLiteral("%1 is damaged: %2").arg(status_.path, message);
+        return;
+    }
+    if ((sqliteCode & 0xff) == SQLITE_READONLY) {
+        status_.writable = false;
+        status_.error = QStringLiteral("%1 is read-only: changes are not saved").arg(status_.path);
+    }
+    status_.lastFailure = message;
+}

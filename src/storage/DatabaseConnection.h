@@ -1,0 +1,78 @@
+#pragma once
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <QString>
+#include <QStringList>
+#include <exception>
+#include <memory>
+#include <mutex>
+
+#include "DatabaseStatus.h"
+
+// One of the application's database files in the data folder, shared by threads.
+//
+// The file is opened on first use: if it is missing it is first copied from the seed
+// of the same name in the resources folder (never over an existing file), then opened
+// without permission to create it, in WAL mode with synchronous=NORMAL, so a killed
+// process loses no committed transaction and leaves a consistent file.
+//
+// A file that cannot be opened (missing seed, not a database, damaged, tables
+// missing, folder not accessible) is never deleted or replaced: the connection
+// becomes unusable, Run() does nothing and Status() says why. The same happens when a
+// statement later reports the file damaged.
+//
+// Run() holds the connection's mutex for the whole piece of work, so a transaction
+// of the updater thread never interleaves with statements of the GUI thread. SQLite
+// exceptions end at Run(); callers see only whether the work completed.
+class DatabaseConnection {
+public:
+    // `fileName` is the name in the data folder and in the resources folder;
+    // `requiredTables` must all exist for the file to be accepted.
+    DatabaseConnection(QString fileName, QStringList requiredTables);
+    ~DatabaseConnection();
+    DatabaseConnection(const DatabaseConnection&) = delete;
+    DatabaseConnection& operator=(const DatabaseConnection&) = delete;
+
+    // Runs work(SQLite::Database&) under the lock. False when the connection is
+    // unusable or the work failed; a failed transaction has been rolled back.
+    template <typename Work>
+    bool Run(Work&& work);
+
+    // Opens the file if that has not been tried yet, and reports the outcome.
+    DatabaseStatus Status();
+
+    // Closes the file; the next use opens it again under the current data folder.
+    void Close();
+    // Read-only: the file is opened without write access and never seeded; every
+    // change fails and has no effect. Takes effect at the next opening.
+    void SetReadOnly(bool readOnly);
+
+private:
+    bool EnsureOpenLocked();
+    bool OpenLocked();
+    bool SeedLocked();
+    void NoteFailureLocked(int sqliteCode, const QString& message);
+
+    const QString fileName_;
+    const QStringList requiredTables_;
+    std::mutex mutex_;
+    std::unique_ptr<SQLite::Database> database_;
+    bool attempted_ = false;
+    bool readOnly_ = false;
+    DatabaseStatus status_;
+};
+
+template <typename Work>
+bool DatabaseConnection::Run(Work&& work) {
+    std::lock_guard lock(mutex_);
+    if (!EnsureOpenLocked()) return false;
+    try {
+        work(*database_);
+        return true;
+    } catch (const SQLite::Exception& e) {
+        NoteFailureLocked(e.getErrorCode(), QString::fromUtf8(e.what()));
+    } catch (const std::exception& e) {
+        NoteFailureLocked(0, QString::fromUtf8(e.what()));
+    }
+    return false;
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+// Whether a database connection can be used, and if not, why: for telling the user.
+struct DatabaseStatus {
+    QString path;           // the database file
+    bool open = false;      // opened and recognised as ours
+    bool writable = false;  // changes are saved
+    QString error;          // why it is not open or not writable; empty when it is
+    QString lastFailure;    // the latest statement that failed on a usable connection
+
+    bool usable() const { return open && writable; }
+};

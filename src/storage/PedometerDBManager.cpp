@@ -1,0 +1,865 @@
+#include "PedometerDBManager.h"
+
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "Body.h"
+#include "Clock.h"
+#include "DbDateTime.h"
+
+namespace {
+// --- Statement helpers -------------------------------------------------------
+
+void bindDate(SQLite::Statement& statement, int index, const QDateTime& when) {
+    statement.bind(index, DbDateTime::ToText(when));
+}
+
+int flag(bool value) {
+    return value ? 1 : 0;
+}
+
+// A stored flag counts as set only when it is exactly 1.
+bool isSet(const SQLite::Column& column) {
+    return column.getInt() == 1;
+}
+
+QDateTime dateColumn(const SQLite::Column& column) {
+    const QDateTime when = DbDateTime::FromText(column.getText());
+    return when.isValid() ? when : DbDateTime::Unset();
+}
+
+std::optional<QDateTime> optionalDateColumn(const SQLite::Column& column) {
+    if (column.isNull()) return std::nullopt;
+    const QDateTime when = DbDateTime::FromText(column.getText());
+    if (!when.isValid()) return std::nullopt;
+    return when;
+}
+
+// Now, at the one-second resolution the database keeps.
+QDateTime nowToTheSecond() {
+    const QDateTime now = Clock::Now();
+    return now.addMSecs(-now.time().msec());
+}
+
+struct DayRange {
+    QDateTime from;
+    QDateTime to;
+};
+
+// Today from 00:00:00 to tomorrow 00:00:00; queries include both ends.
+DayRange todayRange() {
+    const QDateTime now = Clock::Now();
+    return {DbDateTime::DayStart(now), DbDateTime::NextDayStart(now)};
+}
+
+std::vector<int> todaysLapIds(SQLite::Database& db) {
+    const DayRange today = todayRange();
+    SQLite::Statement select(db, "SELECT id FROM Lap WHERE startDate BETWEEN ? AND ?");
+    bindDate(select, 1, today.from);
+    bindDate(select, 2, today.to);
+    std::vector<int> ids;
+    while (select.executeStep()) ids.push_back(select.getColumn(0).getInt());
+    return ids;
+}
+
+// Adds up one column of the minutes of today's laps. The lap id is appended to the
+// statement's text; a lap without minutes gives NULL, read as 0.
+template <typename Total>
+Total sumOverTodaysLaps(DatabaseConnection& connection, const std::string& sumSql) {
+    Total total = 0;
+    const bool done = connection.Run([&](SQLite::Database& db) {
+        for (const int id : todaysLapIds(db)) {
+            SQLite::Statement sum(db, sumSql + std::to_string(id));
+            if (!sum.executeStep()) continue;
+            if constexpr (std::is_integral_v<Total>) {
+                total += sum.getColumn(0).getInt();
+            } else {
+                total += sum.getColumn(0).getDouble();
+            }
+        }
+    });
+    return done ? total : Total{0};
+}
+
+constexpr const char* kSelectMinutes =
+    "SELECT lapMinute,steps,calories,distance,secondsCompleted FROM LapMinutes WHERE lapId=? "
+    "ORDER BY lapMinute ASC";
+constexpr const char* kSelectSeconds =
+    "SELECT currentSecond,steps,calories,distance,caloriesNoise FROM LastFiveMinutes WHERE "
+    "lapId=? ORDER BY currentSecond ASC";
+constexpr const char* kInsertMinute = "INSERT INTO LapMinutes (lapId,lapMinute) VALUES (?,?)";
+constexpr const char* kUpdateMinute =
+    "UPDATE LapMinutes SET  steps=?,calories=?,distance=?,secondsCompleted=? WHERE lapId=? AND "
+    "lapMinute=?";
+constexpr const char* kInsertSecond =
+    "INSERT INTO LastFiveMinutes (lapId,currentSecond,steps,calories,distance,caloriesNoise) "
+    "VALUES (?,?,?,?,?,?)";
+
+// Runs the (re-usable) minutes query for one lap id.
+std::vector<std::unique_ptr<DAOLapMinutes>> readMinutes(SQLite::Statement& query, int lapId) {
+    query.reset();
+    query.bind(1, lapId);
+    std::vector<std::unique_ptr<DAOLapMinutes>> minutes;
+    while (query.executeStep()) {
+        auto minute = std::make_unique<DAOLapMinutes>();
+        minute->lapId = lapId;
+        minute->lapMinute = query.getColumn(0).getInt();
+        minute->steps = query.getColumn(1).getInt();
+        minute->calories = query.getColumn(2).getDouble();
+        minute->distance = query.getColumn(3).getDouble();
+        minute->secondsCompleted = query.getColumn(4).getInt();
+        minutes.push_back(std::move(minute));
+    }
+    return minutes;
+}
+
+std::vector<std::unique_ptr<DAOLapSeconds>> readSeconds(SQLite::Database& db, int lapId) {
+    SQLite::Statement query(db, kSelectSeconds);
+    query.bind(1, lapId);
+    std::vector<std::unique_ptr<DAOLapSeconds>> seconds;
+    while (query.executeStep()) {
+        auto second = std::make_unique<DAOLapSeconds>();
+        second->lapId = lapId;
+        second->currentSecond = query.getColumn(0).getInt();
+        second->steps = query.getColumn(1).getInt();
+        second->calories = query.getColumn(2).getDouble();
+        second->distance = query.getColumn(3).getDouble();
+        second->caloriesNoise = query.getColumn(4).getDouble();
+        seconds.push_back(std::move(second));
+    }
+    return seconds;
+}
+
+void appendMinutes(DAOLap& lap, std::vector<std::unique_ptr<DAOLapMinutes>> minutes) {
+    std::lock_guard lock(lap.recordsMutex);
+    for (auto& minute : minutes) lap.minutes.push_back(std::move(minute));
+}
+
+void appendSeconds(DAOLap& lap, std::vector<std::unique_ptr<DAOLapSeconds>> seconds) {
+    std::lock_guard lock(lap.recordsMutex);
+    for (auto& second : seconds) lap.seconds.push_back(std::move(second));
+}
+
+void updateMinute(SQLite::Database& db, const DAOLapMinutes& minute) {
+    SQLite::Statement update(db, kUpdateMinute);
+    update.bind(1, minute.steps);
+    update.bind(2, minute.calories);
+    update.bind(3, minute.distance);
+    update.bind(4, minute.secondsCompleted);
+    update.bind(5, minute.lapId);
+    update.bind(6, minute.lapMinute);
+    update.exec();
+}
+
+void insertMinute(SQLite::Database& db, const DAOLapMinutes& minute) {
+    SQLite::Statement insert(db, kInsertMinute);
+    insert.bind(1, minute.lapId);
+    insert.bind(2, minute.lapMinute);
+    insert.exec();
+}
+
+void insertSecond(SQLite::Database& db, const DAOLapSeconds& second) {
+    SQLite::Statement insert(db, kInsertSecond);
+    insert.bind(1, second.lapId);
+    insert.bind(2, second.currentSecond);
+    insert.bind(3, second.steps);
+    insert.bind(4, second.calories);
+    insert.bind(5, second.distance);
+    insert.bind(6, second.caloriesNoise);
+    insert.exec();
+}
+
+// Runs one data-changing statement with the given binds in its own transaction.
+template <typename Bind>
+void execInTransaction(DatabaseConnection& connection, const char* sql, Bind&& bind) {
+    connection.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        SQLite::Statement statement(db, sql);
+        bind(statement);
+        statement.exec();
+        transaction.commit();
+    });
+}
+
+void execInTransaction(DatabaseConnection& connection, const char* sql) {
+    execInTransaction(connection, sql, [](SQLite::Statement&) {});
+}
+
+// Loads laps selected by `sql` (id,startDate,endDate[,techDate]) for a range, with
+// their minutes.
+std::vector<std::unique_ptr<DAOLap>> lapsBetween(DatabaseConnection& connection, const char* sql,
+                                                 const QDateTime& from, const QDateTime& to,
+                                                 bool withTechDate) {
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    const bool done = connection.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db, sql);
+        bindDate(select, 1, from);
+        bindDate(select, 2, to);
+        while (select.executeStep()) {
+            auto lap = std::make_unique<DAOLap>();
+            lap->id = select.getColumn(0).getInt();
+            lap->startDate = dateColumn(select.getColumn(1));
+            lap->endDate = optionalDateColumn(select.getColumn(2));
+            lap->techDate = withTechDate ? dateColumn(select.getColumn(3))
+                                         : DbDateTime::DayStart(lap->startDate);
+            laps.push_back(std::move(lap));
+        }
+        // One prepared statement serves every lap of the range.
+        SQLite::Statement minutes(db, kSelectMinutes);
+        for (auto& lap : laps) lap->minutes = readMinutes(minutes, lap->id);
+    });
+    if (!done) laps.clear();
+    return laps;
+}
+
+QDateTime logDateOrToday(DatabaseConnection& connection, const char* sql) {
+    QDateTime result;
+    connection.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db, sql);
+        if (select.executeStep()) result = DbDateTime::FromText(select.getColumn(0).getText());
+    });
+    return DbDateTime::DayStart(result.isValid() ? result : Clock::Now());
+}
+
+void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, double value) {
+    const QDateTime today = Clock::TodayStart();
+    execInTransaction(connection, sql, [&](SQLite::Statement& update) {
+        update.bind(1, value);
+        bindDate(update, 2, today);
+    });
+}
+}  // namespace
+
+// --- Connections --------------------------------------------------------------
+
+PedometerDBManager::PedometerDBManager()
+    : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"}),
+      statistics_(QStringLiteral("Statistics.db3"), {"Lap", "LapMinutes", "LastFiveMinutes",
+                                                     "SygnalValues", "BODYLOGS", "TargetValues"}) {}
+
+PedometerDBManager& PedometerDBManager::GetInstance() {
+    static PedometerDBManager instance;
+    return instance;
+}
+
+DatabaseStatus PedometerDBManager::OptionsStatus() {
+    return options_.Status();
+}
+
+DatabaseStatus PedometerDBManager::StatisticsStatus() {
+    return statistics_.Status();
+}
+
+void PedometerDBManager::Reopen() {
+    options_.Close();
+    statistics_.Close();
+}
+
+void PedometerDBManager::SetReadOnly(bool readOnly) {
+    options_.SetReadOnly(readOnly);
+    statistics_.SetReadOnly(readOnly);
+}
+
+// --- Laps, minutes and five-second intervals --------------------------------------
+
+std::unique_ptr<DAOLap> PedometerDBManager::CreateNewLap() {
+    auto lap = std::make_unique<DAOLap>();
+    lap->startDate = nowToTheSecond();
+    lap->techDate = DbDateTime::DayStart(lap->startDate);
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        SQLite::Statement insert(db, "INSERT INTO LAP (startDate,endDate,techDate) VALUES (?,?,?)");
+        bindDate(insert, 1, lap->startDate);
+        insert.bind(2);  // NULL: the lap is open
+        bindDate(insert, 3, lap->techDate);
+        insert.exec();
+        SQLite::Statement rowId(db, "SELECT last_insert_rowid()");
+        const int id = rowId.executeStep() ? rowId.getColumn(0).getInt() : -1;
+        transaction.commit();
+        lap->id = id;
+    });
+    return lap;
+}
+
+void PedometerDBManager::FinishLap(int id) {
+    const QDateTime now = nowToTheSecond();
+    execInTransaction(statistics_, "UPDATE Lap SET endDate=? WHERE id=?",
+                      [&](SQLite::Statement& update) {
+                          bindDate(update, 1, now);
+                          update.bind(2, id);
+                      });
+}
+
+void PedometerDBManager::DeleteLap(int id) {
+    execInTransaction(statistics_, "DELETE FROM Lap WHERE id=?",
+                      [&](SQLite::Statement& del) { del.bind(1, id); });
+}
+
+void PedometerDBManager::ClearLapMinutes(int id) {
+    execInTransaction(statistics_, "DELETE FROM LapMinutes WHERE lapId=?",
+                      [&](SQLite::Statement& del) { del.bind(1, id); });
+}
+
+void PedometerDBManager::CreateNewLapMinute(const DAOLapMinutes& minute) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        insertMinute(db, minute);
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::UpdateLapMinute(const DAOLapMinutes& minute) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        updateMinute(db, minute);
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::CreateNewLapSecond(const DAOLapSeconds& second) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        insertSecond(db, second);
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        updateMinute(db, minute);
+        insertSecond(db, second);
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
+                                    const DAOLapMinutes& next) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        updateMinute(db, minute);
+        insertSecond(db, second);
+        insertMinute(db, next);
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::ClearLapSeconds() {
+    execInTransaction(statistics_, "DELETE FROM LastFiveMinutes");
+}
+
+void PedometerDBManager::GetMinutesForLap(DAOLap& lap) {
+    // Read under the connection's lock, append under the lap's: never both at once.
+    std::vector<std::unique_ptr<DAOLapMinutes>> minutes;
+    const int lapId = lap.id;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement query(db, kSelectMinutes);
+        minutes = readMinutes(query, lapId);
+    });
+    if (done) appendMinutes(lap, std::move(minutes));
+}
+
+void PedometerDBManager::GetSecondsForLap(DAOLap& lap) {
+    std::vector<std::unique_ptr<DAOLapSeconds>> seconds;
+    const int lapId = lap.id;
+    const bool done =
+        statistics_.Run([&](SQLite::Database& db) { seconds = readSeconds(db, lapId); });
+    if (done) appendSeconds(lap, std::move(seconds));
+}
+
+std::unique_ptr<DAOLap> PedometerDBManager::GetTodayLastLap() {
+    std::unique_ptr<DAOLap> lap;
+    const DayRange today = todayRange();
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT id,startDate FROM Lap WHERE startDate BETWEEN ? AND ? "
+                                 "ORDER BY startDate DESC LIMIT 1");
+        bindDate(select, 1, today.from);
+        bindDate(select, 2, today.to);
+        if (!select.executeStep()) return;
+        lap = std::make_unique<DAOLap>();
+        lap->id = select.getColumn(0).getInt();
+        lap->startDate = dateColumn(select.getColumn(1));
+        lap->techDate = DbDateTime::DayStart(lap->startDate);
+        SQLite::Statement minutes(db, kSelectMinutes);
+        lap->minutes = readMinutes(minutes, lap->id);
+        lap->seconds = readSeconds(db, lap->id);
+    });
+    if (!done) lap.reset();
+    return lap;
+}
+
+std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForDate(const QDateTime& day) {
+    return lapsBetween(statistics_,
+                       "SELECT id,startDate,endDate FROM Lap WHERE startDate BETWEEN ? AND ? "
+                       "ORDER BY startDate ASC",
+                       day, DbDateTime::NextDayStart(day), false);
+}
+
+std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForPeriod(const QDateTime& from,
+                                                                          const QDateTime& to) {
+    return lapsBetween(statistics_,
+                       "SELECT id,startDate,endDate,techDate FROM Lap WHERE startDate BETWEEN ? "
+                       "AND ? ORDER BY startDate ASC",
+                       from, DbDateTime::NextDayStart(to), true);
+}
+
+std::vector<QDateTime> PedometerDBManager::GetAllDays() {
+    std::vector<QDateTime> days;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db, "SELECT DISTINCT  techDate FROM Lap ORDER BY techDate DESC");
+        while (select.executeStep()) days.push_back(dateColumn(select.getColumn(0)));
+    });
+    if (!done) days.clear();
+    return days;
+}
+
+void PedometerDBManager::ResetLogs(const QDateTime& from, const QDateTime& to) {
+    const QDateTime until = to.addDays(1);
+    statistics_.Run([&](SQLite::Database& db) {
+        std::vector<int> ids;
+        SQLite::Statement select(db, "SELECT id FROM Lap WHERE startDate BETWEEN ? AND ?");
+        bindDate(select, 1, from);
+        bindDate(select, 2, until);
+        while (select.executeStep()) ids.push_back(select.getColumn(0).getInt());
+
+        SQLite::Transaction transaction(db);
+        for (const int id : ids)
+            db.exec("DELETE FROM LapMinutes WHERE lapId=" + std::to_string(id));
+        SQLite::Statement del(db, "DELETE FROM Lap WHERE startDate BETWEEN ? AND ?");
+        bindDate(del, 1, from);
+        bindDate(del, 2, until);
+        del.exec();
+        transaction.commit();
+    });
+}
+
+double PedometerDBManager::GetTodayDistance() {
+    return sumOverTodaysLaps<double>(statistics_,
+                                     "SELECT sum(distance) AS Sum FROM LapMinutes WHERE lapId=");
+}
+
+double PedometerDBManager::GetTodayCalories() {
+    return sumOverTodaysLaps<double>(statistics_,
+                                     "SELECT sum(calories) AS Sum FROM LapMinutes WHERE lapId=");
+}
+
+int PedometerDBManager::GetTodayActivity() {
+    return sumOverTodaysLaps<int>(
+        statistics_, "SELECT sum(secondsCompleted) AS Sum FROM LapMinutes WHERE lapId=");
+}
+
+// --- Goal alarm progress ----------------------------------------------------------
+
+DAOSygnal PedometerDBManager::GetTodaySygnal() {
+    DAOSygnal sygnal;
+    const DayRange today = todayRange();
+    bool found = false;
+    const bool queried = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT calories,distance,activityTime FROM SygnalValues WHERE "
+                                 "sygnalDate BETWEEN ? AND ? ORDER BY sygnalDate DESC LIMIT 1");
+        bindDate(select, 1, today.from);
+        bindDate(select, 2, today.to);
+        if (!select.executeStep()) return;
+        sygnal.calories = select.getColumn(0).getDouble();
+        sygnal.distance = select.getColumn(1).getDouble();
+        sygnal.activityTime = select.getColumn(2).getInt();
+        found = true;
+    });
+    if (found || !queried) return sygnal;
+
+    // First request of the day: earlier days' progress is dropped, today's starts at 0.
+    ClearSygnals();
+    const QDateTime now = nowToTheSecond();
+    execInTransaction(statistics_,
+                      "INSERT INTO SygnalValues (calories,distance,activityTime,sygnalDate) "
+                      "VALUES (0.0,0.0,0,?)",
+                      [&](SQLite::Statement& insert) { bindDate(insert, 1, now); });
+    return DAOSygnal{};
+}
+
+void PedometerDBManager::UpdateSygnal(const DAOSygnal& sygnal) {
+    execInTransaction(statistics_, "UPDATE SygnalValues SET  calories=?,distance=?,activityTime=?",
+                      [&](SQLite::Statement& update) {
+                          update.bind(1, sygnal.calories);
+                          update.bind(2, sygnal.distance);
+                          update.bind(3, sygnal.activityTime);
+                      });
+}
+
+void PedometerDBManager::ClearSygnals() {
+    execInTransaction(statistics_, "DELETE FROM SygnalValues");
+}
+
+// --- Body log -----------------------------------------------------------------------
+
+DAOBodyLog PedometerDBManager::GetTodayBodyLog() {
+    DAOBodyLog log;
+    const QDateTime today = Clock::TodayStart();
+    log.logDate = today;
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(
+            db, "SELECT logDate,weight,chest,waist,hip FROM BODYLOGS WHERE logDate=?");
+        bindDate(select, 1, today);
+        if (select.executeStep()) {
+            log.weight = select.getColumn(1).getDouble();
+            log.chest = select.getColumn(2).getDouble();
+            log.waist = select.getColumn(3).getDouble();
+            log.hip = select.getColumn(4).getDouble();
+            return;
+        }
+        SQLite::Transaction transaction(db);
+        SQLite::Statement insert(
+            db, "INSERT INTO BODYLOGS (logDate,weight,chest,waist,hip) VALUES (?,?,?,?,?)");
+        bindDate(insert, 1, today);
+        for (int i = 2; i <= 5; ++i) insert.bind(i, 0.0);
+        insert.exec();
+        transaction.commit();
+    });
+    return log;
+}
+
+void PedometerDBManager::SetTodayWeight(double value) {
+    setTodaysMeasurement(statistics_, "UPDATE BODYLOGS SET  weight=? WHERE logDate=?", value);
+}
+
+void PedometerDBManager::SetTodayChest(double value) {
+    setTodaysMeasurement(statistics_, "UPDATE BODYLOGS SET  chest=? WHERE logDate=?", value);
+}
+
+void PedometerDBManager::SetTodayWaist(double value) {
+    setTodaysMeasurement(statistics_, "UPDATE BODYLOGS SET  waist=? WHERE logDate=?", value);
+}
+
+void PedometerDBManager::SetTodayHip(double value) {
+    setTodaysMeasurement(statistics_, "UPDATE BODYLOGS SET  hip=? WHERE logDate=?", value);
+}
+
+void PedometerDBManager::ResetWheight() {
+    execInTransaction(statistics_, "UPDATE BODYLOGS SET  weight=0.0");
+}
+
+void PedometerDBManager::ResetChest() {
+    execInTransaction(statistics_, "UPDATE BODYLOGS SET  chest=0.0");
+}
+
+void PedometerDBManager::ResetWaist() {
+    execInTransaction(statistics_, "UPDATE BODYLOGS SET  waist=0.0");
+}
+
+void PedometerDBManager::ResetHips() {
+    execInTransaction(statistics_, "UPDATE BODYLOGS SET  hip=0.0");
+}
+
+std::vector<DAOBodyLog> PedometerDBManager::GetBodyLogs() {
+    std::vector<DAOBodyLog> logs;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(
+            db, "SELECT logDate,weight,chest,waist,hip FROM BODYLOGS ORDER BY logDate");
+        while (select.executeStep()) {
+            DAOBodyLog log;
+            log.logDate = dateColumn(select.getColumn(0));
+            log.weight = select.getColumn(1).getDouble();
+            log.chest = select.getColumn(2).getDouble();
+            log.waist = select.getColumn(3).getDouble();
+            log.hip = select.getColumn(4).getDouble();
+            logs.push_back(log);
+        }
+    });
+    if (!done) logs.clear();
+    return logs;
+}
+
+QDateTime PedometerDBManager::GetLastLogDate() {
+    return logDateOrToday(statistics_,
+                          "SELECT logDate FROM BODYLOGS ORDER BY logDate DESC LIMIT 1");
+}
+
+QDateTime PedometerDBManager::GetFirstLogDate() {
+    return logDateOrToday(statistics_, "SELECT logDate FROM BODYLOGS ORDER BY logDate ASC LIMIT 1");
+}
+
+// --- Goals ----------------------------------------------------------------------------
+
+void PedometerDBManager::LoadTargets() {
+    LoadTargets(DAOTarget::GetInstance());
+}
+
+void PedometerDBManager::LoadTargets(DAOTarget& target) {
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT targetActive,calories,activityTime,distance,wheight,hips,"
+                                 "chest,waist,wheightTarget FROM TargetValues LIMIT 1");
+        if (!select.executeStep()) return;
+        target.targetActive = select.getColumn(0).getInt();
+        target.calories = select.getColumn(1).getInt();
+        target.activityTime = select.getColumn(2).getInt();
+        target.distance = select.getColumn(3).getDouble();
+        target.wheight = select.getColumn(4).getDouble();
+        target.hips = select.getColumn(5).getDouble();
+        target.chest = select.getColumn(6).getDouble();
+        target.waist = select.getColumn(7).getDouble();
+        target.wheightTarget = select.getColumn(8).getInt();
+    });
+}
+
+void PedometerDBManager::SaveTagets() {
+    SaveTagets(DAOTarget::GetInstance());
+}
+
+void PedometerDBManager::SaveTagets(const DAOTarget& target) {
+    execInTransaction(statistics_,
+                      "UPDATE TargetValues SET targetActive=?,calories=?,activityTime=?,distance=?,"
+                      "wheight=?,hips=?,chest=?,waist=?,wheightTarget=?",
+                      [&](SQLite::Statement& update) {
+                          update.bind(1, target.targetActive);
+                          update.bind(2, target.calories);
+                          update.bind(3, target.activityTime);
+                          update.bind(4, target.distance);
+                          update.bind(5, target.wheight);
+                          update.bind(6, target.hips);
+                          update.bind(7, target.chest);
+                          update.bind(8, target.waist);
+                          update.bind(9, target.wheightTarget);
+                      });
+}
+
+// --- Settings, body profile, social -------------------------------------------------
+
+void PedometerDBManager::LoadOptions() {
+    LoadOptions(PedometerOptions::GetInstance());
+}
+
+void PedometerDBManager::LoadOptions(PedometerOptions& o) {
+    options_.Run([&](SQLite::Database& db) {
+        // Both tables hold one row each; the join without a condition pairs them.
+        SQLite::Statement select(
+            db,
+            "SELECT SOUNDS.STEPS,SOUNDS.BUTTONS,SOUNDS.START,SOUNDS.COUNTDOWN,SOUNDS.METRONOM,"
+            "SCREEN.MEASURMENT_SYSTEM,SCREEN.TEMP_PRIOR_SPEED,SCREEN.SHOW_BMI, "
+            "SCREEN.COUNT_DOWN_TIME,SCREEN.FIRST_STATR,SCREEN.MAIN_VALUES,SCREEN.MAIN_GRAPHIC,"
+            "SCREEN.PACER_TYPE,SCREEN.PACER_OFF_ACT,SCREEN.PACER_DIFF,SCREEN.PACER_SPEED,"
+            "SCREEN.PACER_TEMP,SCREEN.PACER_FREQ,SCREEN.PACER_DIF_SPEED,SCREEN.PACER_DIF_TEMP,"
+            "SCREEN.PACER_DIF_FREQ,SCREEN.SYGNAL_TYPE,SCREEN.SYGNAL_CALORIES,"
+            "SCREEN.SYGNAL_DISTANCE,SCREEN.SYGNAL_ACTIVITY, SCREEN.START_ON_BLOCK FROM SOUNDS "
+            ",SCREEN");
+        if (!select.executeStep()) return;
+        o.soundSteps = isSet(select.getColumn(0));
+        o.soundButtons = isSet(select.getColumn(1));
+        o.soundStart = isSet(select.getColumn(2));
+        o.soundCountdown = isSet(select.getColumn(3));
+        o.soundMetronome = isSet(select.getColumn(4));
+        o.measurementSystem = isSet(select.getColumn(5));
+        o.paceInsteadOfSpeed = isSet(select.getColumn(6));
+        o.showBmi = isSet(select.getColumn(7));
+        o.countDownTime = select.getColumn(8).getInt();
+        o.firstStart = isSet(select.getColumn(9));
+        o.mainValues = select.getColumn(10).getInt();
+        o.mainGraphic = select.getColumn(11).getInt();
+        o.pacerType = select.getColumn(12).getInt();
+        o.pacerOffOnStanding = isSet(select.getColumn(13));
+        o.pacerDiff = isSet(select.getColumn(14));
+        o.pacerSpeed = select.getColumn(15).getDouble();
+        o.pacerPace = select.getColumn(16).getDouble();
+        o.pacerFrequency = select.getColumn(17).getInt();
+        o.pacerDiffSpeed = select.getColumn(18).getDouble();
+        o.pacerDiffPace = select.getColumn(19).getDouble();
+        o.pacerDiffFrequency = select.getColumn(20).getInt();
+        o.sygnalType = select.getColumn(21).getInt();
+        o.sygnalCalories = select.getColumn(22).getInt();
+        o.sygnalDistance = select.getColumn(23).getDouble();
+        o.sygnalActivity = select.getColumn(24).getInt();
+        o.startOnBlock = isSet(select.getColumn(25));
+    });
+}
+
+void PedometerDBManager::SaveOptions() {
+    SaveOptions(PedometerOptions::GetInstance());
+}
+
+void PedometerDBManager::SaveOptions(const PedometerOptions& o) {
+    options_.Run([&](SQLite::Database& db) {
+        SQLite::Statement sounds(
+            db, "UPDATE SOUNDS SET  STEPS=?,BUTTONS=?,START=?,COUNTDOWN=?,METRONOM=?");
+        sounds.bind(1, flag(o.soundSteps));
+        sounds.bind(2, flag(o.soundButtons));
+        sounds.bind(3, flag(o.soundStart));
+        sounds.bind(4, flag(o.soundCountdown));
+        sounds.bind(5, flag(o.soundMetronome));
+        sounds.exec();
+
+        SQLite::Transaction transaction(db);
+        SQLite::Statement screen(
+            db,
+            "UPDATE SCREEN SET  MEASURMENT_SYSTEM=?,TEMP_PRIOR_SPEED=?,SHOW_BMI=?, "
+            "COUNT_DOWN_TIME=?,FIRST_STATR=?,MAIN_VALUES=?,MAIN_GRAPHIC=?,PACER_TYPE=?,"
+            "PACER_OFF_ACT=?,PACER_DIFF=?,PACER_SPEED=?,PACER_TEMP=?,PACER_FREQ=?,"
+            "PACER_DIF_SPEED=?,PACER_DIF_TEMP=?,PACER_DIF_FREQ=?,SYGNAL_TYPE=?,SYGNAL_CALORIES=?,"
+            "SYGNAL_DISTANCE=?,SYGNAL_ACTIVITY=?, START_ON_BLOCK=?");
+        screen.bind(1, flag(o.measurementSystem));
+        screen.bind(2, flag(o.paceInsteadOfSpeed));
+        screen.bind(3, flag(o.showBmi));
+        screen.bind(4, o.countDownTime.load());
+        screen.bind(5, flag(o.firstStart));
+        screen.bind(6, o.mainValues.load());
+        screen.bind(7, o.mainGraphic.load());
+        screen.bind(8, o.pacerType.load());
+        screen.bind(9, flag(o.pacerOffOnStanding));
+        screen.bind(10, flag(o.pacerDiff));
+        screen.bind(11, o.pacerSpeed.load());
+        screen.bind(12, o.pacerPace.load());
+        screen.bind(13, o.pacerFrequency.load());
+        screen.bind(14, o.pacerDiffSpeed.load());
+        screen.bind(15, o.pacerDiffPace.load());
+        screen.bind(16, o.pacerDiffFrequency.load());
+        screen.bind(17, o.sygnalType.load());
+        screen.bind(18, o.sygnalCalories.load());
+        screen.bind(19, o.sygnalDistance.load());
+        screen.bind(20, o.sygnalActivity.load());
+        screen.bind(21, flag(o.startOnBlock));
+        screen.exec();
+        transaction.commit();
+    });
+}
+
+void PedometerDBManager::LoadBody() {
+    Body& body = Body::GetInstance();
+    options_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT MEN,AGE,HEIGHT,WEIGHT,WALK_SIZE,JOG_SIZE,RUN_SIZE,"
+                                 "WALK_COEF,JOG_COEF,RUN_COEF FROM BODY");
+        if (!select.executeStep()) return;
+        body.setMen(select.getColumn(0).getInt());
+        body.setAge(select.getColumn(1).getInt());
+        body.setHeight(select.getColumn(2).getDouble());
+        body.setWeight(select.getColumn(3).getDouble());
+        body.setWalkStepSize(select.getColumn(4).getDouble());
+        body.setJogStepSize(select.getColumn(5).getDouble());
+        body.setRunStepSize(select.getColumn(6).getDouble());
+        body.setWalkCoef(select.getColumn(7).getDouble());
+        body.setJogCoef(select.getColumn(8).getDouble());
+        body.setRunCoef(select.getColumn(9).getDouble());
+    });
+}
+
+void PedometerDBManager::SaveBody() {
+    const Body& body = Body::GetInstance();
+    execInTransaction(options_,
+                      "UPDATE BODY SET  MEN=?,AGE=?,HEIGHT=?,WEIGHT=?,WALK_SIZE=?,JOG_SIZE=?,"
+                      "RUN_SIZE=?,WALK_COEF=?,JOG_COEF=?,RUN_COEF=?",
+                      [&](SQLite::Statement& update) {
+                          update.bind(1, body.storedMen());
+                          update.bind(2, body.storedAge());
+                          update.bind(3, body.storedHeight());
+                          update.bind(4, body.storedWeight());
+                          update.bind(5, body.storedWalkStepSize());
+                          update.bind(6, body.storedJogStepSize());
+                          update.bind(7, body.storedRunStepSize());
+                          update.bind(8, body.storedWalkCoef());
+                          update.bind(9, body.storedJogCoef());
+                          update.bind(10, body.storedRunCoef());
+                      });
+}
+
+std::unique_ptr<DAOSocial> PedometerDBManager::GetDAOSocialN() {
+    auto social = std::make_unique<DAOSocial>();
+    options_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(
+            db, "SELECT EXPORT,SHARE,TWIT_LOGIN,TWIT_PASS,FACEB_LOGIN,FACEB_PASS FROM SOCIAL");
+        if (!select.executeStep()) return;
+        social->export_ = QString::fromUtf8(select.getColumn(0).getText());
+        social->share = QString::fromUtf8(select.getColumn(1).getText());
+        social->twitLogin = QString::fromUtf8(select.getColumn(2).getText());
+        social->twitPass = QString::fromUtf8(select.getColumn(3).getText());
+        social->facebLogin = QString::fromUtf8(select.getColumn(4).getText());
+        social->facebPass = QString::fromUtf8(select.getColumn(5).getText());
+    });
+    return social;
+}
+
+void PedometerDBManager::SetSocial(const DAOSocial& social) {
+    execInTransaction(options_,
+                      "UPDATE SOCIAL SET  EXPORT=?,SHARE=?,TWIT_LOGIN=?,TWIT_PASS=?,FACEB_LOGIN=?,"
+                      "FACEB_PASS=?",
+                      [&](SQLite::Statement& update) {
+                          update.bind(1, social.export_.toStdString());
+                          update.bind(2, social.share.toStdString());
+                          update.bind(3, social.twitLogin.toStdString());
+                          update.bind(4, social.twitPass.toStdString());
+                          update.bind(5, social.facebLogin.toStdString());
+                          update.bind(6, social.facebPass.toStdString());
+                      });
+}
+
+// --- Bulk import -------------------------------------------------------------------------
+
+bool PedometerDBManager::ImportHistory(std::vector<std::unique_ptr<DAOLap>>& laps,
+                                       const std::vector<DAOBodyLog>& bodyLogs) {
+    std::vector<int> ids;
+    ids.reserve(laps.size());
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        SQLite::Statement lapInsert(db,
+                                    "INSERT INTO Lap (startDate,endDate,techDate) VALUES (?,?,?)");
+        SQLite::Statement minuteInsert(db,
+                                       "INSERT INTO LapMinutes (lapId,lapMinute,steps,calories,"
+                                       "distance,secondsCompleted) VALUES (?,?,?,?,?,?)");
+        SQLite::Statement secondInsert(db, kInsertSecond);
+        for (const auto& lap : laps) {
+            lapInsert.reset();
+            bindDate(lapInsert, 1, lap->startDate);
+            if (lap->endDate) {
+                bindDate(lapInsert, 2, *lap->endDate);
+            } else {
+                lapInsert.bind(2);
+            }
+            bindDate(lapInsert, 3, lap->techDate);
+            lapInsert.exec();
+            const int id = static_cast<int>(db.getLastInsertRowid());
+            ids.push_back(id);
+            for (const auto& minute : lap->minutes) {
+                minuteInsert.reset();
+                minuteInsert.bind(1, id);
+                minuteInsert.bind(2, minute->lapMinute);
+                minuteInsert.bind(3, minute->steps);
+                minuteInsert.bind(4, minute->calories);
+                minuteInsert.bind(5, minute->distance);
+                minuteInsert.bind(6, minute->secondsCompleted);
+                minuteInsert.exec();
+            }
+            for (const auto& second : lap->seconds) {
+                secondInsert.reset();
+                secondInsert.bind(1, id);
+                secondInsert.bind(2, second->currentSecond);
+                secondInsert.bind(3, second->steps);
+                secondInsert.bind(4, second->calories);
+                secondInsert.bind(5, second->distance);
+                secondInsert.bind(6, second->caloriesNoise);
+                secondInsert.exec();
+            }
+        }
+        SQLite::Statement logInsert(
+            db, "INSERT INTO BODYLOGS (logDate,weight,chest,waist,hip) VALUES (?,?,?,?,?)");
+        for (const DAOBodyLog& log : bodyLogs) {
+            logInsert.reset();
+            bindDate(logInsert, 1, DbDateTime::DayStart(log.logDate));
+            logInsert.bind(2, log.weight);
+            logInsert.bind(3, log.chest);
+            logInsert.bind(4, log.waist);
+            logInsert.bind(5, log.hip);
+            logInsert.exec();
+        }
+        transaction.commit();
+    });
+    if (!done) return false;
+    for (size_t i = 0; i < laps.size(); ++i) {
+        DAOLap& lap = *laps[i];
+        lap.id = ids[i];
+        for (auto& minute : lap.minutes) minute->lapId = lap.id;
+        for (auto& second : lap.seconds) second->lapId = lap.id;
+    }
+    return true;
+}
