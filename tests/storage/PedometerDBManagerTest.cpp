@@ -1,0 +1,442 @@
+#include "PedometerDBManager.h"
+
+#include "Body.h"
+#include "StorageTestSupport.h"
+
+using storagetest::Moment;
+using storagetest::StorageTest;
+
+namespace {
+
+class PedometerDBManagerTest : public StorageTest {
+protected:
+    // Stores a lap started at `start` with one minute of `distance` metres,
+    // `calories` kcal and `seconds` active seconds.
+    int LapAt(const QDateTime& start, double distance = 100.0, double calories = 5.0,
+              int seconds = 60) {
+        Clock::SetNow(start);
+        auto lap = manager().CreateNewLap();
+        DAOLapMinutes minute;
+        minute.lapId = lap->id;
+        manager().CreateNewLapMinute(minute);
+        minute.steps = 90;
+        minute.distance = distance;
+        minute.calories = calories;
+        minute.secondsCompleted = seconds;
+        manager().UpdateLapMinute(minute);
+        Clock::SetNow(Moment());
+        return lap->id;
+    }
+};
+
+// --- Laps, minutes and intervals ---------------------------------------------------
+
+TEST_F(PedometerDBManagerTest, NewLapIsStoredOpenWithItsDayAndRowId) {
+    auto lap = manager().CreateNewLap();
+    ASSERT_GT(lap->id, 0);
+    EXPECT_EQ(lap->startDate, Moment());
+    EXPECT_EQ(lap->techDate, Moment(14, 0, 0));
+    EXPECT_FALSE(lap->endDate.has_value());
+
+    const std::string where = " FROM Lap WHERE id=" + std::to_string(lap->id);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT startDate" + where), "2024-03-14 10:30:00");
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT techDate" + where), "2024-03-14 00:00:00");
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT endDate IS NULL" + where), 1);
+
+    Clock::SetNow(Moment(14, 11, 5, 9));
+    manager().FinishLap(lap->id);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT endDate" + where), "2024-03-14 11:05:09");
+
+    auto second = manager().CreateNewLap();
+    EXPECT_EQ(second->id, lap->id + 1);
+    manager().DeleteLap(lap->id);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*)" + where), 0);
+}
+
+TEST_F(PedometerDBManagerTest, MinuteRowCreatedWithItsKeyOnlyStartsAtZero) {
+    DAOLapMinutes minute;
+    minute.lapId = 7;
+    minute.lapMinute = 3;
+    minute.steps = 55;  // not part of the insert
+    manager().CreateNewLapMinute(minute);
+    const std::string row = " FROM LapMinutes WHERE lapId=7 AND lapMinute=3";
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*)" + row), 1);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT steps" + row), 0);
+    EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT calories" + row), 0.0);
+    EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT distance" + row), 0.0);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT secondsCompleted" + row), 0);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT typeof(calories)" + row), "real");
+}
+
+TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
+    auto lap = manager().CreateNewLap();
+    DAOLapMinutes minute;
+    minute.lapId = lap->id;
+    manager().CreateNewLapMinute(minute);
+    for (int second = 5; second <= 65; second += 5) {
+        DAOLapSeconds interval;
+        interval.lapId = lap->id;
+        interval.currentSecond = second;
+        interval.steps = 8;
+        interval.calories = 0.25;
+        interval.distance = 5.5;
+        interval.caloriesNoise = 3.1;
+        minute.steps += 8;
+        minute.distance += 5.5;
+        minute.calories += 0.25;
+        minute.secondsCompleted += 5;
+        if (second == 60) {
+            DAOLapMinutes next;
+            next.lapId = lap->id;
+            next.lapMinute = 1;
+            manager().UpdateFull(minute, interval, next);
+            minute = next;
+        } else {
+            manager().UpdateSmall(minute, interval);
+        }
+    }
+
+    auto today = manager().GetTodayLastLap();
+    ASSERT_NE(today, nullptr);
+    EXPECT_EQ(today->id, lap->id);
+    ASSERT_EQ(today->minutes.size(), 2u);
+    EXPECT_EQ(today->minutes[0]->steps, 96);
+    EXPECT_DOUBLE_EQ(today->minutes[0]->distance, 66.0);
+    EXPECT_EQ(today->minutes[0]->secondsCompleted, 60);
+    EXPECT_EQ(today->minutes[1]->lapMinute, 1);
+    EXPECT_EQ(today->minutes[1]->steps, 8);
+    EXPECT_EQ(today->minutes[1]->lapId, lap->id);
+    ASSERT_EQ(today->seconds.size(), 13u);
+    for (size_t i = 0; i < today->seconds.size(); ++i) {
+        EXPECT_EQ(today->seconds[i]->currentSecond, 5 * static_cast<int>(i + 1));
+    }
+    EXPECT_DOUBLE_EQ(today->seconds[0]->caloriesNoise, 3.1);
+
+    // A new lap empties the five-second table; the minutes stay.
+    manager().ClearLapSeconds();
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LastFiveMinutes"), 0);
+    manager().ClearLapMinutes(lap->id);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LapMinutes"), 0);
+}
+
+TEST_F(PedometerDBManagerTest, TodayLastLapIsTheLatestStartOfTodayOnly) {
+    EXPECT_EQ(manager().GetTodayLastLap(), nullptr);
+    LapAt(Moment(13, 22, 0));
+    EXPECT_EQ(manager().GetTodayLastLap(), nullptr);
+    LapAt(Moment(14, 9, 0));
+    const int latest = LapAt(Moment(14, 10, 15));
+    LapAt(Moment(14, 8, 0));
+    auto lap = manager().GetTodayLastLap();
+    ASSERT_NE(lap, nullptr);
+    EXPECT_EQ(lap->id, latest);
+    EXPECT_EQ(lap->startDate, Moment(14, 10, 15));
+    ASSERT_EQ(lap->minutes.size(), 1u);
+}
+
+// Today runs from 00:00:00 to the next 00:00:00, both included: a lap started at
+// exactly midnight counts for the day before and the day after.
+TEST_F(PedometerDBManagerTest, TodaysSumsIncludeBothMidnights) {
+    LapAt(Moment(13, 23, 59, 59), 1000.0, 100.0, 600);  // yesterday
+    LapAt(Moment(14, 0, 0, 0), 10.0, 1.0, 60);
+    LapAt(Moment(14, 12, 0, 0), 20.0, 2.0, 120);
+    LapAt(Moment(15, 0, 0, 0), 40.0, 4.0, 240);       // next midnight
+    LapAt(Moment(15, 0, 0, 1), 3000.0, 300.0, 1800);  // tomorrow
+    Clock::SetNow(Moment(14, 18, 0));
+
+    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 70.0);
+    EXPECT_DOUBLE_EQ(manager().GetTodayCalories(), 7.0);
+    EXPECT_EQ(manager().GetTodayActivity(), 420);
+
+    Clock::SetNow(Moment(15, 9, 0));
+    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 3040.0);
+    EXPECT_EQ(manager().GetTodayActivity(), 2040);
+}
+
+TEST_F(PedometerDBManagerTest, LapsWithoutMinutesAddNothingToTodaysSums) {
+    const int id = LapAt(Moment(14, 8, 0), 500.0, 25.0, 300);
+    manager().CreateNewLap();  // no minutes at all
+    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 500.0);
+    manager().ClearLapMinutes(id);
+    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 0.0);
+    EXPECT_DOUBLE_EQ(manager().GetTodayCalories(), 0.0);
+    EXPECT_EQ(manager().GetTodayActivity(), 0);
+}
+
+TEST_F(PedometerDBManagerTest, LapsForDateAndPeriodCarryTheirMinutes) {
+    LapAt(Moment(12, 18, 0));
+    const int first = LapAt(Moment(14, 7, 0));
+    const int second = LapAt(Moment(14, 19, 0));
+    LapAt(Moment(16, 7, 0));
+    Clock::SetNow(Moment(14, 20, 0));
+    manager().FinishLap(second);
+    DAOLapSeconds interval;
+    interval.lapId = second;
+    manager().CreateNewLapSecond(interval);
+
+    auto day = manager().GetLapsForDate(Moment(14, 0, 0));
+    ASSERT_EQ(day.size(), 2u);
+    EXPECT_EQ(day[0]->id, first);
+    EXPECT_EQ(day[1]->id, second);
+    EXPECT_FALSE(day[0]->endDate.has_value());
+    ASSERT_TRUE(day[1]->endDate.has_value());
+    EXPECT_EQ(*day[1]->endDate, Moment(14, 20, 0));
+    ASSERT_EQ(day[1]->minutes.size(), 1u);
+    EXPECT_DOUBLE_EQ(day[1]->minutes[0]->distance, 100.0);
+    EXPECT_TRUE(day[1]->seconds.empty());  // intervals are not part of history
+
+    // The lower bound is taken as given, the upper is the next midnight.
+    EXPECT_EQ(manager().GetLapsForDate(Moment(14, 12, 0)).size(), 1u);
+
+    auto period = manager().GetLapsForPeriod(Moment(12, 0, 0), Moment(14, 0, 0));
+    ASSERT_EQ(period.size(), 3u);
+    EXPECT_EQ(period[0]->techDate, Moment(12, 0, 0));
+    EXPECT_EQ(period[2]->id, second);
+    EXPECT_TRUE(manager().GetLapsForPeriod(Moment(15, 0, 0), Moment(15, 0, 0)).empty());
+
+    const std::vector<QDateTime> days = manager().GetAllDays();
+    ASSERT_EQ(days.size(), 3u);
+    EXPECT_EQ(days[0], Moment(16, 0, 0));
+    EXPECT_EQ(days[1], Moment(14, 0, 0));
+    EXPECT_EQ(days[2], Moment(12, 0, 0));
+}
+
+TEST_F(PedometerDBManagerTest, ResetLogsOfOneDayKeepsTheOtherDays) {
+    const int before = LapAt(Moment(13, 23, 0));
+    const int a = LapAt(Moment(14, 0, 0));
+    const int b = LapAt(Moment(14, 23, 59, 59));
+    const int after = LapAt(Moment(15, 0, 0, 1));
+    DAOLapSeconds interval;
+    interval.lapId = b;
+    manager().CreateNewLapSecond(interval);
+
+    manager().ResetLogs(Moment(14, 0, 0), Moment(14, 0, 0));
+
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), 2);
+    const std::string remaining = "SELECT group_concat(id) FROM (SELECT id FROM Lap ORDER BY id)";
+    EXPECT_EQ(QueryText(StatisticsPath(), remaining),
+              std::to_string(before) + "," + std::to_string(after));
+    for (const int gone : {a, b}) {
+        EXPECT_EQ(QueryInt(StatisticsPath(),
+                           "SELECT count(*) FROM LapMinutes WHERE lapId=" + std::to_string(gone)),
+                  0);
+    }
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LapMinutes"), 2);
+    // The current lap's intervals are not part of the reset.
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LastFiveMinutes"), 1);
+}
+
+// --- Goal alarm progress -------------------------------------------------------
+
+TEST_F(PedometerDBManagerTest, AlarmProgressRestartsOnANewDay) {
+    DAOSygnal first = manager().GetTodaySygnal();
+    EXPECT_EQ(first.calories, 0.0);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT sygnalDate FROM SygnalValues"),
+              "2024-03-14 10:30:00");
+
+    first.calories = 120.5;
+    first.distance = 2.25;
+    first.activityTime = 1500;
+    manager().UpdateSygnal(first);
+    Clock::SetNow(Moment(14, 23, 0));
+    const DAOSygnal again = manager().GetTodaySygnal();
+    EXPECT_DOUBLE_EQ(again.calories, 120.5);
+    EXPECT_DOUBLE_EQ(again.distance, 2.25);
+    EXPECT_EQ(again.activityTime, 1500);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
+
+    Clock::SetNow(Moment(15, 6, 45));
+    const DAOSygnal nextDay = manager().GetTodaySygnal();
+    EXPECT_EQ(nextDay.calories, 0.0);
+    EXPECT_EQ(nextDay.activityTime, 0);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT sygnalDate FROM SygnalValues"),
+              "2024-03-15 06:45:00");
+
+    manager().ClearSygnals();
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 0);
+}
+
+// --- Body log -------------------------------------------------------------------
+
+TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
+    const DAOBodyLog empty = manager().GetTodayBodyLog();
+    EXPECT_EQ(empty.logDate, Moment(14, 0, 0));
+    EXPECT_EQ(empty.weight, 0.0);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT logDate FROM BODYLOGS"), "2024-03-14 00:00:00");
+
+    manager().SetTodayWeight(81.5);
+    manager().SetTodayWaist(92.0);
+    Clock::SetNow(Moment(14, 22, 0));  // later the same day: the same row
+    manager().SetTodayChest(101.0);
+    manager().SetTodayHip(104.5);
+    const DAOBodyLog today = manager().GetTodayBodyLog();
+    EXPECT_DOUBLE_EQ(today.weight, 81.5);
+    EXPECT_DOUBLE_EQ(today.chest, 101.0);
+    EXPECT_DOUBLE_EQ(today.waist, 92.0);
+    EXPECT_DOUBLE_EQ(today.hip, 104.5);
+
+    // Setters change only an existing row of today.
+    Clock::SetNow(Moment(16, 8, 0));
+    manager().SetTodayWeight(80.0);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM BODYLOGS"), 1);
+    manager().GetTodayBodyLog();
+    manager().SetTodayWeight(80.0);
+
+    const std::vector<DAOBodyLog> logs = manager().GetBodyLogs();
+    ASSERT_EQ(logs.size(), 2u);
+    EXPECT_EQ(logs[0].logDate, Moment(14, 0, 0));
+    EXPECT_EQ(logs[1].logDate, Moment(16, 0, 0));
+    EXPECT_DOUBLE_EQ(logs[1].weight, 80.0);
+    EXPECT_EQ(manager().GetFirstLogDate(), Moment(14, 0, 0));
+    EXPECT_EQ(manager().GetLastLogDate(), Moment(16, 0, 0));
+
+    manager().ResetWheight();
+    manager().ResetHips();
+    const std::vector<DAOBodyLog> reset = manager().GetBodyLogs();
+    EXPECT_EQ(reset[0].weight, 0.0);
+    EXPECT_EQ(reset[0].hip, 0.0);
+    EXPECT_DOUBLE_EQ(reset[0].chest, 101.0);
+    manager().ResetChest();
+    manager().ResetWaist();
+    EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT sum(chest+waist) FROM BODYLOGS"), 0.0);
+}
+
+TEST_F(PedometerDBManagerTest, LogDatesOfAnEmptyLogAreToday) {
+    Clock::SetNow(Moment(20, 17, 42, 3));
+    EXPECT_EQ(manager().GetLastLogDate(), Moment(20, 0, 0));
+    EXPECT_EQ(manager().GetFirstLogDate(), Moment(20, 0, 0));
+    EXPECT_TRUE(manager().GetBodyLogs().empty());
+}
+
+// --- Goals, body profile, social ------------------------------------------------
+
+TEST_F(PedometerDBManagerTest, GoalsSurviveSaveAndLoad) {
+    DAOTarget seeded;
+    seeded.calories = -5;  // proves that loading overwrites it
+    manager().LoadTargets(seeded);
+    const DAOTarget defaults;
+    EXPECT_EQ(seeded.targetActive, defaults.targetActive);
+    EXPECT_EQ(seeded.calories, defaults.calories);
+    EXPECT_EQ(seeded.activityTime, defaults.activityTime);
+    EXPECT_EQ(seeded.distance, defaults.distance);
+    EXPECT_EQ(seeded.wheight, defaults.wheight);
+    EXPECT_EQ(seeded.wheightTarget, defaults.wheightTarget);
+
+    DAOTarget goals;
+    goals.targetActive = 2;
+    goals.distance = 7.25;
+    goals.calories = 450;
+    goals.activityTime = 75;
+    goals.wheight = 74.5;
+    goals.chest = 99.0;
+    goals.waist = 85.5;
+    goals.hips = 98.0;
+    goals.wheightTarget = 3;
+    manager().SaveTagets(goals);
+    DAOTarget loaded;
+    manager().LoadTargets(loaded);
+    EXPECT_EQ(loaded.targetActive, 2);
+    EXPECT_EQ(loaded.distance, 7.25);
+    EXPECT_EQ(loaded.calories, 450);
+    EXPECT_EQ(loaded.activityTime, 75);
+    EXPECT_EQ(loaded.wheight, 74.5);
+    EXPECT_EQ(loaded.chest, 99.0);
+    EXPECT_EQ(loaded.waist, 85.5);
+    EXPECT_EQ(loaded.hips, 98.0);
+    EXPECT_EQ(loaded.wheightTarget, 3);
+}
+
+TEST_F(PedometerDBManagerTest, BodyProfileSurvivesSaveAndLoad) {
+    Body& body = Body::GetInstance();
+    body.setAge(44);
+    manager().LoadBody();  // the seed leaves everything unset
+    EXPECT_EQ(body.storedAge(), -1);
+    EXPECT_EQ(body.storedHeight(), -1.0);
+    EXPECT_EQ(body.storedRunCoef(), -1.0);
+
+    body.setMen(1);
+    body.setAge(37);
+    body.setHeight(181.5);
+    body.setWeight(79.25);
+    body.setWalkStepSize(0.76);
+    body.setJogStepSize(1.1);
+    body.setRunStepSize(1.45);
+    body.setWalkCoef(0.35);
+    body.setJogCoef(0.95);
+    body.setRunCoef(1.5);
+    manager().SaveBody();
+    body.clear();
+    manager().LoadBody();
+    EXPECT_TRUE(body.isMen());
+    EXPECT_EQ(body.storedAge(), 37);
+    EXPECT_EQ(body.storedHeight(), 181.5);
+    EXPECT_EQ(body.storedWeight(), 79.25);
+    EXPECT_EQ(body.storedWalkStepSize(), 0.76);
+    EXPECT_EQ(body.storedJogStepSize(), 1.1);
+    EXPECT_EQ(body.storedRunStepSize(), 1.45);
+    EXPECT_EQ(body.storedWalkCoef(), 0.35);
+    EXPECT_EQ(body.storedJogCoef(), 0.95);
+    EXPECT_EQ(body.storedRunCoef(), 1.5);
+    body.clear();
+}
+
+TEST_F(PedometerDBManagerTest, SocialSettingsKeepEveryText) {
+    const auto empty = manager().GetDAOSocialN();
+    EXPECT_TRUE(empty->share.isEmpty());
+    EXPECT_TRUE(empty->facebPass.isEmpty());
+
+    DAOSocial social;
+    social.share = QStringLiteral("friends@example.org");
+    social.export_ = QStringLiteral("me@example.org");
+    social.twitLogin = QStringLiteral("läufer");
+    social.twitPass = QStringLiteral("p'ss \"word\"");
+    social.facebLogin = QStringLiteral("walker");
+    social.facebPass = QStringLiteral("秘密");
+    manager().SetSocial(social);
+    const auto loaded = manager().GetDAOSocialN();
+    EXPECT_EQ(loaded->share, social.share);
+    EXPECT_EQ(loaded->export_, social.export_);
+    EXPECT_EQ(loaded->twitLogin, social.twitLogin);
+    EXPECT_EQ(loaded->twitPass, social.twitPass);
+    EXPECT_EQ(loaded->facebLogin, social.facebLogin);
+    EXPECT_EQ(loaded->facebPass, social.facebPass);
+}
+
+// --- Import ---------------------------------------------------------------------
+
+TEST_F(PedometerDBManagerTest, ImportedHistoryReadsBackLikeRecordedHistory) {
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    for (int day : {10, 11}) {
+        auto lap = std::make_unique<DAOLap>();
+        lap->startDate = Moment(day, 7, 15);
+        lap->endDate = Moment(day, 7, 17);
+        lap->techDate = Moment(day, 0, 0);
+        for (int m = 0; m < 2; ++m) {
+            auto minute = std::make_unique<DAOLapMinutes>();
+            minute->lapMinute = m;
+            minute->steps = 100 + m;
+            minute->distance = 70.0;
+            minute->secondsCompleted = 60;
+            lap->minutes.push_back(std::move(minute));
+        }
+        laps.push_back(std::move(lap));
+    }
+    DAOBodyLog log;
+    log.logDate = Moment(11, 9, 30);  // stored as the day
+    log.weight = 80.5;
+    ASSERT_TRUE(manager().ImportHistory(laps, {log}));
+    EXPECT_GT(laps[0]->id, 0);
+    EXPECT_EQ(laps[1]->minutes[1]->lapId, laps[1]->id);
+
+    auto day = manager().GetLapsForDate(Moment(11, 0, 0));
+    ASSERT_EQ(day.size(), 1u);
+    EXPECT_EQ(day[0]->id, laps[1]->id);
+    EXPECT_EQ(*day[0]->endDate, Moment(11, 7, 17));
+    ASSERT_EQ(day[0]->minutes.size(), 2u);
+    EXPECT_EQ(day[0]->minutes[1]->steps, 101);
+    ASSERT_EQ(manager().GetBodyLogs().size(), 1u);
+    EXPECT_EQ(manager().GetBodyLogs()[0].logDate, Moment(11, 0, 0));
+}
+
+}  // namespace
