@@ -76,7 +76,10 @@ bool DatabaseConnection::OpenLocked() {
     }
 
     try {
-        const int flags = readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE;
+        // Run() already keeps other threads out, so SQLite's own per-call locking
+        // (serialized mode) would only cost time on every column read.
+        const int flags =
+            (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) | SQLite::OPEN_NOMUTEX;
         database_ = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
         // WAL keeps every committed transaction when the process is killed; NORMAL

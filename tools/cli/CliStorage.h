@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+
+#include "DatabaseStatus.h"
+
+// What the commands that use the data folder share: the --data-dir option and
+// telling the user why a database cannot be used.
+class CliStorage {
+public:
+    // --data-dir DIR: the data folder instead of the per-user default.
+    static QCommandLineOption DataDirOption();
+    static constexpr const char* kDataDirHelp =
+        "  --data-dir DIR    the data folder holding Options.db3 and Statistics.db3\n"
+        "                    (default: ~/.local/share/pedometer)\n";
+    // Points AppPaths::Home() at the folder given with --data-dir, if any.
+    static void ApplyDataDir(const QCommandLineParser& parser);
+
+    // Prints "pedometer-cli COMMAND: <why>" to stderr when `status` has an error.
+    static void PrintStatus(const char* command, const DatabaseStatus& status);
+};

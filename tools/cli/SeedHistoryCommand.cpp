@@ -1,0 +1,117 @@
+// pedometer-cli seed-history: fills a data folder with made-up history.
+#include <QCommandLineParser>
+#include <cstdio>
+
+#include "CliRegistry.h"
+#include "CliStorage.h"
+#include "Clock.h"
+#include "HistoryGenerator.h"
+#include "PedometerDBManager.h"
+
+namespace {
+
+const char kHelp[] =
+    "Usage: pedometer-cli seed-history --years N [OPTIONS]\n"
+    "\n"
+    "Fills the data folder with made-up but plausible history for trying out the\n"
+    "history screens: the N years up to today, with zero to five laps a day of mostly\n"
+    "walking (steps, distance and calories per minute from the stored body profile),\n"
+    "the five-second records of the newest lap, and a body log every three to five\n"
+    "days. Today gets only laps that have already ended. The same seed, body profile\n"
+    "and day give the same history.\n"
+    "\n"
+    "A folder that already holds laps is refused, so recorded history is never mixed\n"
+    "with made-up history. Missing databases are created from the seeds.\n"
+    "\n"
+    "Options:\n"
+    "  --years N         years of history, 0 to 100 (0: today only)\n"
+    "  --seed S          random seed, a whole number (default 1)\n"
+    "%s"
+    "  -h, --help        show this help\n"
+    "\n"
+    "Exit status: 0 on success, 2 on a bad option or a folder with history, 1 when the\n"
+    "statistics database cannot be used (the reason is printed).\n";
+
+int runSeedHistory(const QStringList& args) {
+    QCommandLineParser parser;
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    const QCommandLineOption years(QStringLiteral("years"), QString(), QStringLiteral("N"));
+    const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("S"),
+                                  QStringLiteral("1"));
+    parser.addOption(help);
+    parser.addOption(years);
+    parser.addOption(seed);
+    parser.addOption(CliStorage::DataDirOption());
+    if (!parser.parse(QStringList{QStringLiteral("seed-history")} + args)) {
+        std::fprintf(stderr,
+                     "pedometer-cli seed-history: %s\nRun 'pedometer-cli seed-history --help'.\n",
+                     qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (parser.isSet(help)) {
+        std::printf(kHelp, CliStorage::kDataDirHelp);
+        return 0;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "pedometer-cli seed-history: unexpected argument '%s'\n",
+                     qPrintable(parser.positionalArguments().first()));
+        return 2;
+    }
+    bool yearsOk = false;
+    const int yearCount = parser.value(years).toInt(&yearsOk);
+    if (!parser.isSet(years) || !yearsOk || yearCount < 0 || yearCount > 100) {
+        std::fprintf(stderr,
+                     "pedometer-cli seed-history: --years needs a whole number from 0 "
+                     "to 100\n");
+        return 2;
+    }
+    bool seedOk = false;
+    const uint seedValue = parser.value(seed).toUInt(&seedOk);
+    if (!seedOk) {
+        std::fprintf(stderr,
+                     "pedometer-cli seed-history: --seed needs a whole number >= 0, not "
+                     "'%s'\n",
+                     qPrintable(parser.value(seed)));
+        return 2;
+    }
+    CliStorage::ApplyDataDir(parser);
+
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    const DatabaseStatus status = manager.StatisticsStatus();
+    if (!status.usable()) {
+        CliStorage::PrintStatus("seed-history", status);
+        return 1;
+    }
+    if (!manager.GetAllDays().empty()) {
+        std::fprintf(stderr,
+                     "pedometer-cli seed-history: %s already holds history; use an empty data "
+                     "folder\n",
+                     qPrintable(status.path));
+        return 2;
+    }
+    manager.LoadBody();  // steps and calories follow the stored profile
+
+    const QDateTime now = Clock::Now();
+    HistoryGenerator::History history = HistoryGenerator(seedValue).Generate(yearCount, now);
+    size_t minutes = 0;
+    for (const auto& lap : history.laps) minutes += lap->minutes.size();
+    if (!manager.ImportHistory(history.laps, history.bodyLogs)) {
+        CliStorage::PrintStatus("seed-history", manager.StatisticsStatus());
+        std::fprintf(stderr, "pedometer-cli seed-history: nothing was stored: %s\n",
+                     manager.StatisticsStatus().lastFailure.toUtf8().constData());
+        return 1;
+    }
+    std::printf("%s: %zu laps, %zu minutes, %zu body logs", qPrintable(status.path),
+                history.laps.size(), minutes, history.bodyLogs.size());
+    if (!history.laps.empty()) {
+        std::printf(" from %s to %s",
+                    qPrintable(history.laps.front()->startDate.date().toString(Qt::ISODate)),
+                    qPrintable(history.laps.back()->startDate.date().toString(Qt::ISODate)));
+    }
+    std::printf("\n");
+    return 0;
+}
+
+}  // namespace
+
+PEDOMETER_CLI_COMMAND("seed-history", "fill a data folder with made-up history", runSeedHistory);
