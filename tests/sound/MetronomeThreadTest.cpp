@@ -1,0 +1,127 @@
+#include "MetronomeThread.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "Body.h"
+#include "FakeSoundPlayer.h"
+#include "Metronome.h"
+#include "PedometerOptions.h"
+#include "SoundEffectPlayer.h"
+#include "SoundsManager.h"
+
+namespace {
+
+// Waits up to five seconds for `done`, running the GUI thread's events meanwhile.
+template <typename Condition>
+bool WaitFor(Condition done) {
+    QDeadlineTimer deadline(5000);
+    while (!done()) {
+        if (deadline.hasExpired()) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
+
+TEST(MetronomeThreadTest, ANewThreadBeatsAtOnceAndASilentOneIdles) {
+    std::atomic<int> beats{0};
+    MetronomeThread thread([&] { ++beats; });
+    thread.Init(60'000);
+    EXPECT_TRUE(WaitFor([&] { return beats >= 1; }));
+    thread.Stop();
+    EXPECT_EQ(beats, 1) << "the second beat is a minute away";
+
+    std::atomic<int> silentBeats{0};
+    MetronomeThread silent([&] { ++silentBeats; });
+    silent.Init(0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    silent.Stop();
+    EXPECT_EQ(silentBeats, 0);
+}
+
+TEST(MetronomeThreadTest, StopWakesTheThreadFromALongSleep) {
+    std::atomic<int> beats{0};
+    auto thread = std::make_unique<MetronomeThread>([&] { ++beats; });
+    thread->Init(3'600'000);
+    ASSERT_TRUE(WaitFor([&] { return beats == 1; }));
+    QElapsedTimer elapsed;
+    elapsed.start();
+    thread.reset();
+    // The sleep was an hour; anything near that would mean Stop() waited for it.
+    EXPECT_LT(elapsed.elapsed(), 5000);
+}
+
+TEST(MetronomeThreadTest, SwitchedOnFromSilenceItBeatsWithinAboutASecond) {
+    std::atomic<int> beats{0};
+    MetronomeThread thread([&] { ++beats; });
+    thread.Init(0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    thread.SetRuntime(20);
+    EXPECT_TRUE(WaitFor([&] { return beats >= 3; }));
+    thread.SetRuntime(0);
+    thread.Stop();
+}
+
+// The whole pacer with its real beat thread, while an "updater" thread feeds spans,
+// a "screen" keeps changing the settings and re-evaluating, and the GUI thread plays
+// the beats. A thread-sanitizer build runs this clean.
+TEST(MetronomeThreadTest, BeatsReachTheGuiThreadWhileOtherThreadsUpdate) {
+    auto& options = PedometerOptions::GetInstance();
+    options.RestoreDefaults();
+    options.pacerType = 3;
+    options.pacerFrequency = 600;  // a beat every 100 ms
+    options.pacerOffOnStanding = true;
+    Body::GetInstance().setWalkStepSize(0.7);
+
+    FakePlayerLog log;
+    log.endsAtOnce = true;
+    SoundsManager& sounds = SoundsManager::GetInstance();
+    sounds.SetPlayerFactory(FakePlayers(log));
+    {
+        Metronome metronome;
+        metronome.Start();
+        std::atomic<bool> stop{false};
+        std::thread updater([&] {
+            for (int span = 0; !stop; ++span) {
+                metronome.SetData(40 + span % 20, 30.0 + span % 7);
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        });
+        std::thread screen([&] {
+            for (int change = 0; !stop; ++change) {
+                options.pacerType = change % 4 == 0 ? 1 : 3;
+                options.pacerSpeed = 5.0 + change % 5;
+                options.pacerDiff = change % 3 == 0;
+                metronome.Update();
+                (void)metronome.GetInterval();
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        });
+        const bool beatsArrived =
+            WaitFor([&] { return log.Plays(QStringLiteral("Pop1.wav")) >= 5; });
+        stop = true;
+        updater.join();
+        screen.join();
+        EXPECT_TRUE(beatsArrived);
+        EXPECT_EQ(log.playThread, std::this_thread::get_id());
+
+        options.pacerType = 3;
+        options.pacerDiff = false;
+        metronome.Update();
+        metronome.Shutdown();
+        EXPECT_FALSE(metronome.IsRunning());
+    }
+    QCoreApplication::processEvents();
+    sounds.SetPlayerFactory([] { return std::make_unique<SoundEffectPlayer>(); });
+    options.RestoreDefaults();
+    Body::GetInstance().clear();
+}
+
+}  // namespace

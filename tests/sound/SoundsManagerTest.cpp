@@ -1,0 +1,258 @@
+#include "SoundsManager.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <thread>
+
+#include "FakeSoundPlayer.h"
+#include "PedometerOptions.h"
+#include "PlatformSettings.h"
+#include "VirtualTime.h"
+
+namespace {
+
+const QString kClick = QStringLiteral("click.wav");
+const QString kTick = QStringLiteral("tick.wav");
+const QString kBeat = QStringLiteral("Pop1.wav");
+const QString kAlarm = QStringLiteral("stopwatch.wav");
+
+class SoundsManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        PedometerOptions::GetInstance().RestoreDefaults();
+        manager.SetPlayerFactory(FakePlayers(log));
+        manager.Initialize();
+    }
+    void TearDown() override {
+        PedometerOptions::GetInstance().RestoreDefaults();
+        PlatformSettings::SetSilentMode(false);
+    }
+
+    void PlayAll() {
+        manager.ClickSound();
+        manager.CountDownSound();
+        manager.PacerSound();
+        manager.PlaySygnalSound();
+    }
+    // Lets each fake clip end, so the next play of it is not dropped.
+    void FinishAll() {
+        for (auto& [clip, player] : log.live) player->Finish();
+    }
+
+    FakePlayerLog log;
+    SoundsManager manager;
+};
+
+TEST_F(SoundsManagerTest, StartsActiveAtVolume80WithOnlyTheClickPlayer) {
+    EXPECT_TRUE(manager.IsActive());
+    EXPECT_EQ(manager.GetVolume(), 80);
+    ASSERT_EQ(log.live.size(), 1u);
+    ASSERT_TRUE(log.live.count(kClick));
+    EXPECT_EQ(log.live[kClick]->Volume(), 80);
+    EXPECT_EQ(log.TotalPlays(), 0);
+}
+
+TEST_F(SoundsManagerTest, EveryPlayerOpensItsOwnClipFromTheResources) {
+    PlayAll();
+    for (const QString& clip : {kClick, kTick, kBeat, kAlarm}) {
+        EXPECT_EQ(log.Plays(clip), 1) << qPrintable(clip);
+        ASSERT_TRUE(log.live.count(clip));
+        EXPECT_NE(log.live[clip]->GetState(), SoundPlayer::State::Error)
+            << qPrintable(clip) << " is missing from the resources";
+    }
+}
+
+TEST_F(SoundsManagerTest, VolumeStepsBySevenAndStaysWithin0To100) {
+    manager.SoundOff();
+    for (int i = 0; i < 14; ++i) manager.SoundUp();
+    EXPECT_EQ(manager.GetVolume(), 98);
+    manager.SoundUp();
+    EXPECT_EQ(manager.GetVolume(), 100);
+    manager.SoundUp();
+    EXPECT_EQ(manager.GetVolume(), 100);
+
+    manager.Initialize();
+    for (int i = 0; i < 11; ++i) manager.SoundDown();
+    EXPECT_EQ(manager.GetVolume(), 3);
+    manager.SoundDown();
+    EXPECT_EQ(manager.GetVolume(), 0);
+    manager.SoundDown();
+    EXPECT_EQ(manager.GetVolume(), 0);
+
+    manager.SoundOn();
+    EXPECT_EQ(manager.GetVolume(), 100);
+}
+
+TEST_F(SoundsManagerTest, VolumeReachesExistingPlayersAndPlayersMadeLater) {
+    manager.CountDownSound();
+    manager.SoundOff();
+    EXPECT_EQ(log.live[kClick]->Volume(), 0);
+    EXPECT_EQ(log.live[kTick]->Volume(), 0);
+    manager.SoundUp();
+    manager.PlaySygnalSound();
+    EXPECT_EQ(log.live[kAlarm]->Volume(), 7);
+    EXPECT_EQ(log.live[kTick]->Volume(), 7);
+}
+
+TEST_F(SoundsManagerTest, SilentModeSilencesEverythingWhateverTheSwitches) {
+    PlatformSettings::SetSilentMode(true);
+    PlayAll();
+    EXPECT_EQ(log.TotalPlays(), 0);
+
+    PlatformSettings::SetSilentMode(false);
+    PlayAll();
+    EXPECT_EQ(log.TotalPlays(), 4);
+}
+
+TEST_F(SoundsManagerTest, InTheBackgroundNothingPlaysNotEvenThePacer) {
+    manager.SetActive(false);
+    PlayAll();
+    std::thread beatThread([this] { manager.PacerSound(); });
+    beatThread.join();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(log.TotalPlays(), 0);
+
+    manager.SetActive(true);
+    PlayAll();
+    EXPECT_EQ(log.TotalPlays(), 4);
+}
+
+TEST_F(SoundsManagerTest, EachSwitchSilencesOnlyItsOwnSoundAndTheAlarmHasNone) {
+    auto& options = PedometerOptions::GetInstance();
+    options.soundButtons = false;
+    PlayAll();
+    EXPECT_EQ(log.Plays(kClick), 0);
+    EXPECT_EQ(log.TotalPlays(), 3);
+
+    FinishAll();
+    options.soundButtons = true;
+    options.soundCountdown = false;
+    PlayAll();
+    EXPECT_EQ(log.Plays(kClick), 1);
+    EXPECT_EQ(log.Plays(kTick), 1);
+
+    FinishAll();
+    options.soundCountdown = true;
+    options.soundMetronome = false;
+    PlayAll();
+    EXPECT_EQ(log.Plays(kTick), 2);
+    EXPECT_EQ(log.Plays(kBeat), 2);
+
+    FinishAll();
+    options.soundButtons = false;
+    options.soundCountdown = false;
+    PlayAll();
+    EXPECT_EQ(log.Plays(kAlarm), 4);
+    EXPECT_EQ(log.TotalPlays(), 2 + 2 + 2 + 4);
+}
+
+TEST_F(SoundsManagerTest, AQuickSecondClickRestartsAndAPausedClickGetsAFreshPlayer) {
+    manager.ClickSound();
+    FakeSoundPlayer* first = log.live[kClick];
+    ASSERT_EQ(first->GetState(), SoundPlayer::State::Playing);
+    manager.ClickSound();
+    EXPECT_EQ(log.Plays(kClick), 2);
+    EXPECT_EQ(log.live[kClick], first);
+
+    first->Force(SoundPlayer::State::Paused);
+    manager.ClickSound();
+    EXPECT_EQ(log.Made(kClick), 2);
+    EXPECT_EQ(log.Released(kClick), 1);
+    EXPECT_EQ(log.live[kClick]->GetState(), SoundPlayer::State::Playing);
+    EXPECT_EQ(log.live[kClick]->Volume(), 80);
+}
+
+TEST_F(SoundsManagerTest, ABeatIsDroppedWhileThePreviousOneStillSounds) {
+    manager.PacerSound();
+    manager.PacerSound();
+    EXPECT_EQ(log.Plays(kBeat), 1);
+
+    FakeSoundPlayer* beat = log.live[kBeat];
+    beat->Finish();
+    manager.PacerSound();
+    EXPECT_EQ(log.Plays(kBeat), 2);
+
+    beat->Stop();
+    manager.PacerSound();
+    EXPECT_EQ(log.Plays(kBeat), 3);
+
+    beat->Force(SoundPlayer::State::Error);
+    manager.PacerSound();
+    EXPECT_EQ(log.Plays(kBeat), 3);
+    EXPECT_EQ(log.Made(kBeat), 1);
+}
+
+TEST_F(SoundsManagerTest, TheCountdownPlayerLastsUntilReleased) {
+    manager.CountDownSound();
+    log.live[kTick]->Finish();
+    manager.CountDownSound();
+    EXPECT_EQ(log.Made(kTick), 1);
+
+    manager.ReleaseCountDown();
+    EXPECT_EQ(log.Released(kTick), 1);
+    EXPECT_FALSE(log.live.count(kTick));
+    manager.ReleaseCountDown();  // nothing left to release
+
+    manager.CountDownSound();
+    EXPECT_EQ(log.Made(kTick), 2);
+    EXPECT_EQ(log.Plays(kTick), 3);
+}
+
+class SoundsManagerAlarmTest : public SoundsManagerTest {
+protected:
+    void SetUp() override {
+        VirtualTime::Enable(QDateTime(QDate(2026, 5, 1), QTime(9, 0)));
+        SoundsManagerTest::SetUp();
+    }
+    void TearDown() override {
+        SoundsManagerTest::TearDown();
+        VirtualTime::Disable();
+    }
+};
+
+TEST_F(SoundsManagerAlarmTest, TheAlarmSoundsTenSecondsThenItsPlayerIsReleased) {
+    manager.PlaySygnalSound();
+    EXPECT_EQ(log.Plays(kAlarm), 1);
+    VirtualTime::AdvanceBy(9999);
+    ASSERT_TRUE(log.live.count(kAlarm));
+    EXPECT_EQ(log.live[kAlarm]->GetState(), SoundPlayer::State::Playing);
+
+    VirtualTime::AdvanceBy(1);
+    EXPECT_FALSE(log.live.count(kAlarm));
+    EXPECT_EQ(log.Released(kAlarm), 1);
+
+    manager.PlaySygnalSound();
+    EXPECT_EQ(log.Made(kAlarm), 2);
+    EXPECT_EQ(log.Plays(kAlarm), 2);
+}
+
+TEST_F(SoundsManagerAlarmTest, ASecondAlarmRestartsTheTenSeconds) {
+    manager.PlaySygnalSound();
+    VirtualTime::AdvanceBy(6000);
+    manager.PlaySygnalSound();
+    VirtualTime::AdvanceBy(6000);
+    EXPECT_TRUE(log.live.count(kAlarm));
+    VirtualTime::AdvanceBy(4000);
+    EXPECT_FALSE(log.live.count(kAlarm));
+    EXPECT_EQ(log.Made(kAlarm), 1);
+}
+
+TEST_F(SoundsManagerTest, BeatsFromAnotherThreadPlayOnTheGuiThread) {
+    std::thread beatThread([this] {
+        for (int i = 0; i < 5; ++i) manager.PacerSound();
+    });
+    beatThread.join();
+    EXPECT_EQ(log.Plays(kBeat), 0) << "played before the GUI thread ran";
+
+    QDeadlineTimer deadline(5000);
+    while (log.Plays(kBeat) == 0 && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(log.Plays(kBeat), 1);
+    EXPECT_EQ(log.playThread, std::this_thread::get_id());
+}
+
+}  // namespace
