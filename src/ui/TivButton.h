@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+#include <optional>
+
+#include "DelegatePointer.h"
+#include "IActionEventListener.h"
+#include "ITouchEventListener.h"
+
+// A picture button: normal, pressed and disabled pictures, an action id, and an action
+// delegate told on release.
+//
+// The button is its own touch listener and becomes the touch listener of every child
+// added with AddControl, so a tap on a caption laid over the button acts on the button.
+// Touches are forwarded to the touch delegate naming the button as their source. A
+// release fires the action wherever the finger is lifted: a tap that slides off still
+// counts. While disabled (SetButtonEnabled(false)) the button ignores touches; it stays
+// a live QWidget so that it keeps receiving them.
+class TivButton : public QWidget, public ITouchEventListener {
+    Q_OBJECT
+public:
+    explicit TivButton(QWidget* parent = nullptr);
+
+    // Places the button and resets it: not pressed, enabled, no pictures, no delegates,
+    // action id 0. Always 0 (success).
+    int Initialize(const QRect& bounds);
+
+    // Each setter keeps its own copy of the picture; null clears it.
+    void SetNormalBitmap(const QPixmap* bitmap);
+    void SetPressedBitmap(const QPixmap* bitmap);
+    void SetDisabledBitmap(const QPixmap* bitmap);
+
+    void SetActionId(int actionId) { actionId_ = actionId; }
+    int GetActionId() const { return actionId_; }
+    // Not owned; may be null. A delegate that is a QObject is forgotten when destroyed.
+    void AddActionEventDelegate(IActionEventListener* listener) { actionDelegate_.Set(listener); }
+    void AddTouchEventDelegate(ITouchEventListener* listener) { touchDelegate_.Set(listener); }
+    // Remembers the container the button belongs to. Informational only: it does not
+    // reparent the widget (the QWidget parent does that).
+    void SetParent(QWidget* container) { container_ = container; }
+    QWidget* GetParentContainer() const { return container_; }
+
+    // Stores the state and redraws. A disabled button shows its disabled picture (or,
+    // without one, nothing), and keeps its pressed state until enabled and released.
+    void SetButtonEnabled(bool enabled);
+    bool IsButtonEnabled() const { return enabled_; }
+    bool IsPressed() const { return pressed_; }
+
+    // Makes `child` part of the button: the button listens to its touches, then adopts
+    // and shows it (unless it was explicitly hidden).
+    void AddControl(QWidget& child);
+
+    void OnTouchPressed(const QWidget& source, const QPoint& point,
+                        const TouchEventInfo& info) override;
+    void OnTouchLongPressed(const QWidget& source, const QPoint& point,
+                            const TouchEventInfo& info) override;
+    void OnTouchReleased(const QWidget& source, const QPoint& point,
+                         const TouchEventInfo& info) override;
+    void OnTouchMoved(const QWidget& source, const QPoint& point,
+                      const TouchEventInfo& info) override;
+    void OnTouchDoublePressed(const QWidget& source, const QPoint& point,
+                              const TouchEventInfo& info) override;
+    void OnTouchFocusIn(const QWidget& source, const QPoint& point,
+                        const TouchEventInfo& info) override;
+    void OnTouchFocusOut(const QWidget& source, const QPoint& point,
+                         const TouchEventInfo& info) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    static void Copy(std::optional<QPixmap>& target, const QPixmap* source);
+
+    QPointer<QWidget> container_;
+    bool pressed_ = false;
+    bool enabled_ = true;
+    std::optional<QPixmap> normal_;
+    std::optional<QPixmap> pressedBitmap_;
+    std::optional<QPixmap> disabled_;
+    DelegatePointer<ITouchEventListener> touchDelegate_;
+    DelegatePointer<IActionEventListener> actionDelegate_;
+    int actionId_ = 0;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <memory>
+
+// A panel that shows one picture at its top-left corner, unscaled and clipped to the
+// panel (a slider's fill is a wide picture in a panel only as wide as the fill).
+class TivImagePanel : public QWidget {
+    Q_OBJECT
+public:
+    explicit TivImagePanel(QWidget* parent = nullptr);
+
+    // Takes the picture and sizes the panel to it at `position`; a null picture gives an
+    // empty panel. Always true.
+    bool Initialize(const QPoint& position, std::unique_ptr<QPixmap> bitmap);
+    // Replaces the picture (the panel keeps its size) and redraws.
+    void SetImage(std::unique_ptr<QPixmap> bitmap);
+    const QPixmap* GetImage() const { return bitmap_.get(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::unique_ptr<QPixmap> bitmap_;
+};

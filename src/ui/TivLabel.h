@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+#include <QWidget>
+#include <optional>
+
+// Text drawn with an outline over an optional background colour, word-wrapped and
+// aligned inside the label.
+//
+// Sizes and styles are in the toolkit's font units (TivUtils::CreateFont). The font is
+// made once, at the first draw: a size or style set after that has no effect unless
+// SetFont is called. SetText only stores the text; the caller redraws (update()).
+class TivLabel : public QWidget {
+    Q_OBJECT
+public:
+    // The platform's alignment codes.
+    static constexpr int ALIGN_LEFT = 1;
+    static constexpr int ALIGN_CENTER = 2;
+    static constexpr int ALIGN_RIGHT = 3;
+    static constexpr int ALIGN_TOP = 1;
+    static constexpr int ALIGN_MIDDLE = 2;
+    static constexpr int ALIGN_BOTTOM = 3;
+
+    static inline const QColor OUTLINE_COLOR{75, 0, 70, 255};
+
+    explicit TivLabel(QWidget* parent = nullptr);
+
+    // Back to the defaults: no text, white text on a transparent background, font size
+    // 9, plain style, centred both ways, outlined, no font made yet.
+    void Initialize();
+
+    void SetText(const QString& text) { text_ = text; }
+    QString GetText() const { return text_; }
+    void SetTextColor(const QColor& color) { textColor_ = color; }
+    QColor GetTextColor() const { return textColor_; }
+    void SetBackColor(const QColor& color);
+    QColor GetBackColor() const { return backColor_; }
+    void SetFontSize(int size) { fontSize_ = size; }
+    void SetFontStyle(int style) { fontStyle_ = style; }
+    void SetHorizontalAlligment(int alignment) { horizontalAlignment_ = alignment; }
+    void SetVerticalAlligment(int alignment) { verticalAlignment_ = alignment; }
+    void SetNeedOutline(bool needOutline) { needOutline_ = needOutline; }
+    // Makes the font now, from this face with the current style and size.
+    void SetFont(const QString& faceName);
+    // The font in use; empty until the first draw or SetFont.
+    const std::optional<QFont>& GetFont() const { return font_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Qt::Alignment Alignment() const;
+
+    QString text_;
+    QColor textColor_;
+    QColor backColor_;
+    std::optional<QFont> font_;
+    int fontSize_ = 9;
+    int fontStyle_ = 1;
+    int horizontalAlignment_ = ALIGN_CENTER;
+    int verticalAlignment_ = ALIGN_MIDDLE;
+    bool needOutline_ = true;
+};
