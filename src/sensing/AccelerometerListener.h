@@ -1,0 +1,12 @@
+#pragma once
+
+// Receives accelerometer samples from an AccelerometerSource.
+//
+// Components are in standard gravity (g), so a phone lying still reads a magnitude of
+// about 1. A source calls this on its own sensor thread, about every 30 ms, and only
+// when x, y or z changed since the sample it delivered before.
+class AccelerometerListener {
+public:
+    virtual ~AccelerometerListener() = default;
+    virtual void OnDataReceived(float x, float y, float z) = 0;
+};

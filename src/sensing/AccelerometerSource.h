@@ -1,0 +1,23 @@
+#pragma once
+
+class AccelerometerListener;
+
+// Where accelerometer samples come from: the Qt Sensors backend, the kernel's IIO
+// sysfs files, a recorded CSV file, or nothing at all.
+//
+// Start and Stop are called from the GUI thread. Between them the source delivers
+// samples in g to the listener on its own thread, on a 30 ms cadence, skipping samples
+// that equal the one delivered before. When Stop returns, no delivery is in progress
+// and none follows; Stop must therefore not be called from inside the listener.
+class AccelerometerSource {
+public:
+    virtual ~AccelerometerSource() = default;
+
+    // True when this source can deliver samples on this machine.
+    virtual bool IsAvailable() const = 0;
+    // Starts delivering to `listener`; does nothing if already started.
+    virtual void Start(AccelerometerListener* listener) = 0;
+    // Stops delivering; does nothing if not started.
+    virtual void Stop() = 0;
+    virtual bool IsRunning() const = 0;
+};

@@ -1,0 +1,64 @@
+#include "AccelerometerSourceFactory.h"
+
+#include <mutex>
+
+#include "CsvReplaySource.h"
+#include "IioAccelerometerSource.h"
+#include "NullAccelerometerSource.h"
+#include "QtSensorsAccelerometerSource.h"
+
+namespace {
+const QLatin1String kReplayPrefix("replay:");
+
+std::mutex& choiceMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+QString& currentChoice() {
+    static QString choice = QStringLiteral("auto");
+    return choice;
+}
+}  // namespace
+
+void AccelerometerSourceFactory::SetChoice(const QString& choice) {
+    std::lock_guard lock(choiceMutex());
+    currentChoice() = choice;
+}
+
+QString AccelerometerSourceFactory::Choice() {
+    std::lock_guard lock(choiceMutex());
+    return currentChoice();
+}
+
+bool AccelerometerSourceFactory::IsValidChoice(const QString& choice) {
+    return choice == QLatin1String("auto") || choice == QLatin1String("qt") ||
+           choice == QLatin1String("iio") || choice == QLatin1String("none") ||
+           (choice.startsWith(kReplayPrefix) && choice.size() > kReplayPrefix.size());
+}
+
+std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(QString* error) {
+    return Create(Choice(), error);
+}
+
+std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QString& choice,
+                                                                        QString* error) {
+    if (choice == QLatin1String("qt")) return std::make_unique<QtSensorsAccelerometerSource>();
+    if (choice == QLatin1String("iio")) return std::make_unique<IioAccelerometerSource>();
+    if (choice.startsWith(kReplayPrefix)) {
+        auto replay = CsvReplaySource::FromFile(choice.mid(kReplayPrefix.size()), error);
+        if (replay) return replay;
+        return std::make_unique<NullAccelerometerSource>();
+    }
+    if (choice == QLatin1String("auto")) {
+        auto qt = std::make_unique<QtSensorsAccelerometerSource>();
+        if (qt->IsAvailable()) return qt;
+        auto iio = std::make_unique<IioAccelerometerSource>();
+        if (iio->IsAvailable()) return iio;
+        return std::make_unique<NullAccelerometerSource>();
+    }
+    if (choice != QLatin1String("none") && error) {
+        *error = QStringLiteral("unknown accelerometer source \"%1\"").arg(choice);
+    }
+    return std::make_unique<NullAccelerometerSource>();
+}

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "AccelerometerListener.h"
+#include "DetectorChannel.h"
+
+class AccelerometerMonitor;
+class AccelerometerSource;
+class StepReceiver;
+
+// The step detector: turns the accelerometer stream into steps, each classified as a
+// walk (1), jog (2) or run (3) step.
+//
+// Three peak/trough state machines run side by side on sliding eight-sample sums of
+// the acceleration magnitude, one per gait. They differ only in their dead-band, the
+// user's per-gait sensitivity from Body. A step is accepted when any machine fires and
+// takes the gait of the fastest one that fired, smoothed by a two-step hysteresis per
+// gait. A fourth channel, raw, has no state machine; it feeds the sensitivity meter.
+//
+// Threads: samples arrive on the source's sensor thread, and addStep/DataRecieved are
+// called there. The start/stop calls come from the GUI thread; only `updating` and
+// `monitoring` are shared, every other field belongs to the sensor thread. A stop call
+// returns only after a call-out in progress has finished, so its receiver may go away
+// afterwards (never call a stop function from inside addStep or DataRecieved).
+//
+// All arithmetic is single precision, except the square root (double) and the raw
+// dead-band test (double against 0.1): the counts must not drift from one build to the
+// next, so the order of operations below is deliberate.
+class QuorPedometer final : public AccelerometerListener {
+public:
+    enum class Channel { Walk, Jog, Run, Raw };
+
+    // A detector on the accelerometer AccelerometerSourceFactory picks for this machine.
+    QuorPedometer();
+    // A detector on `source`; null means no accelerometer.
+    explicit QuorPedometer(std::unique_ptr<AccelerometerSource> source);
+    ~QuorPedometer() override;
+    QuorPedometer(const QuorPedometer&) = delete;
+    QuorPedometer& operator=(const QuorPedometer&) = delete;
+
+    // Counting: steps reach `statistics` while this mode is on.
+    void startUpdating();
+    void stopUpdating();
+    // The sensitivity screen: `accelerometerSettings` gets the raw meter value.
+    void startMonitoring();
+    void stopMonitoring();
+
+    // One sample in g.
+    void OnDataReceived(float x, float y, float z) override;
+
+    // Advance one gait's state machine; true when it fires.
+    bool isStep(float current, float previous);
+    bool isJogStep(float current, float previous);
+    bool isRunStep(float current, float previous);
+
+    // Compact one channel's buffer to its last eight values and forget its extremes.
+    void recycleWalk();
+    void recycleJog();
+    void recycleRun();
+    void recycleRaw();
+
+    // Called with true when monitoring starts while not counting, false when it ends:
+    // the sensitivity screen stays lit while the user watches the meter.
+    void SetScreenKeeper(std::function<void(bool on)> keepScreenOn);
+
+    bool IsUpdating() const { return updating.load(); }
+    bool IsMonitoring() const { return monitoring.load(); }
+
+    // Read-only views of the sensor thread's state, for diagnostics and tests. Only
+    // consistent when read on the sensor thread or while no source is delivering.
+    const DetectorChannel& GetChannel(Channel channel) const;
+    int GetChannelIndex(Channel channel) const;
+    // 0 falling, 1 rising, 2 not yet known; the raw channel has no state (-1).
+    int GetState(Channel channel) const;
+    int GetSampleCount() const { return sampleCount; }
+    float GetRawDelta() const { return rawDelta; }
+
+    // Receiver of addStep. Set before startUpdating, kept alive until stopUpdating.
+    StepReceiver* statistics = nullptr;
+    // Receiver of DataRecieved. Set before startMonitoring, kept alive until stopMonitoring.
+    AccelerometerMonitor* accelerometerSettings = nullptr;
+
+private:
+    static constexpr int kBufferSize = 90;
+    static constexpr int kWindow = 8;
+
+    static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
+    static void recycleChannel(float* buffer, int32_t& index, DetectorChannel& channel,
+                               const float* sumSource);
+    void classifyStep();
+    void registerListener();
+    void unregisterListener();
+    void reportStep(int gait);
+    void reportRawDelta();
+    void waitForCallOut() const;
+
+    float walkCoef;
+    float jogCoef;
+    float runCoef;
+    float rawDelta = 0.0f;
+    float walkDelta = 0.3f;
+    float jogDelta = 0.3f;
+    float runDelta = 0.3f;
+
+    DetectorChannel walk;
+    DetectorChannel jog;
+    DetectorChannel run;
+    DetectorChannel raw;
+
+    uint8_t walkState = 2;
+    uint8_t jogState = 2;
+    uint8_t runState = 2;
+
+    int32_t sampleCount = 0;
+    int32_t walkIndex = 0;
+    int32_t jogIndex = 0;
+    int32_t runIndex = 0;
+    int32_t rawIndex = 0;
+    int32_t samplesSinceStep = 0;
+
+    bool walkPending = false;
+    bool jogPending = false;
+    bool runPending = false;
+
+    int32_t walkEntered = 0;
+    int32_t walkStrays = 0;
+    int32_t jogEntered = 0;
+    int32_t jogStrays = 0;
+    int32_t runEntered = 0;
+    int32_t runStrays = 0;
+
+    std::unique_ptr<AccelerometerSource> sensorManager;
+    int32_t frameCounter = 0;  // cycles 0..30, one step per sample; nothing reads it
+
+    float walkBuffer[kBufferSize] = {};
+    float jogBuffer[kBufferSize] = {};
+    float runBuffer[kBufferSize] = {};
+    float rawBuffer[kBufferSize] = {};
+
+    std::atomic<bool> updating{false};
+    std::atomic<bool> monitoring{false};
+    // Set on the sensor thread while addStep or DataRecieved runs, so that a stop call
+    // can wait for it to finish.
+    std::atomic<bool> callOutBusy{false};
+    std::function<void(bool)> keepScreenOn;
+};
