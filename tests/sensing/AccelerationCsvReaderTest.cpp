@@ -1,0 +1,204 @@
+#include "AccelerationCsvReader.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "AccelerationRecorder.h"
+#include "AccelerationRecording.h"
+#include "TestData.h"
+
+namespace {
+
+constexpr double kG = 9.80665;
+
+struct Parsed {
+    bool ok = false;
+    AccelerationRecording recording;
+    QString error;
+};
+
+Parsed parse(const char* text) {
+    Parsed p;
+    p.ok =
+        AccelerationCsvReader::ReadText(text, QStringLiteral("walk.csv"), &p.recording, &p.error);
+    return p;
+}
+
+const char kPhoneHeader[] =
+    "\"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\","
+    "\"Acceleration z (m/s^2)\"\n";
+
+TEST(AccelerationCsvReaderTest, ReadsPhoneExportAndConvertsToG) {
+    const std::string text = std::string(kPhoneHeader) +
+                             "0.000000000,0.5722142,3.430891,9.80665\n"
+                             "0.003807958,-0.81163436,3.4141316,10.058042\n";
+    const Parsed p = parse(text.c_str());
+    ASSERT_TRUE(p.ok) << p.error.toStdString();
+    ASSERT_EQ(p.recording.Size(), 2u);
+    EXPECT_EQ(p.recording.TimeNs(0), 0);
+    EXPECT_EQ(p.recording.TimeNs(1), 3'807'958);
+    EXPECT_EQ(p.recording.Sample(0).z, 1.0f);
+    // Divided in double, rounded to float once.
+    EXPECT_EQ(p.recording.Sample(1).x, static_cast<float>(-0.81163436 / kG));
+    EXPECT_EQ(p.recording.Sample(0).y, static_cast<float>(3.430891 / kG));
+    EXPECT_EQ(p.recording.DurationNs(), 3'807'958);
+}
+
+TEST(AccelerationCsvReaderTest, TimeUnitsAllGiveNanoseconds) {
+    const char* headers[] = {"Time (s)", "Time (ms)", "Time (us)", "Time (ns)"};
+    const char* times[] = {"1.5e-3", "1.5", "1500", "1500000"};
+    for (int i = 0; i < 4; ++i) {
+        const std::string text = std::string(headers[i]) +
+                                 ",Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
+                                 "0,0,0,1\n" +
+                                 times[i] + ",0,0,1\n";
+        const Parsed p = parse(text.c_str());
+        ASSERT_TRUE(p.ok) << headers[i] << ": " << p.error.toStdString();
+        EXPECT_EQ(p.recording.TimeNs(1), 1'500'000) << headers[i];
+    }
+    // Decimal seconds are taken exactly: thirty milliseconds is 30,000,000 ns.
+    const Parsed exact = parse(
+        "Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
+        "-0.5,0,0,1\n0.030,0,0,1\n12345.999999999,0,0,1\n");
+    ASSERT_TRUE(exact.ok) << exact.error.toStdString();
+    EXPECT_EQ(exact.recording.TimeNs(0), -500'000'000);
+    EXPECT_EQ(exact.recording.TimeNs(1), 30'000'000);
+    EXPECT_EQ(exact.recording.TimeNs(2), 12'345'999'999'999);
+}
+
+TEST(AccelerationCsvReaderTest, AcceptsLooseLayouts) {
+    // Unquoted header, extra columns (another sensor's axes among them), columns in any
+    // order, units per column, CRLF line ends, a byte-order mark, quoted values and
+    // blank lines.
+    const Parsed p = parse(
+        "\xEF\xBB\xBFGyroscope x (rad/s),Acceleration z (g), Time (ms) ,Acceleration x "
+        "(m/s^2),Acceleration y (g),note\r\n"
+        "\r\n"
+        "0.1,1,0,9.80665,0.5,start\r\n"
+        "0.2,\"2\",30,0,-0.5,\r\n"
+        "\n");
+    ASSERT_TRUE(p.ok) << p.error.toStdString();
+    ASSERT_EQ(p.recording.Size(), 2u);
+    EXPECT_EQ(p.recording.Sample(0), (AccelerationSample{1.0f, 0.5f, 1.0f}));
+    EXPECT_EQ(p.recording.Sample(1), (AccelerationSample{0.0f, -0.5f, 2.0f}));
+    EXPECT_EQ(p.recording.TimeNs(1), 30'000'000);
+}
+
+TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem) {
+    const std::string header =
+        "Time (s),Acceleration x (m/s^2),Acceleration y (m/s^2),Acceleration z (m/s^2)\n";
+    struct Case {
+        std::string text;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"", "walk.csv: the file is empty"},
+        {"\n  \n", "walk.csv: the file is empty"},
+        {header, "walk.csv: no samples after the header line"},
+        {"0.0,1,2,3\n0.1,1,2,3\n", "walk.csv: line 1: no header line"},
+        {"Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
+         "walk.csv: line 1: no time column"},
+        {"Time (s),Acceleration x (g),Acceleration y (g)\n0,1,2\n",
+         "walk.csv: line 1: no column for acceleration z"},
+        {"Time (min),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
+         "walk.csv: line 1: column 1 \"Time (min)\" has the unknown time unit \"min\""},
+        {"Time,Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
+         "walk.csv: line 1: column 1 \"Time\" gives no unit"},
+        {"Time (s),Acceleration x (ft/s^2),Acceleration y (g),Acceleration z (g)\n",
+         "walk.csv: line 1: column 2 \"Acceleration x (ft/s^2)\" has the unknown acceleration "
+         "unit \"ft/s^2\""},
+        {header + "0,1,2,3\n0.1,1,2\n",
+         "walk.csv: line 3: missing value for column 4 (\"Acceleration z (m/s^2)\")"},
+        {header + "0,1,2,3\n0.1,1,,3\n",
+         "walk.csv: line 3: empty value in column 3 (\"Acceleration y (m/s^2)\")"},
+        {header + "0,1,2,3\n\n0.1,1,abc,3\n",
+         "walk.csv: line 4: \"abc\" in column 3 (\"Acceleration y (m/s^2)\") is not a number"},
+        {header + "0,1,2,3\n0.1,1,2,3x\n", "walk.csv: line 3: \"3x\" in column 4"},
+        {header + "0,1,2,3\n0.1,nan,2,3\n", "is not a number"},
+        {header + "0,1,2,3\n0.1,1e300,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
+        {header + "zero,1,2,3\n", "walk.csv: line 2: \"zero\" in column 1 (\"Time (s)\")"},
+        {header + "1e20,1,2,3\n",
+         "walk.csv: line 2: \"1e20\" in column 1 (\"Time (s)\") is out "
+         "of range"},
+        {header + "0,1,2,3\n0.5,1,2,3\n0.49,1,2,3\n",
+         "walk.csv: line 4: time goes backwards, from 0.500000000 s to 0.490000000 s"},
+    };
+    for (const Case& c : cases) {
+        const Parsed p = parse(c.text.c_str());
+        EXPECT_FALSE(p.ok) << c.text;
+        EXPECT_TRUE(p.error.startsWith(QString::fromUtf8(c.expected)) ||
+                    p.error.contains(QString::fromUtf8(c.expected)))
+            << "got: " << p.error.toStdString() << "\nwanted: " << c.expected;
+        EXPECT_TRUE(p.recording.IsEmpty()) << "half a recording was kept: " << c.text;
+    }
+}
+
+TEST(AccelerationCsvReaderTest, UnreadableFileNamesTheFile) {
+    AccelerationRecording recording;
+    QString error;
+    EXPECT_FALSE(AccelerationCsvReader::ReadFile(QStringLiteral("/nonexistent/walk.csv"),
+                                                 &recording, &error));
+    EXPECT_TRUE(error.startsWith(QStringLiteral("/nonexistent/walk.csv: cannot open")))
+        << error.toStdString();
+
+    const auto dir = testdata::MakeTempDir();
+    EXPECT_FALSE(AccelerationCsvReader::ReadFile(dir->path(), &recording, &error));
+    EXPECT_TRUE(error.startsWith(dir->path())) << error.toStdString();
+}
+
+TEST(AccelerationCsvReaderTest, RecorderOutputReadsBackExactlyAcrossBlocks) {
+    // Well over one 4 MiB read block, so lines straddle block boundaries.
+    const auto dir = testdata::MakeTempDir();
+    const QString path = dir->filePath(QStringLiteral("recorded.csv"));
+    AccelerationRecorder recorder;
+    QString error;
+    ASSERT_TRUE(recorder.Open(path, &error)) << error.toStdString();
+    AccelerationRecording expected;
+    const qint64 start = 987'654'321'000;
+    for (int i = 0; i < 150'000; ++i) {
+        const AccelerationSample s{0.1f * (i % 17) - 0.7f, 1.0f / (1 + i % 29),
+                                   -9.5f + 1e-3f * (i % 1000)};
+        const qint64 t = start + i * 10'000'037LL;
+        recorder.Append(t, s.x, s.y, s.z);
+        expected.Append(t - start, s);
+    }
+    ASSERT_TRUE(recorder.Close(&error)) << error.toStdString();
+    EXPECT_GT(QFile(path).size(), 5 << 20);
+
+    AccelerationRecording read;
+    ASSERT_TRUE(AccelerationCsvReader::ReadFile(path, &read, &error)) << error.toStdString();
+    ASSERT_EQ(read.Size(), expected.Size());
+    for (std::size_t i = 0; i < read.Size(); ++i) {
+        ASSERT_EQ(read.TimeNs(i), expected.TimeNs(i)) << i;
+        ASSERT_EQ(read.Sample(i), expected.Sample(i)) << i;
+    }
+}
+
+TEST(AccelerationCsvReaderTest, RecorderWritesMetresPerSecondSquaredWhenAsked) {
+    const auto dir = testdata::MakeTempDir();
+    const QString path = dir->filePath(QStringLiteral("phone.csv"));
+    AccelerationRecorder recorder(AccelerationRecorder::Unit::MetresPerSecondSquared);
+    ASSERT_TRUE(recorder.Open(path, nullptr));
+    recorder.Append(5'000'000'000, 0.0f, 0.0f, 9.80665f);
+    recorder.Append(5'030'000'001, 0.0f, 0.0f, -9.80665f);
+    ASSERT_TRUE(recorder.Close(nullptr));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(),
+              QByteArray("\"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\","
+                         "\"Acceleration z (m/s^2)\"\n"
+                         "0.000000000,0,0,9.80665\n"
+                         "0.030000001,0,0,-9.80665\n"));
+}
+
+TEST(AccelerationCsvReaderTest, RecorderReportsAnUnwritableFile) {
+    AccelerationRecorder recorder;
+    QString error;
+    EXPECT_FALSE(recorder.Open(QStringLiteral("/nonexistent/dir/out.csv"), &error));
+    EXPECT_TRUE(error.startsWith(QStringLiteral("/nonexistent/dir/out.csv: cannot write")));
+    recorder.Append(0, 1.0f, 2.0f, 3.0f);  // ignored, no crash
+    EXPECT_EQ(recorder.SampleCount(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,206 @@
+// pedometer-cli count and accuracy, run as the user runs them.
+#include <gtest/gtest.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <cmath>
+
+#include "AccelerationCsvReader.h"
+#include "AccelerationRecorder.h"
+#include "AccelerationRecording.h"
+#include "Body.h"
+#include "RecordingStepCounter.h"
+#include "TestData.h"
+
+namespace {
+
+struct CliRun {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+CliRun cli(const QStringList& args) {
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));  // decimal comma locale
+    env.insert(QStringLiteral("LANG"), QStringLiteral("de_DE.UTF-8"));
+    process.setProcessEnvironment(env);
+    process.start(testdata::CliPath(), args);
+    CliRun run;
+    if (!process.waitForFinished(60000)) return run;
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+// Twenty seconds of a phone bouncing at two strides a second, in m/s^2 at 100 Hz.
+void writeWalk(const QString& path, double bounce) {
+    AccelerationRecorder recorder(AccelerationRecorder::Unit::MetresPerSecondSquared);
+    ASSERT_TRUE(recorder.Open(path, nullptr));
+    for (int i = 0; i < 2000; ++i) {
+        const double t = i / 100.0;
+        const double up = bounce * std::sin(2 * M_PI * 2.0 * t);
+        recorder.Append(i * 10'000'000LL, 1.2f, static_cast<float>(9.5 + 9.8 * up), 0.8f);
+    }
+    ASSERT_TRUE(recorder.Close(nullptr));
+}
+
+class CountCommandTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = testdata::MakeTempDir();
+        walk_ = dir_->filePath(QStringLiteral("walk.csv"));
+        jog_ = dir_->filePath(QStringLiteral("jog.csv"));
+        writeWalk(walk_, 0.25);
+        writeWalk(jog_, 0.6);
+    }
+
+    static RecordingStepCounter::Result countHere(const QString& path) {
+        Body::GetInstance().clear();
+        AccelerationRecording recording;
+        EXPECT_TRUE(AccelerationCsvReader::ReadFile(path, &recording, nullptr));
+        return RecordingStepCounter::Count(recording);
+    }
+
+    std::unique_ptr<QTemporaryDir> dir_;
+    QString walk_;
+    QString jog_;
+};
+
+TEST_F(CountCommandTest, PrintsOneLinePerFileWithDistanceFromDefaultStepLengths) {
+    const CliRun run = cli({QStringLiteral("count"), walk_, jog_});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2);
+    const QRegularExpression format(QStringLiteral(
+        R"(^(\S+) steps=(\d+) walk=(\d+) jog=(\d+) run=(\d+) samples=(\d+) distance_m=(\d+\.\d\d)$)"));
+    const QString files[] = {walk_, jog_};
+    for (int i = 0; i < 2; ++i) {
+        const QRegularExpressionMatch m = format.match(lines[i]);
+        ASSERT_TRUE(m.hasMatch()) << lines[i].toStdString();
+        EXPECT_EQ(m.captured(1), files[i]);
+        const RecordingStepCounter::Result expected = countHere(files[i]);
+        EXPECT_GT(expected.Steps(), 10);
+        EXPECT_EQ(m.captured(2).toInt(), expected.Steps());
+        EXPECT_EQ(m.captured(3).toInt(), expected.walk);
+        EXPECT_EQ(m.captured(4).toInt(), expected.jog);
+        EXPECT_EQ(m.captured(5).toInt(), expected.run);
+        EXPECT_EQ(m.captured(6).toLongLong(), expected.samples);
+        // Default profile: 172 cm, not a man; walk 0.71036 m, jog 1.5 and run 2 times that.
+        const double metres = 0.71036 * (expected.walk + 1.5 * expected.jog + 2 * expected.run);
+        EXPECT_NEAR(m.captured(7).toDouble(), metres, 0.005);
+    }
+}
+
+TEST_F(CountCommandTest, JsonCarriesTheSameFigures) {
+    const CliRun text = cli({QStringLiteral("count"), jog_});
+    const CliRun json = cli({QStringLiteral("count"), QStringLiteral("--json"), jog_});
+    ASSERT_EQ(json.status, 0) << json.err.toStdString();
+    QJsonParseError error;
+    const QJsonObject o = QJsonDocument::fromJson(json.out.toUtf8(), &error).object();
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << json.out.toStdString();
+    EXPECT_EQ(o.value(QStringLiteral("file")).toString(), jog_);
+    const QString expected =
+        QStringLiteral("%1 steps=%2 walk=%3 jog=%4 run=%5 samples=%6 distance_m=%7\n")
+            .arg(jog_)
+            .arg(o.value(QStringLiteral("steps")).toInt())
+            .arg(o.value(QStringLiteral("walk")).toInt())
+            .arg(o.value(QStringLiteral("jog")).toInt())
+            .arg(o.value(QStringLiteral("run")).toInt())
+            .arg(o.value(QStringLiteral("samples")).toInt())
+            .arg(o.value(QStringLiteral("distance_m")).toDouble(), 0, 'f', 2);
+    EXPECT_EQ(text.out, expected);
+}
+
+TEST_F(CountCommandTest, SensitivityOptionsReachTheDetector) {
+    const CliRun deaf = cli({QStringLiteral("count"), QStringLiteral("--walk-coef"),
+                             QStringLiteral("100"), QStringLiteral("--jog-coef=100"),
+                             QStringLiteral("--run-coef"), QStringLiteral("100"), jog_});
+    ASSERT_EQ(deaf.status, 0) << deaf.err.toStdString();
+    EXPECT_TRUE(deaf.out.contains(QStringLiteral(" steps=0 "))) << deaf.out.toStdString();
+}
+
+TEST_F(CountCommandTest, BadInputExitsWithStatusTwoAndKeepsTheGoodFiles) {
+    const QString bad = dir_->filePath(QStringLiteral("bad.csv"));
+    ASSERT_TRUE(testdata::WriteFile(bad,
+                                    "Time (s),Acceleration x (g),Acceleration y (g),"
+                                    "Acceleration z (g)\n0,0,0,1\n0.1,0,x,1\n"));
+    CliRun run = cli({QStringLiteral("count"), bad, walk_});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(run.err.contains(bad + QStringLiteral(": line 3: \"x\" in column 3")))
+        << run.err.toStdString();
+    EXPECT_TRUE(run.out.startsWith(walk_ + QStringLiteral(" steps=")));
+
+    for (const QStringList& args :
+         {QStringList{QStringLiteral("count")},
+          QStringList{QStringLiteral("count"), QStringLiteral("--walk-coef"), QStringLiteral("abc"),
+                      walk_},
+          QStringList{QStringLiteral("count"), QStringLiteral("--walk-coef=-1"), walk_},
+          QStringList{QStringLiteral("count"), QStringLiteral("--frobnicate"), walk_},
+          QStringList{QStringLiteral("count"), dir_->filePath(QStringLiteral("missing.csv"))}}) {
+        run = cli(args);
+        EXPECT_EQ(run.status, 2) << args.join(QLatin1Char(' ')).toStdString();
+        EXPECT_FALSE(run.err.isEmpty());
+    }
+    run = cli({QStringLiteral("count"), QStringLiteral("--help")});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("distance_m")));
+    EXPECT_TRUE(run.out.contains(QStringLiteral("--jog-coef")));
+}
+
+TEST_F(CountCommandTest, AccuracyTabulatesCountsAgainstTheIndex) {
+    const int walkSteps = countHere(walk_).Steps();
+    const int jogSteps = countHere(jog_).Steps();
+    const QString index = dir_->filePath(QStringLiteral("truth.csv"));
+    // The walk's truth is twice its count (-50 %), the jog's its count (0 %): 25 % mean.
+    const QByteArray text =
+        QStringLiteral("phone,file,ground_truth_steps\nA,walk.csv,%1\nB,%2,%3\n")
+            .arg(walkSteps * 2)
+            .arg(jog_)
+            .arg(jogSteps)
+            .toUtf8();
+    ASSERT_TRUE(testdata::WriteFile(index, text));
+    const CliRun run = cli({QStringLiteral("accuracy"), index});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 5) << run.out.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("file")));
+    EXPECT_EQ(lines[1].simplified(),
+              QStringLiteral("walk.csv %1 %2 -50.0").arg(walkSteps).arg(walkSteps * 2));
+    EXPECT_EQ(lines[2].simplified(), QStringLiteral("%1 %2 %2 0.0").arg(jog_).arg(jogSteps));
+    EXPECT_TRUE(lines[3].startsWith(QStringLiteral("total")));
+    EXPECT_EQ(lines[4], QStringLiteral("mean absolute percentage error: 25.0 %"));
+}
+
+TEST_F(CountCommandTest, AccuracyRejectsABadIndex) {
+    const QString index = dir_->filePath(QStringLiteral("truth.csv"));
+    struct Case {
+        QByteArray text;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"", "the index is empty"},
+        {"file,steps\nwalk.csv,10\n", "line 1: the header needs the columns"},
+        {"file,ground_truth_steps\n", "no recordings listed"},
+        {"file,ground_truth_steps\nwalk.csv,many\n", "line 2: ground_truth_steps 'many'"},
+        {"file,ground_truth_steps\nwalk.csv,0\n", "is not a positive whole number"},
+        {"file,ground_truth_steps\nnowhere.csv,10\n", "nowhere.csv: cannot open"},
+    };
+    for (const Case& c : cases) {
+        ASSERT_TRUE(testdata::WriteFile(index, c.text));
+        const CliRun run = cli({QStringLiteral("accuracy"), index});
+        EXPECT_EQ(run.status, 2) << c.text.constData();
+        EXPECT_TRUE(run.err.contains(QString::fromUtf8(c.expected)))
+            << "got: " << run.err.toStdString() << "\nwanted: " << c.expected;
+    }
+    EXPECT_EQ(cli({QStringLiteral("accuracy")}).status, 2);
+    EXPECT_EQ(cli({QStringLiteral("accuracy"), dir_->filePath(QStringLiteral("none.csv"))}).status,
+              2);
+}
+
+}  // namespace

@@ -1,0 +1,408 @@
+#include "QuorPedometer.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <vector>
+
+#include "AccelerometerMonitor.h"
+#include "AccelerometerSource.h"
+#include "Body.h"
+#include "StepReceiver.h"
+
+namespace {
+
+using Channel = QuorPedometer::Channel;
+
+class GaitLog : public StepReceiver {
+public:
+    void addStep(int gait) override { gaits.push_back(gait); }
+    std::vector<int> gaits;
+};
+
+class MeterLog : public AccelerometerMonitor {
+public:
+    void DataRecieved(double value) override { values.push_back(value); }
+    std::vector<double> values;
+};
+
+// Feeds magnitudes (as (0, 0, m)) chosen so that the eight-sample sum follows the path
+// a test asks for: each new magnitude is the one leaving the window plus the wanted
+// change. All values are multiples of 0.5, so the float sums are exact.
+class SumDriver {
+public:
+    SumDriver(QuorPedometer& detector, float base) : detector_(detector), window_(8, base) {
+        for (int i = 0; i < 8; ++i) Feed(base);
+        sum_ = 8 * base;
+        level_ = sum_;
+    }
+
+    void To(float sum) {
+        const float m = window_.front() + (sum - sum_);
+        ASSERT_GE(m, 0.0f) << "path drops faster than the window allows";
+        sum_ = sum;
+        Feed(m);
+    }
+    void Hold(int samples) {
+        for (int i = 0; i < samples; ++i) To(sum_);
+    }
+    // Down, down, up, up by `change` around the resting level: a machine that sees
+    // changes this large and stands rising fires on the last sample.
+    void Stride(float change) {
+        To(level_ - change);
+        To(level_ - 2 * change);
+        To(level_ - change);
+        To(level_);
+    }
+    float Sum() const { return sum_; }
+    int Samples() const { return samples_; }
+
+private:
+    void Feed(float m) {
+        window_.pop_front();
+        window_.push_back(m);
+        detector_.OnDataReceived(0.0f, 0.0f, m);
+        ++samples_;
+    }
+
+    QuorPedometer& detector_;
+    std::deque<float> window_;
+    float sum_ = 0.0f;
+    float level_ = 0.0f;
+    int samples_ = 0;
+};
+
+// Per-sample sum changes: 0.5 moves only the walk channel (dead-band 0.3), 1.0 walk and
+// jog (0.9), 1.5 all three (run 1.4).
+constexpr float kWalkChange = 0.5f;
+constexpr float kJogChange = 1.0f;
+constexpr float kRunChange = 1.5f;
+// Magnitude of the resting phone in the stride tests: high enough that a run of
+// strides never asks for a negative magnitude.
+constexpr float kStrideBase = 8.0f;
+
+class QuorPedometerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        Body::GetInstance().clear();  // default sensitivities 0.3, 0.9, 1.4
+        detector_ = std::make_unique<QuorPedometer>(nullptr);
+        detector_->statistics = &steps_;
+        detector_->startUpdating();
+    }
+    void TearDown() override { Body::GetInstance().clear(); }
+
+    // A stride seen by every channel, so that all three machines stand rising; it
+    // cannot fire yet because no crest has been recorded.
+    void Prime(SumDriver& driver) {
+        driver.Stride(kRunChange);
+        ASSERT_TRUE(steps_.gaits.empty());
+    }
+
+    std::unique_ptr<QuorPedometer> detector_;
+    GaitLog steps_;
+};
+
+TEST_F(QuorPedometerTest, FirstEightSamplesNeverStepAndLeaveMachinesUnknown) {
+    for (int i = 0; i < 8; ++i) detector_->OnDataReceived(0.0f, 0.0f, i % 2 ? 3.0f : 0.5f);
+    EXPECT_TRUE(steps_.gaits.empty());
+    EXPECT_EQ(detector_->GetSampleCount(), 8);
+    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run}) {
+        EXPECT_EQ(detector_->GetState(c), 2);
+        // The sums grow against a previous sum that stays 0 during the warm-up.
+        EXPECT_EQ(detector_->GetChannel(c).prevSum, 0.0f);
+    }
+    EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Walk).sum, 14.0f);
+}
+
+TEST_F(QuorPedometerTest, StillPhoneHoldsItsSumsAndNeverSteps) {
+    for (int i = 0; i < 2000; ++i) {
+        const float noise = (i % 3 - 1) * 0.01f;
+        detector_->OnDataReceived(0.02f, -0.01f, 1.0f + noise);
+    }
+    EXPECT_TRUE(steps_.gaits.empty());
+    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run}) {
+        EXPECT_EQ(detector_->GetState(c), 2);
+    }
+}
+
+TEST_F(QuorPedometerTest, StateMachineMovesOnlyOnChangesBeyondItsDelta) {
+    QuorPedometer& d = *detector_;
+    EXPECT_FALSE(d.isStep(10.2f, 10.0f));  // within the 0.3 hysteresis
+    EXPECT_EQ(d.GetState(Channel::Walk), 2);
+    EXPECT_FALSE(d.isStep(10.0f, 11.0f));  // falling
+    EXPECT_EQ(d.GetState(Channel::Walk), 0);
+    // Leaving state 2 records no crest; the rise from falling records the valley.
+    EXPECT_EQ(d.GetChannel(Channel::Walk).peak, -30000.0f);
+    EXPECT_FALSE(d.isStep(3.0f, 2.0f));
+    EXPECT_EQ(d.GetState(Channel::Walk), 1);
+    EXPECT_EQ(d.GetChannel(Channel::Walk).trough, 2.0f);
+    EXPECT_FALSE(d.isStep(9.0f, 10.0f));  // the fall records the crest it passed
+    EXPECT_EQ(d.GetChannel(Channel::Walk).peak, 10.0f);
+    EXPECT_FALSE(d.isStep(3.0f, 4.0f));  // a lower valley does not matter while falling
+    EXPECT_FALSE(d.isStep(5.0f, 4.0f));
+    EXPECT_EQ(d.GetChannel(Channel::Walk).trough, 2.0f);
+    // Peak 10, trough 2: the current sum must pass the midpoint 6, the previous one
+    // only the peak plus half the trough, 11.
+    EXPECT_FALSE(d.isStep(6.0f, 5.0f));
+    EXPECT_TRUE(d.isStep(6.5f, 10.5f));
+    EXPECT_FALSE(d.isStep(11.2f, 11.0f));
+    EXPECT_EQ(d.GetState(Channel::Walk), 1);
+    // The other gaits keep machines of their own.
+    EXPECT_EQ(d.GetState(Channel::Jog), 2);
+    EXPECT_EQ(d.GetState(Channel::Run), 2);
+}
+
+TEST_F(QuorPedometerTest, OnePeakAndTroughThenARiseGiveExactlyOneStep) {
+    SumDriver driver(*detector_, 4.0f);                                // resting sum 32
+    for (float s : {32.5f, 33.0f, 32.5f, 32.0f, 32.5f}) driver.To(s);  // crest 33, valley 32
+    EXPECT_TRUE(steps_.gaits.empty());
+    driver.To(33.0f);  // above the midpoint 32.5
+    EXPECT_EQ(steps_.gaits, std::vector<int>{1});
+    // Rising on and holding high: the recycle forgot the crest, so no second step.
+    for (float s : {33.5f, 34.0f}) driver.To(s);
+    driver.Hold(20);
+    EXPECT_EQ(steps_.gaits.size(), 1u);
+    // A new fall and rise gives the next one.
+    for (float s : {33.5f, 33.0f, 33.5f}) driver.To(s);
+    EXPECT_EQ(steps_.gaits.size(), 1u);
+    driver.To(34.0f);
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1}));
+}
+
+TEST_F(QuorPedometerTest, SampleAfterAStepNeverStepsAndItsFlagCarriesOver) {
+    QuorPedometer& d = *detector_;
+    // Crest 30, valley 2, rising: fires while the previous sum is below 31.
+    d.isStep(1.0f, 0.0f);
+    d.isStep(0.0f, 30.0f);
+    d.isStep(10.0f, 2.0f);
+    SumDriver driver(d, 3.5f);  // resting sum 28
+    driver.To(32.0f);           // 9th sample: fires, but it is the refractory sample
+    EXPECT_TRUE(steps_.gaits.empty());
+    driver.Hold(1);  // previous sum 32 is too high to fire; the carried flag steps
+    EXPECT_EQ(steps_.gaits, std::vector<int>{1});
+
+    // Set the machine up again right after the step: crest 31.5, valley 2.
+    d.isStep(0.0f, 31.5f);
+    d.isStep(10.0f, 2.0f);
+    driver.To(36.0f);  // fires on the sample right after the step: no step
+    EXPECT_EQ(steps_.gaits.size(), 1u);
+    driver.Hold(1);  // does not fire itself, reports the carried flag
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1}));
+}
+
+TEST_F(QuorPedometerTest, StridesAreClassifiedByTheFastestMachineThatFired) {
+    SumDriver driver(*detector_, kStrideBase);
+    Prime(driver);
+    driver.Stride(kWalkChange);
+    driver.Stride(kRunChange);  // run, jog and walk fire together: run
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 3}));
+    // Each step recycles the gait channels and restarts the refractory count.
+    EXPECT_EQ(detector_->GetChannelIndex(Channel::Walk), 8);
+    EXPECT_EQ(detector_->GetChannelIndex(Channel::Run), 8);
+    EXPECT_EQ(detector_->GetChannel(Channel::Jog).peak, -30000.0f);
+    EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Jog).sum, driver.Sum());
+}
+
+TEST_F(QuorPedometerTest, JogModeClaimsTwoOtherStepsThenLetsGo) {
+    SumDriver driver(*detector_, kStrideBase);
+    Prime(driver);
+    for (float change :
+         {kJogChange, kJogChange, kWalkChange, kWalkChange, kWalkChange, kWalkChange}) {
+        driver.Stride(change);
+    }
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{2, 2, 2, 2, 1, 1}));
+}
+
+TEST_F(QuorPedometerTest, EstablishedModesOverruleARunStep) {
+    SumDriver driver(*detector_, kStrideBase);
+    Prime(driver);
+    for (float change : {kJogChange, kJogChange, kRunChange}) driver.Stride(change);
+    for (float change : {kWalkChange, kWalkChange, kWalkChange, kRunChange}) {
+        driver.Stride(change);
+    }
+    // Jog mode turns the run into jog (its first stray) and the first walk (its second);
+    // the next walk ends jog mode, the one after enters walk mode, which claims the run.
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{2, 2, 2, 2, 1, 1, 1}));
+}
+
+TEST_F(QuorPedometerTest, WalkModeHasTheLastWordOverAJogModeJustEntered) {
+    SumDriver driver(*detector_, kStrideBase);
+    Prime(driver);
+    for (float change : {kWalkChange, kWalkChange, kJogChange, kJogChange, kWalkChange}) {
+        driver.Stride(change);
+    }
+    // The jogs enter jog mode but walk mode reports them as walks; the next walk is
+    // claimed by jog mode, and walk mode, out of strays, lets it go.
+    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1, 1, 1, 2}));
+}
+
+TEST_F(QuorPedometerTest, ChannelWrapsAfter81SamplesWithoutAStep) {
+    QuorPedometer& d = *detector_;
+    for (int i = 0; i < 88; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 88);
+    d.isStep(0.0f, 30.0f);  // record a crest and a valley on the walk channel
+    d.isStep(10.0f, 2.0f);
+    d.OnDataReceived(0.0f, 0.0f, 1.0f);  // 89th sample: every channel wraps
+    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run, Channel::Raw}) {
+        EXPECT_EQ(d.GetChannelIndex(c), 8);
+        EXPECT_FLOAT_EQ(d.GetChannel(c).sum, 8.0f);
+    }
+    EXPECT_EQ(d.GetChannel(Channel::Walk).peak, -30000.0f);
+    EXPECT_EQ(d.GetChannel(Channel::Walk).trough, 30000.0f);
+
+    for (int i = 0; i < 80; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 88);
+    d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 8);
+    EXPECT_TRUE(steps_.gaits.empty());
+}
+
+TEST_F(QuorPedometerTest, RawWrapTakesItsSumFromTheRunBuffer) {
+    QuorPedometer& d = *detector_;
+    for (int i = 0; i < 100; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);  // wrapped once at 89
+    d.recycleRun();  // the run channel now lags the raw channel by 11 positions
+    for (int i = 0; i < 70; ++i) d.OnDataReceived(0.0f, 0.0f, 2.0f);
+    // The raw channel wrapped on the last sample; its sum came from the run buffer's
+    // old ones at the raw positions instead of its own twos. The walk channel, which
+    // wrapped on the same sample, kept its real sum.
+    EXPECT_EQ(d.GetChannelIndex(Channel::Raw), 8);
+    EXPECT_FLOAT_EQ(d.GetChannel(Channel::Raw).sum, 8.0f);
+    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 8);
+    EXPECT_FLOAT_EQ(d.GetChannel(Channel::Walk).sum, 16.0f);
+}
+
+TEST_F(QuorPedometerTest, MonitoringAloneClassifiesStepsWithoutReportingThem) {
+    MeterLog meter;
+    QuorPedometer& d = *detector_;
+    d.stopUpdating();
+    d.accelerometerSettings = &meter;
+    d.startMonitoring();
+
+    SumDriver driver(d, kStrideBase);
+    EXPECT_TRUE(meter.values.empty());  // nothing during the warm-up
+    Prime(driver);
+    driver.Stride(kJogChange);
+    driver.Stride(kJogChange);
+    EXPECT_TRUE(steps_.gaits.empty());
+    // The meter gets twice the raw sum's change for every sample: 3 for a 1.5 change.
+    ASSERT_EQ(meter.values.size(), 12u);
+    EXPECT_DOUBLE_EQ(meter.values[0], 3.0);
+    EXPECT_DOUBLE_EQ(meter.values[5], 2.0);
+
+    // Jog mode was entered while only monitoring: counting now reports a walk as jog.
+    d.startUpdating();
+    driver.Stride(kWalkChange);
+    EXPECT_EQ(steps_.gaits, std::vector<int>{2});
+    d.stopMonitoring();
+    driver.Hold(3);
+    EXPECT_EQ(meter.values.size(), 16u);
+}
+
+TEST_F(QuorPedometerTest, RawMeterIgnoresChangesBelowATenth) {
+    MeterLog meter;
+    QuorPedometer& d = *detector_;
+    d.accelerometerSettings = &meter;
+    d.startMonitoring();
+    for (int i = 0; i < 8; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    d.OnDataReceived(0.0f, 0.0f, 1.0625f);  // sum moves by 0.0625: held
+    d.OnDataReceived(0.0f, 0.0f, 1.25f);    // by 0.25 from the held sum
+    EXPECT_EQ(meter.values, (std::vector<double>{0.0, 0.5}));
+    EXPECT_FLOAT_EQ(d.GetRawDelta(), 0.25f);
+}
+
+// ---------------------------------------------------------------------------------
+// Registration with the source.
+
+class FakeSource : public AccelerometerSource {
+public:
+    explicit FakeSource(bool available) : available_(available) {}
+    bool IsAvailable() const override { return available_; }
+    void Start(AccelerometerListener*) override {
+        ++starts;
+        running = true;
+    }
+    void Stop() override {
+        if (running) ++stops;
+        running = false;
+    }
+    bool IsRunning() const override { return running; }
+
+    int starts = 0;
+    int stops = 0;
+    bool running = false;
+
+private:
+    bool available_;
+};
+
+struct LifecycleFixture {
+    explicit LifecycleFixture(bool available) {
+        auto owned = std::make_unique<FakeSource>(available);
+        source = owned.get();
+        detector = std::make_unique<QuorPedometer>(std::move(owned));
+        detector->SetScreenKeeper([this](bool on) { screen.push_back(on); });
+    }
+    FakeSource* source;
+    std::unique_ptr<QuorPedometer> detector;
+    std::vector<bool> screen;
+};
+
+TEST(QuorPedometerLifecycleTest, SourceIsRegisteredOnceAndRemovedWhenBothModesEnd) {
+    LifecycleFixture f(true);
+    QuorPedometer& d = *f.detector;
+    d.startUpdating();
+    d.startMonitoring();  // counting already: no second registration, screen untouched
+    EXPECT_EQ(f.source->starts, 1);
+    EXPECT_TRUE(f.screen.empty());
+    d.stopUpdating();  // the meter still needs samples
+    EXPECT_TRUE(f.source->running);
+    d.stopMonitoring();
+    EXPECT_FALSE(f.source->running);
+    EXPECT_EQ(f.source->stops, 1);
+    EXPECT_EQ(f.screen, std::vector<bool>{false});
+
+    d.startMonitoring();  // the meter alone keeps the screen on
+    EXPECT_EQ(f.screen, (std::vector<bool>{false, true}));
+    d.startUpdating();
+    EXPECT_EQ(f.source->starts, 2);
+    d.stopMonitoring();
+    EXPECT_TRUE(f.source->running);
+    d.stopUpdating();
+    EXPECT_FALSE(f.source->running);
+    EXPECT_FALSE(d.IsUpdating());
+    EXPECT_FALSE(d.IsMonitoring());
+}
+
+TEST(QuorPedometerLifecycleTest, MissingSensorIsNeverRegistered) {
+    LifecycleFixture f(false);
+    f.detector->startUpdating();
+    f.detector->startMonitoring();
+    EXPECT_EQ(f.source->starts, 0);
+    EXPECT_TRUE(f.detector->IsUpdating());
+}
+
+TEST(QuorPedometerLifecycleTest, StopAndStartKeepTheDetectorState) {
+    Body::GetInstance().clear();
+    LifecycleFixture f(true);
+    QuorPedometer& d = *f.detector;
+    d.startUpdating();
+    for (int i = 0; i < 20; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f + (i % 4) * 0.25f);
+    const DetectorChannel before = d.GetChannel(Channel::Walk);
+    d.stopUpdating();
+    d.startUpdating();
+    EXPECT_EQ(d.GetSampleCount(), 20);
+    EXPECT_EQ(d.GetChannel(Channel::Walk).sum, before.sum);
+}
+
+TEST(QuorPedometerCoefficientTest, SensitivitiesComeFromTheBodyProfile) {
+    Body::GetInstance().clear();
+    Body::GetInstance().setWalkCoef(5.0);
+    QuorPedometer d(nullptr);
+    Body::GetInstance().clear();
+    for (int i = 0; i < 8; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    // A walk dead-band of 5 holds the warm-up sum at 0 until it moves by 5 at once.
+    EXPECT_EQ(d.GetChannel(Channel::Walk).sum, 0.0f);
+    EXPECT_EQ(d.GetChannel(Channel::Jog).sum, 8.0f);
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+#include "ReplayCursor.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <atomic>
+#include <mutex>
+#include <vector>
+
+#include "AccelerometerListener.h"
+#include "CsvReplaySource.h"
+#include "TestData.h"
+
+namespace {
+
+constexpr qint64 kMs = 1'000'000;
+
+// A recording of (milliseconds, x) pairs; y and z stay fixed.
+AccelerationRecording recordingOf(std::initializer_list<std::pair<qint64, float>> samples) {
+    AccelerationRecording r;
+    for (const auto& [ms, x] : samples) r.Append(ms * kMs, {x, 0.0f, 1.0f});
+    return r;
+}
+
+struct Delivery {
+    qint64 tickMs;
+    qint64 sampleMs;
+    float x;
+    friend bool operator==(const Delivery&, const Delivery&) = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Delivery& d) {
+    return out << "{tick " << d.tickMs << ", sample " << d.sampleMs << ", x " << d.x << "}";
+}
+
+std::vector<Delivery> delivered(const AccelerationRecording& recording) {
+    ReplayCursor cursor(recording);
+    ReplayTick tick;
+    std::vector<Delivery> out;
+    while (cursor.NextSample(tick)) {
+        out.push_back({tick.tickNs / kMs, tick.sampleTimeNs / kMs, tick.sample.x});
+    }
+    return out;
+}
+
+TEST(ReplayCursorTest, EachTickTakesTheLatestSampleAtOrBeforeIt) {
+    const auto r = recordingOf({{0, 0}, {10, 1}, {25, 2}, {31, 3}, {59, 4}, {61, 5}, {95, 6}});
+    // Ticks at 0, 30, 60, 90 ms; the one at 120 would be after the last sample.
+    EXPECT_EQ(delivered(r),
+              (std::vector<Delivery>{{0, 0, 0}, {30, 25, 2}, {60, 59, 4}, {90, 61, 5}}));
+}
+
+TEST(ReplayCursorTest, TicksRunUpToAndIncludingTheLastSample) {
+    // The 90 ms tick reuses the 60 ms sample and delivers nothing; the last sample
+    // falls between ticks and is never reached.
+    const auto r = recordingOf({{1000, 1}, {1060, 2}, {1100, 3}});
+    ReplayCursor cursor(r);
+    ReplayTick tick;
+    std::vector<std::pair<qint64, bool>> ticks;
+    while (cursor.NextTick(tick)) ticks.push_back({tick.tickNs / kMs, tick.fresh});
+    EXPECT_EQ(ticks, (std::vector<std::pair<qint64, bool>>{
+                         {0, true}, {30, false}, {60, true}, {90, false}}));
+    // A last sample exactly on a tick is reached.
+    EXPECT_EQ(delivered(recordingOf({{0, 1}, {60, 2}})),
+              (std::vector<Delivery>{{0, 0, 1}, {60, 60, 2}}));
+}
+
+TEST(ReplayCursorTest, RepeatedValuesAreSkippedButReturningValuesAreNot) {
+    const auto r = recordingOf({{0, 7}, {30, 7}, {60, 8}, {90, 7}, {120, 7}, {150, 9}});
+    EXPECT_EQ(delivered(r),
+              (std::vector<Delivery>{{0, 0, 7}, {60, 60, 8}, {90, 90, 7}, {150, 150, 9}}));
+}
+
+TEST(ReplayCursorTest, SameTimestampTakesTheLastInFileOrder) {
+    const auto r = recordingOf({{0, 1}, {30, 2}, {30, 3}, {30, 4}});
+    EXPECT_EQ(delivered(r), (std::vector<Delivery>{{0, 0, 1}, {30, 30, 4}}));
+}
+
+TEST(ReplayCursorTest, EdgeRecordingsAndRewind) {
+    EXPECT_TRUE(delivered(AccelerationRecording()).empty());
+    EXPECT_EQ(delivered(recordingOf({{5, 1}})), (std::vector<Delivery>{{0, 5, 1}}));
+
+    const auto r = recordingOf({{0, 1}, {30, 2}});
+    ReplayCursor cursor(r);
+    ReplayTick tick;
+    while (cursor.NextSample(tick)) {
+    }
+    cursor.Rewind();
+    ASSERT_TRUE(cursor.NextSample(tick));
+    EXPECT_EQ(tick.sample.x, 1.0f);
+}
+
+class Collector : public AccelerometerListener {
+public:
+    void OnDataReceived(float x, float, float) override {
+        std::lock_guard lock(mutex_);
+        xs_.push_back(x);
+        if (QThread::currentThread() != QCoreApplication::instance()->thread()) offThread_ = true;
+        count_.fetch_add(1);
+    }
+    std::vector<float> Xs() {
+        std::lock_guard lock(mutex_);
+        return xs_;
+    }
+    int Count() const { return count_.load(); }
+    bool OffThread() {
+        std::lock_guard lock(mutex_);
+        return offThread_;
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<float> xs_;
+    bool offThread_ = false;
+    std::atomic<int> count_{0};
+};
+
+// Runs the event loop until `done` holds or five seconds pass.
+template <typename Done>
+bool waitFor(Done done) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!done() && timer.elapsed() < 5000) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QThread::msleep(2);
+    }
+    return done();
+}
+
+TEST(CsvReplaySourceTest, FeedDeliversEveryFreshTickWithItsTimes) {
+    auto r = std::make_shared<AccelerationRecording>(
+        recordingOf({{0, 1}, {20, 1}, {40, 2}, {70, 3}, {100, 3}}));
+    const CsvReplaySource replay(r);
+    Collector collector;
+    std::vector<qint64> tickMs;
+    EXPECT_EQ(
+        replay.Feed(collector, [&](const ReplayTick& t) { tickMs.push_back(t.tickNs / kMs); }), 3);
+    EXPECT_EQ(collector.Xs(), (std::vector<float>{1, 2, 3}));
+    EXPECT_EQ(tickMs, (std::vector<qint64>{0, 60, 90}));
+}
+
+TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThread) {
+    auto r = std::make_shared<AccelerationRecording>();
+    for (int i = 0; i < 8; ++i) r->Append(i * 30 * kMs, {static_cast<float>(i % 3), 0.0f, 1.0f});
+    CsvReplaySource replay(r);
+    Collector fast;
+    replay.Feed(fast);
+
+    Collector live;
+    std::atomic<bool> finished{false};
+    QObject::connect(&replay, &CsvReplaySource::Finished, [&] { finished = true; });
+    ASSERT_TRUE(replay.IsAvailable());
+    replay.Start(&live);
+    ASSERT_TRUE(waitFor([&] { return finished.load(); }));
+    replay.Stop();
+    EXPECT_FALSE(replay.IsRunning());
+    EXPECT_EQ(live.Xs(), fast.Xs());
+    EXPECT_TRUE(live.OffThread());
+}
+
+TEST(CsvReplaySourceTest, LoopingPlayStartsOverUntilStopped) {
+    auto r = std::make_shared<AccelerationRecording>(recordingOf({{0, 1}, {30, 2}, {60, 3}}));
+    CsvReplaySource replay(r);
+    replay.SetLooping(true);
+    Collector live;
+    replay.Start(&live);
+    ASSERT_TRUE(waitFor([&] { return live.Count() >= 7; }));
+    replay.Stop();
+    const int afterStop = live.Count();
+    const std::vector<float> xs = live.Xs();
+    for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], static_cast<float>(i % 3 + 1));
+    QThread::msleep(100);
+    EXPECT_EQ(live.Count(), afterStop);  // nothing arrives once Stop has returned
+}
+
+TEST(CsvReplaySourceTest, BadFileGivesNoSourceAndTheReadersMessage) {
+    const auto dir = testdata::MakeTempDir();
+    const QString path = dir->filePath(QStringLiteral("bad.csv"));
+    ASSERT_TRUE(testdata::WriteFile(path, "Time (s),Acceleration x (g)\n0,1\n"));
+    QString error;
+    EXPECT_EQ(CsvReplaySource::FromFile(path, &error), nullptr);
+    EXPECT_TRUE(error.contains(QStringLiteral("bad.csv: line 1: no column for acceleration y")))
+        << error.toStdString();
+    EXPECT_FALSE(CsvReplaySource(std::make_shared<AccelerationRecording>()).IsAvailable());
+}
+
+}  // namespace
