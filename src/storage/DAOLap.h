@@ -21,6 +21,9 @@
 // read its own records without the lock (for instance to store them). A lap that
 // only one thread sees (history screens, tools) needs no locking at all.
 //
+// Lock order: the lock may be held while calling PedometerDBManager; the manager
+// never takes a lap's lock while it holds a database connection.
+//
 // Records live in unique_ptrs so that a pointer to the current minute stays valid
 // while later minutes are appended.
 class DAOLap {

@@ -82,15 +82,8 @@ bool DatabaseConnection::OpenLocked() {
             (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) | SQLite::OPEN_NOMUTEX;
         database_ = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
-        // WAL keeps every committed transaction when the process is killed; NORMAL
-        // syncs at checkpoints only, which is enough for that and keeps the
-        // per-interval commits cheap. A read-only file keeps its journal mode.
-        if (!readOnly_ && sqlite3_db_readonly(database_->getHandle(), "main") == 0) {
-            database_->exec("PRAGMA journal_mode=WAL");
-        }
-        database_->exec("PRAGMA synchronous=NORMAL");
-
-        // Reading the schema also proves that the file is a database at all.
+        // Reading the schema proves that the file is a database at all, and ours,
+        // before anything is written to it.
         QStringList tables;
         SQLite::Statement query(*database_, "SELECT name FROM sqlite_master WHERE type='table'");
         while (query.executeStep()) tables << QString::fromUtf8(query.getColumn(0).getText());
@@ -102,6 +95,14 @@ bool DatabaseConnection::OpenLocked() {
                 return false;
             }
         }
+
+        // WAL keeps every committed transaction when the process is killed; NORMAL
+        // syncs at checkpoints only, which is enough for that and keeps the
+        // per-interval commits cheap. A read-only file keeps its journal mode.
+        if (!readOnly_ && sqlite3_db_readonly(database_->getHandle(), "main") == 0) {
+            database_->exec("PRAGMA journal_mode=WAL");
+        }
+        database_->exec("PRAGMA synchronous=NORMAL");
     } catch (const SQLite::Exception& e) {
         status_.error = QStringLiteral("%1 cannot be opened: %2")
                             .arg(status_.path, QString::fromUtf8(e.what()));

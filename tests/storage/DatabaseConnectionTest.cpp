@@ -133,6 +133,12 @@ TEST_F(DatabaseConnectionTest, ADatabaseWithoutOurTablesIsRefused) {
     manager().Reopen();
     EXPECT_EQ(QueryText(StatisticsPath(), "SELECT text FROM Notes"), "keep me");
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM sqlite_master"), 1);
+    EXPECT_EQ(QueryText(StatisticsPath(), "PRAGMA journal_mode"), "delete");  // not switched
+
+    // An empty file is an empty database to SQLite: refused too, and left empty.
+    ASSERT_TRUE(testdata::WriteFile(HomeFile("Options.db3"), QByteArray()));
+    EXPECT_FALSE(manager().IsOptionsUsable());
+    EXPECT_EQ(QFileInfo(HomeFile("Options.db3")).size(), 0);
 }
 
 TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouchingTheFile) {

@@ -1,0 +1,120 @@
+// pedometer-cli history and seed-history, run as the user runs them.
+#include <QProcess>
+
+#include "StorageTestSupport.h"
+
+using storagetest::StorageTest;
+
+namespace {
+
+struct CliRun {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+CliRun Cli(const QStringList& args) {
+    QProcess process;
+    process.start(testdata::CliPath(), args);
+    CliRun run;
+    if (!process.waitForFinished(120000)) return run;
+    run.exitCode = process.exitCode();
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+class HistoryCommandTest : public StorageTest {
+protected:
+    void SetUp() override {
+        StorageTest::SetUp();
+        Clock::UseSystemTime();  // the tools run on the real clock
+    }
+};
+
+TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
+    const CliRun seeded = Cli({"seed-history", "--years", "1", "--seed", "5", "--data-dir", home_});
+    ASSERT_EQ(seeded.exitCode, 0) << seeded.err.toStdString();
+    EXPECT_TRUE(seeded.out.contains(" laps, ")) << seeded.out.toStdString();
+
+    // The same folder again is refused and left as it was.
+    const int laps = QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap");
+    const CliRun again = Cli({"seed-history", "--years", "1", "--data-dir", home_});
+    EXPECT_EQ(again.exitCode, 2);
+    EXPECT_TRUE(again.err.contains("already holds history")) << again.err.toStdString();
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), laps);
+
+    // Pick the busiest day and compare the printout with the database.
+    const std::string busiest =
+        QueryText(StatisticsPath(),
+                  "SELECT substr(techDate,1,10) FROM Lap GROUP BY techDate ORDER BY count(*) DESC, "
+                  "techDate LIMIT 1");
+    const QString day = QString::fromStdString(busiest);
+    const CliRun history = Cli({"history", day, "--data-dir", home_});
+    ASSERT_EQ(history.exitCode, 0) << history.err.toStdString();
+    const QStringList lines = history.out.split('\n', Qt::SkipEmptyParts);
+    const auto dayLaps = manager().GetLapsForDate(QDate::fromString(day, Qt::ISODate).startOfDay());
+    ASSERT_EQ(lines.size(), int(dayLaps.size()) + 3) << history.out.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(day + QStringLiteral(": %1 laps").arg(dayLaps.size())));
+    int steps = 0;
+    for (const auto& lap : dayLaps) {
+        for (const auto& minute : lap->minutes) steps += minute->steps;
+    }
+    const QStringList total = lines.last().split(' ', Qt::SkipEmptyParts);
+    ASSERT_GE(total.size(), 2);
+    EXPECT_EQ(total[0], "Total");
+    EXPECT_EQ(total[1].toInt(), steps);
+}
+
+TEST_F(HistoryCommandTest, TheSameSeedGivesTheSameHistory) {
+    auto other = testdata::MakeTempDir();
+    ASSERT_EQ(Cli({"seed-history", "--years", "0", "--seed", "9", "--data-dir", home_}).exitCode,
+              0);
+    ASSERT_EQ(
+        Cli({"seed-history", "--years", "0", "--seed", "9", "--data-dir", other->path()}).exitCode,
+        0);
+    const std::string sql =
+        "SELECT (SELECT group_concat(logDate || weight) FROM BODYLOGS) || "
+        "(SELECT ifnull(group_concat(startDate), '') FROM Lap)";
+    EXPECT_EQ(QueryText(StatisticsPath(), sql),
+              QueryText(QFile::encodeName(other->path() + "/Statistics.db3").toStdString(), sql));
+}
+
+TEST_F(HistoryCommandTest, BadInputIsRefusedWithAReason) {
+    for (const char* day : {"2024-02-30", "14.03.2024", "yesterday", "2024-3-1"}) {
+        const CliRun run = Cli({"history", day, "--data-dir", home_});
+        EXPECT_EQ(run.exitCode, 2) << day;
+        EXPECT_TRUE(run.err.contains("not a date")) << run.err.toStdString();
+    }
+    EXPECT_EQ(Cli({"history", "2024-01-01", "2024-01-02"}).exitCode, 2);
+    for (const QStringList& args :
+         {QStringList{"seed-history"}, QStringList{"seed-history", "--years", "many"},
+          QStringList{"seed-history", "--years", "-1"},
+          QStringList{"seed-history", "--years", "1", "--seed", "x"}}) {
+        const CliRun run = Cli(args + QStringList{"--data-dir", home_});
+        EXPECT_EQ(run.exitCode, 2) << args.join(' ').toStdString();
+        EXPECT_FALSE(run.err.isEmpty());
+    }
+}
+
+TEST_F(HistoryCommandTest, AnUnusableDatabaseIsExplainedAndKept) {
+    // history only reads: a missing database is reported, not created.
+    const CliRun missing = Cli({"history", "--data-dir", home_});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_TRUE(missing.err.contains("does not exist")) << missing.err.toStdString();
+    EXPECT_FALSE(QFile::exists(HomeFile("Statistics.db3")));
+
+    const QByteArray garbage("not a database at all, just some text\n");
+    ASSERT_TRUE(testdata::WriteFile(HomeFile("Statistics.db3"), garbage.repeated(100)));
+    for (const QStringList& args :
+         {QStringList{"history"}, QStringList{"seed-history", "--years", "1"}}) {
+        const CliRun run = Cli(args + QStringList{"--data-dir", home_});
+        EXPECT_EQ(run.exitCode, 1) << args.join(' ').toStdString();
+        EXPECT_TRUE(run.err.contains("Statistics.db3")) << run.err.toStdString();
+    }
+    QFile file(HomeFile("Statistics.db3"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), garbage.repeated(100));
+}
+
+}  // namespace
