@@ -1,0 +1,80 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <optional>
+
+#include "StepReceiver.h"
+
+class AccelerometerSource;
+class DAOLap;
+class MainFormListener;
+class QuorPedometer;
+class Timer;
+class UpdaterThread;
+
+// Owns the counting: the step detector, the updater thread and the current lap.
+//
+// Steps arrive from the detector on the sensor thread and add to the interval
+// counters. A one-second timer on the GUI thread hands the accumulated interval to
+// the updater thread on every fifth tick (user event 0); the interval is always
+// treated as exactly five seconds of counting time, so a stop in the middle of one
+// leaves it open until counting resumes. Today's last lap is resumed at start-up,
+// its step count rebuilt from its stored five-second records.
+//
+// Threads: addStep runs on the sensor thread, everything else on the GUI thread. The
+// counters are atomic and an interval is taken with an atomic exchange, so a step
+// landing during the hand-over is never lost.
+class StatisticsManager : public StepReceiver {
+public:
+    StatisticsManager();
+    ~StatisticsManager() override;
+    StatisticsManager(const StatisticsManager&) = delete;
+    StatisticsManager& operator=(const StatisticsManager&) = delete;
+
+    // Counts from `source` instead of the accelerometer picked for this machine; null
+    // means no accelerometer (steps then come only through the detector's
+    // OnDataReceived, as in a headless replay). Call before Initialize.
+    void UseSensorSource(std::unique_ptr<AccelerometerSource> source);
+
+    void Initialize();
+    void start();
+    void stop();
+    bool GetStarted() const { return started.load(); }
+
+    // Sensor thread: one accepted step of the given gait (1 walk, 2 jog, 3 run).
+    void addStep(int gait) override;
+
+    // The one-second tick; every fifth hands the interval over.
+    void OnTimerExpired();
+    void UpdateUI();
+
+    void StartNewLap();
+    void ClearCurrentLap();
+    void WillClearData();
+    void ForceMainScreenUpdate();
+
+    int GetLapSteps() const { return lapSteps.load(); }
+    // The open lap; null after WillClearData. Its lists are read under its lock.
+    std::shared_ptr<DAOLap> GetCurrentLap() const { return currentLap; }
+    UpdaterThread* GetUpdaterThread() const { return updaterThread.get(); }
+
+    MainFormListener* mainForm = nullptr;
+
+    // The application's detector, for the screens that watch it (sensitivity meter).
+    static QuorPedometer* __engine;
+
+private:
+    void ClearLapRecords();
+
+    std::shared_ptr<DAOLap> currentLap;
+    std::atomic<bool> started{false};
+    std::atomic<int> lapSteps{0};
+    std::atomic<int> intervalSteps{0};
+    std::atomic<double> intervalDistance{0.0};
+    int secondTicks = 0;
+    std::unique_ptr<Timer> timer;
+    std::unique_ptr<UpdaterThread> updaterThread;
+    std::unique_ptr<QuorPedometer> engine_;
+    std::optional<std::unique_ptr<AccelerometerSource>> sensorSource_;
+};

@@ -1,0 +1,277 @@
+#include "StatisticsManager.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <atomic>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "AccelerometerSource.h"
+#include "AppPaths.h"
+#include "Body.h"
+#include "Clock.h"
+#include "DAOLap.h"
+#include "MainFormListener.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "QuorPedometer.h"
+#include "Sygnal.h"
+#include "UpdaterThread.h"
+#include "VirtualTime.h"
+
+namespace {
+
+// Records what the counting side tells the main screen.
+class RecordingForm : public MainFormListener {
+public:
+    void RequestStepsUpdate(int lapSteps) override { lastRequested = lapSteps; }
+    void UpdateStepsCount(int lapSteps) override {
+        std::lock_guard lock(mutex);
+        stepCounts.push_back(lapSteps);
+    }
+    void UpdateData(const DAOLap* lap) override {
+        std::lock_guard lock(mutex);
+        ++dataUpdates;
+        if (lap != nullptr) lastSeconds = lap->CopySeconds().size();
+    }
+    void SygnalFired() override { ++fired; }
+
+    std::mutex mutex;
+    std::vector<int> stepCounts;
+    int dataUpdates = 0;
+    std::size_t lastSeconds = 0;
+    std::atomic<int> lastRequested{0};
+    std::atomic<int> fired{0};
+};
+
+class StatisticsManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        AppPaths::SetHome(dir.path());
+        PedometerDBManager::GetInstance().Reopen();
+        Body::GetInstance().clear();
+        PedometerOptions::GetInstance().RestoreDefaults();
+        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(9, 0, 0)));
+    }
+    void TearDown() override {
+        manager.reset();
+        Sygnal::__mainFormInstance = nullptr;
+        VirtualTime::Disable();
+        PedometerDBManager::GetInstance().Reopen();
+    }
+
+    StatisticsManager& makeManager() {
+        manager = std::make_unique<StatisticsManager>();
+        manager->UseSensorSource(nullptr);
+        manager->mainForm = &form;
+        manager->Initialize();
+        return *manager;
+    }
+    // Moves virtual time on and waits until the updater has stored every hand-over.
+    void advanceSeconds(int seconds) {
+        VirtualTime::AdvanceBy(seconds * 1000LL);
+        manager->GetUpdaterThread()->WaitUntilIdle();
+    }
+    std::vector<DAOLapMinutes> storedMinutes() {
+        auto lap = PedometerDBManager::GetInstance().GetTodayLastLap();
+        std::vector<DAOLapMinutes> out;
+        if (lap) {
+            for (const auto& m : lap->minutes) out.push_back(*m);
+        }
+        return out;
+    }
+    std::vector<DAOLapSeconds> storedSeconds() {
+        auto lap = PedometerDBManager::GetInstance().GetTodayLastLap();
+        std::vector<DAOLapSeconds> out;
+        if (lap) {
+            for (const auto& s : lap->seconds) out.push_back(*s);
+        }
+        return out;
+    }
+
+    QTemporaryDir dir;
+    RecordingForm form;
+    std::unique_ptr<StatisticsManager> manager;
+};
+
+TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.addStep(1);
+    advanceSeconds(4);
+    m.stop();
+    advanceSeconds(10);  // stopped: no ticks, nothing handed over
+    EXPECT_TRUE(storedSeconds().empty());
+
+    m.start();
+    advanceSeconds(1);  // the fifth tick of counting time hands the whole interval over
+    const auto seconds = storedSeconds();
+    ASSERT_EQ(seconds.size(), 1u);
+    EXPECT_EQ(seconds[0].currentSecond, 5);
+    EXPECT_EQ(seconds[0].steps, 1);
+    EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
+}
+
+TEST_F(StatisticsManagerTest, UnknownGaitCountsAStepWithoutDistance) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.addStep(7);
+    m.addStep(3);
+    EXPECT_EQ(m.GetLapSteps(), 2);
+    EXPECT_EQ(form.lastRequested.load(), 2);
+    advanceSeconds(5);
+    const auto seconds = storedSeconds();
+    ASSERT_EQ(seconds.size(), 1u);
+    EXPECT_EQ(seconds[0].steps, 2);
+    EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getRunStepSize(), 1e-9);
+}
+
+TEST_F(StatisticsManagerTest, FirstMinuteAndTwelfthHandOver) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.addStep(1);
+    advanceSeconds(5);
+    auto minutes = storedMinutes();
+    ASSERT_EQ(minutes.size(), 1u);
+    EXPECT_EQ(minutes[0].lapMinute, 1);
+    EXPECT_EQ(minutes[0].secondsCompleted, 5);
+    EXPECT_EQ(storedSeconds().at(0).currentSecond, 5);
+
+    advanceSeconds(55);  // twelve hand-overs in all: minute 1 is complete
+    minutes = storedMinutes();
+    ASSERT_EQ(minutes.size(), 2u);
+    EXPECT_EQ(minutes[0].secondsCompleted, 60);
+    EXPECT_EQ(minutes[0].steps, 1);
+    EXPECT_EQ(minutes[1].lapMinute, 2);
+    EXPECT_EQ(minutes[1].secondsCompleted, 0);
+    const auto seconds = storedSeconds();
+    ASSERT_EQ(seconds.size(), 12u);
+    EXPECT_EQ(seconds.back().currentSecond, 60);
+    EXPECT_EQ(form.lastSeconds, 12u);
+
+    // Standing still burns resting calories, recomputed from the minute's average speed.
+    const double expected =
+        Body::GetInstance().calculateCalories(static_cast<float>(minutes[0].distance / 60.0 * 3.6));
+    EXPECT_NEAR(minutes[0].calories, expected, 1e-9);
+}
+
+TEST_F(StatisticsManagerTest, CalorieNoiseStaysWithinItsBand) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    for (int i = 0; i < 40; ++i) {
+        for (int s = 0; s < 3; ++s) m.addStep(1);
+        advanceSeconds(5);
+    }
+    const double rate = Body::GetInstance().calculateCalories(
+        static_cast<float>(3 * Body::GetInstance().getWalkStepSize() / 5.0 * 3.6));
+    const auto seconds = storedSeconds();
+    ASSERT_EQ(seconds.size(), 40u);
+    for (const DAOLapSeconds& s : seconds) {
+        EXPECT_GE(s.caloriesNoise, rate * 1.001 - 1e-12);
+        EXPECT_LE(s.caloriesNoise, rate * 1.1 + 1e-12);
+        EXPECT_NEAR(s.calories, rate / 12.0, 1e-12);
+    }
+}
+
+TEST_F(StatisticsManagerTest, RestartResumesTodaysLapWithItsSteps) {
+    int lapId = -1;
+    {
+        StatisticsManager& m = makeManager();
+        lapId = m.GetCurrentLap()->id;
+        m.start();
+        for (int i = 0; i < 7; ++i) m.addStep(2);
+        advanceSeconds(10);
+        for (int i = 0; i < 3; ++i) m.addStep(1);  // unfinished interval: not stored
+        advanceSeconds(2);
+        manager.reset();
+    }
+    StatisticsManager& again = makeManager();
+    EXPECT_EQ(again.GetCurrentLap()->id, lapId);
+    EXPECT_EQ(again.GetLapSteps(), 7);
+    ASSERT_FALSE(form.stepCounts.empty());
+    EXPECT_EQ(form.stepCounts.back(), 7);
+}
+
+TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
+    StatisticsManager& m = makeManager();
+    const int firstId = m.GetCurrentLap()->id;
+    m.start();
+    m.addStep(1);
+    advanceSeconds(5);
+    m.ClearCurrentLap();
+    EXPECT_EQ(m.GetCurrentLap()->id, firstId);
+    EXPECT_EQ(m.GetLapSteps(), 0);
+    EXPECT_TRUE(storedMinutes().empty());
+    EXPECT_TRUE(m.GetCurrentLap()->CopyMinutes().empty());
+
+    m.StartNewLap();
+    const int secondId = m.GetCurrentLap()->id;
+    EXPECT_NE(secondId, firstId);
+    const auto laps = PedometerDBManager::GetInstance().GetLapsForDate(Clock::TodayStart());
+    ASSERT_EQ(laps.size(), 2u);
+    EXPECT_TRUE(laps[0]->endDate.has_value());
+    EXPECT_FALSE(laps[1]->endDate.has_value());
+}
+
+TEST_F(StatisticsManagerTest, CalorieAlarmCompletesOnTheFifthSlot) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    options.sygnalType = 4;
+    options.sygnalCalories = 10;
+    Sygnal::__mainFormInstance = &form;
+    for (int i = 0; i < 4; ++i) Sygnal::AddValues(2.0, 5, 10.0);
+    EXPECT_EQ(options.sygnalType.load(), 4);
+    EXPECT_EQ(form.fired.load(), 0);
+    Sygnal::AddValues(2.0, 5, 10.0);
+    EXPECT_EQ(options.sygnalType.load(), 8);
+    EXPECT_EQ(form.fired.load(), 1);
+    // Completed: nothing more is stored.
+    Sygnal::AddValues(2.0, 5, 10.0);
+    const DAOSygnal progress = PedometerDBManager::GetInstance().GetTodaySygnal();
+    EXPECT_DOUBLE_EQ(progress.calories, 10.0);
+    EXPECT_EQ(progress.activityTime, 25);
+    EXPECT_DOUBLE_EQ(progress.distance, 0.05);
+    // The completed state was saved.
+    PedometerOptions reloaded;
+    PedometerDBManager::GetInstance().LoadOptions(reloaded);
+    EXPECT_EQ(reloaded.sygnalType.load(), 8);
+}
+
+TEST_F(StatisticsManagerTest, ActivityAlarmCountsWholeMinutesAndStoppedAlarmStoresNothing) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    options.sygnalType = 3;  // activity, stopped
+    Sygnal::AddValues(1.0, 5, 1.0);
+    EXPECT_EQ(PedometerDBManager::GetInstance().GetTodaySygnal().activityTime, 0);
+
+    options.sygnalType = 6;
+    options.sygnalActivity = 5;
+    for (int i = 0; i < 59; ++i) Sygnal::AddValues(0.1, 5, 1.0);  // 295 s
+    EXPECT_EQ(options.sygnalType.load(), 6);
+    Sygnal::AddValues(0.1, 5, 1.0);  // 300 s
+    EXPECT_EQ(options.sygnalType.load(), 9);
+}
+
+// Steps arrive on a sensor thread while the GUI thread ticks and the updater thread
+// stores: every step lands in exactly one interval. Run under the thread sanitizer.
+TEST_F(StatisticsManagerTest, StepsFromTheSensorThreadAreNeverLost) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    constexpr int kSteps = 20000;
+    std::atomic<bool> done{false};
+    std::thread sensor([&] {
+        for (int i = 0; i < kSteps; ++i) m.addStep(1 + i % 3);
+        done = true;
+    });
+    while (!done) advanceSeconds(1);
+    sensor.join();
+    advanceSeconds(5);
+    m.stop();
+    int stored = 0;
+    for (const DAOLapSeconds& s : storedSeconds()) stored += s.steps;
+    EXPECT_EQ(m.GetLapSteps(), kSteps);
+    EXPECT_EQ(stored, kSteps);
+}
+
+}  // namespace
