@@ -7,16 +7,14 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "AccelerationCsvReader.h"
-#include "AccelerationRecording.h"
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "CliRegistry.h"
 #include "Clock.h"
+#include "CsvReplaySource.h"
 #include "DAOLap.h"
 #include "PedometerDBManager.h"
 #include "QuorPedometer.h"
-#include "ReplayCursor.h"
 #include "StatisticsManager.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
@@ -30,17 +28,20 @@ int fail(const QString& message) {
 
 // Feeds every sample at its own recording time, moving the virtual clock (and so the
 // one-second timer) along with the recording.
-void feedOnVirtualClock(const AccelerationRecording& recording, qint64 startMs) {
-    ReplayCursor cursor(recording);
-    ReplayTick tick;
-    qint64 lastMs = startMs;
-    while (cursor.NextTick(tick)) {
-        lastMs = startMs + tick.tickNs / 1'000'000;
-        if (!tick.fresh) continue;
-        VirtualTime::AdvanceTo(lastMs);
-        StatisticsManager::__engine->OnDataReceived(tick.sample.x, tick.sample.y, tick.sample.z);
-    }
-    VirtualTime::AdvanceTo(lastMs);
+void feedOnVirtualClock(const CsvReplaySource& source, qint64 startMs) {
+    source.Feed(*StatisticsManager::__engine, [startMs](const ReplayTick& tick) {
+        VirtualTime::AdvanceTo(startMs + tick.tickNs / 1'000'000);
+    });
+    VirtualTime::AdvanceTo(startMs + source.Recording().DurationNs() / 1'000'000);
+}
+
+// Plays the recording at its own pace on the sensor thread, with the real timers,
+// until a single pass is over.
+void playInRealTime(CsvReplaySource* source) {
+    QObject::connect(
+        source, &CsvReplaySource::Finished, QCoreApplication::instance(),
+        [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+    QCoreApplication::exec();
 }
 
 int runReplay(const QStringList& args) {
@@ -82,9 +83,9 @@ int runReplay(const QStringList& args) {
     }
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
 
-    AccelerationRecording recording;
     QString error;
-    if (!AccelerationCsvReader::ReadFile(file, &recording, &error)) return fail(error);
+    std::unique_ptr<CsvReplaySource> source = CsvReplaySource::FromFile(file, &error);
+    if (!source) return fail(error);
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     db.LoadOptions();
@@ -95,12 +96,18 @@ int runReplay(const QStringList& args) {
                         .arg(status.path, status.error));
     }
 
-    if (!parser.isSet(realtime)) VirtualTime::Enable(startTime);
+    const bool live = parser.isSet(realtime);
+    if (!live) VirtualTime::Enable(startTime);
     StatisticsManager manager;
-    manager.UseSensorSource(nullptr);
+    CsvReplaySource* liveSource = live ? source.get() : nullptr;
+    manager.UseSensorSource(live ? std::move(source) : nullptr);
     manager.Initialize();
     manager.start();
-    feedOnVirtualClock(recording, startTime.toMSecsSinceEpoch());
+    if (live) {
+        playInRealTime(liveSource);
+    } else {
+        feedOnVirtualClock(*source, startTime.toMSecsSinceEpoch());
+    }
     manager.stop();
     manager.GetUpdaterThread()->WaitUntilIdle();
 
