@@ -12,19 +12,6 @@ using storagetest::StorageTest;
 
 namespace {
 
-TEST(DAOLapTest, NewRecordsHoldTheirDefaults) {
-    const DAOLap lap;
-    EXPECT_EQ(lap.id, -1);
-    EXPECT_EQ(lap.startDate, DbDateTime::Unset());
-    EXPECT_FALSE(lap.endDate.has_value());
-    EXPECT_TRUE(lap.minutes.empty());
-    const DAOLapMinutes minute;
-    EXPECT_EQ(minute.steps, 0);
-    EXPECT_EQ(minute.secondsCompleted, 0);
-    const DAOLapSeconds second;
-    EXPECT_EQ(second.caloriesNoise, 0.0);  // the updater adds to it
-}
-
 TEST(DAOLapTest, RecordsKeepTheirAddressWhileTheListGrows) {
     DAOLap lap;
     DAOLapMinutes* first = lap.AddMinute(std::make_unique<DAOLapMinutes>());

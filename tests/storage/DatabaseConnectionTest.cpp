@@ -232,14 +232,6 @@ TEST_F(DatabaseConnectionTest, AReadOnlyDatabaseCanBeReadButNotChanged) {
     EXPECT_EQ(ReadAll(HomeFile("Statistics.db3")), before);
 }
 
-TEST_F(DatabaseConnectionTest, ReadOnlyOpeningNeverCreatesFiles) {
-    manager().SetReadOnly(true);
-    const DatabaseStatus status = manager().OptionsStatus();
-    EXPECT_FALSE(status.open);
-    EXPECT_TRUE(status.error.contains("does not exist")) << status.error.toStdString();
-    EXPECT_FALSE(QFileInfo::exists(HomeFile("Options.db3")));
-}
-
 TEST_F(DatabaseConnectionTest, AReadOnlyFolderAndFileAsAnOrdinaryUser) {
     if (::geteuid() == 0) GTEST_SKIP() << "root writes through file permissions";
     manager().CreateNewLap();

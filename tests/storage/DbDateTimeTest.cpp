@@ -47,10 +47,4 @@ TEST(DbDateTimeTest, MalformedTextGivesAnInvalidDateTime) {
     EXPECT_FALSE(DbDateTime::FromText(nullptr).isValid());
 }
 
-TEST(DbDateTimeTest, DayBoundsAreLocalMidnights) {
-    const QDateTime evening(QDate(2024, 2, 29), QTime(23, 59, 59));
-    EXPECT_EQ(DbDateTime::DayStart(evening), QDateTime(QDate(2024, 2, 29), QTime(0, 0)));
-    EXPECT_EQ(DbDateTime::NextDayStart(evening), QDateTime(QDate(2024, 3, 1), QTime(0, 0)));
-}
-
 }  // namespace

@@ -66,20 +66,6 @@ TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
     EXPECT_EQ(total[1].toInt(), steps);
 }
 
-TEST_F(HistoryCommandTest, TheSameSeedGivesTheSameHistory) {
-    auto other = testdata::MakeTempDir();
-    ASSERT_EQ(Cli({"seed-history", "--years", "0", "--seed", "9", "--data-dir", home_}).exitCode,
-              0);
-    ASSERT_EQ(
-        Cli({"seed-history", "--years", "0", "--seed", "9", "--data-dir", other->path()}).exitCode,
-        0);
-    const std::string sql =
-        "SELECT (SELECT group_concat(logDate || weight) FROM BODYLOGS) || "
-        "(SELECT ifnull(group_concat(startDate), '') FROM Lap)";
-    EXPECT_EQ(QueryText(StatisticsPath(), sql),
-              QueryText(QFile::encodeName(other->path() + "/Statistics.db3").toStdString(), sql));
-}
-
 TEST_F(HistoryCommandTest, BadInputIsRefusedWithAReason) {
     for (const char* day : {"2024-02-30", "14.03.2024", "yesterday", "2024-3-1"}) {
         const CliRun run = Cli({"history", day, "--data-dir", home_});

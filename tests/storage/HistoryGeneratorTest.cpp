@@ -7,7 +7,6 @@
 #include "StorageTestSupport.h"
 
 using storagetest::Moment;
-using storagetest::StorageTest;
 
 namespace {
 
@@ -46,7 +45,9 @@ TEST(HistoryGeneratorTest, HistoryLooksLikeRealRecordings) {
         ASSERT_TRUE(lap->endDate.has_value());
         EXPECT_LE(*lap->endDate, now);
         EXPECT_EQ(lap->techDate, lap->startDate.date().startOfDay());
-        if (previous) EXPECT_GE(lap->startDate, *previous->endDate) << "laps overlap";
+        if (previous) {
+            EXPECT_GE(lap->startDate, *previous->endDate) << "laps overlap";
+        }
         previous = lap.get();
         for (const auto& minute : lap->minutes) {
             ASSERT_GT(minute->secondsCompleted, 0);
@@ -87,19 +88,6 @@ TEST(HistoryGeneratorTest, HistoryLooksLikeRealRecordings) {
         EXPECT_LE(gap, 5);
         EXPECT_GT(history.bodyLogs[i].weight, 60.0);
     }
-}
-
-using HistoryImportTest = StorageTest;
-
-TEST_F(HistoryImportTest, GeneratedHistoryFillsTheDatabase) {
-    Body::GetInstance().clear();
-    HistoryGenerator::History history =
-        HistoryGenerator(3).Generate(QDate(2024, 3, 1), QDate(2024, 3, 14), Moment(14, 23, 0));
-    const size_t laps = history.laps.size();
-    ASSERT_TRUE(manager().ImportHistory(history.laps, history.bodyLogs));
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), int(laps));
-    EXPECT_EQ(manager().GetAllDays().front().date(), history.laps.back()->startDate.date());
-    EXPECT_EQ(manager().GetBodyLogs().size(), history.bodyLogs.size());
 }
 
 }  // namespace

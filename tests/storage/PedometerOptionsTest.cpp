@@ -135,16 +135,4 @@ TEST_F(PedometerOptionsTest, ASecondSettingsRowIsIgnoredWhenLoading) {
     EXPECT_EQ(options.countDownTime, 5);
 }
 
-TEST_F(PedometerOptionsTest, TheApplicationsRecordIsTheOneLoadedAndSaved) {
-    PedometerOptions& options = PedometerOptions::GetInstance();
-    EXPECT_EQ(&options, &PedometerOptions::GetInstance());
-    options.RestoreDefaults();
-    options.countDownTime = 0;
-    manager().SaveOptions();
-    options.countDownTime = 5;
-    manager().LoadOptions();
-    EXPECT_EQ(options.countDownTime, 0);
-    options.RestoreDefaults();
-}
-
 }  // namespace
