@@ -137,6 +137,7 @@ void UpdaterThread::UpdatingFnc() {
             // `minute` is still valid: the records are owned through unique_ptrs.
             db.UpdateFull(minute, *second, nextMinute);
         }
+        if (intervalObserver_) intervalObserver_(lap->id, *second);
         lap->seconds.push_back(std::move(second));
     }
 

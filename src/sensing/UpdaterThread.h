@@ -2,11 +2,13 @@
 
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
 
 class DAOLap;
+class DAOLapSeconds;
 class MainFormListener;
 class QuorPedometer;
 
@@ -38,7 +40,12 @@ public:
     UpdaterThread(const UpdaterThread&) = delete;
     UpdaterThread& operator=(const UpdaterThread&) = delete;
 
+    // Told about every five-second record right after it was stored (worker thread).
+    using IntervalObserver = std::function<void(int lapId, const DAOLapSeconds& interval)>;
+
     void Initialize(QuorPedometer* detector, MainFormListener* form);
+    // Set before Start.
+    void SetIntervalObserver(IntervalObserver observer) { intervalObserver_ = std::move(observer); }
     void Start();
     // Stores the hand-overs already queued, then ends the thread.
     void Stop();
@@ -61,6 +68,7 @@ private:
     int intervalSteps = 0;
     double intervalDistance = 0.0;
     std::shared_ptr<DAOLap> lap;
+    IntervalObserver intervalObserver_;
 
     mutable std::mutex mutex;  // guards the queue and the counters below
     std::condition_variable wake_;

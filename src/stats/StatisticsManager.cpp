@@ -62,6 +62,7 @@ void StatisticsManager::Initialize() {
     timer = std::make_unique<Timer>([this] { OnTimerExpired(); });
     updaterThread = std::make_unique<UpdaterThread>();
     updaterThread->Initialize(engine_.get(), mainForm);
+    updaterThread->SetIntervalObserver(intervalObserver_);
     updaterThread->Start();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -8,6 +9,7 @@
 
 class AccelerometerSource;
 class DAOLap;
+class DAOLapSeconds;
 class MainFormListener;
 class QuorPedometer;
 class Timer;
@@ -36,6 +38,12 @@ public:
     // means no accelerometer (steps then come only through the detector's
     // OnDataReceived, as in a headless replay). Call before Initialize.
     void UseSensorSource(std::unique_ptr<AccelerometerSource> source);
+
+    // Told about every stored five-second record, on the updater thread. Call before
+    // Initialize.
+    void SetIntervalObserver(std::function<void(int lapId, const DAOLapSeconds&)> observer) {
+        intervalObserver_ = std::move(observer);
+    }
 
     void Initialize();
     void start();
@@ -77,4 +85,5 @@ private:
     std::unique_ptr<UpdaterThread> updaterThread;
     std::unique_ptr<QuorPedometer> engine_;
     std::optional<std::unique_ptr<AccelerometerSource>> sensorSource_;
+    std::function<void(int, const DAOLapSeconds&)> intervalObserver_;
 };
