@@ -1,0 +1,156 @@
+#include "PedometerForm.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <cmath>
+
+#include "AppResource.h"
+#include "FormHeader.h"
+#include "SoundsManager.h"
+#include "TivNavigationController.h"
+#include "TivUtils.h"
+
+namespace {
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+}  // namespace
+
+PedometerForm::PedometerForm(QWidget* parent) : TivForm(parent) {
+    AddKeyEventListener(*this);
+}
+
+PedometerForm::~PedometerForm() = default;
+
+void PedometerForm::SetBackgroundImage(const QString& name) {
+    background_ = TivUtils::GetBitmapWithRightResolutionN(name);
+    update();
+}
+
+bool PedometerForm::OnDraw(QPainter& painter) {
+    if (background_) painter.drawPixmap(0, 0, *background_);
+    return true;
+}
+
+void PedometerForm::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    OnDraw(painter);
+}
+
+// --- Option menu ---------------------------------------------------------------
+
+void PedometerForm::InitOptionMenu(int actionId) {
+    delete optionMenu_;
+    optionMenu_ = new QMenu(this);
+    optionMenu_->setObjectName(QStringLiteral("optionMenu"));
+    optionMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(30)));
+    optionMenu_->setMinimumWidth(Scaled(300));
+    optionMenu_->setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
+                                              " border: 1px solid #3A4458; padding: %1px 0; }"
+                                              "QMenu::item { padding: %2px %3px; }"
+                                              "QMenu::item:selected { background: #0C9FF9; }")
+                                   .arg(Scaled(6))
+                                   .arg(Scaled(16))
+                                   .arg(Scaled(28)));
+    SetOptionkeyActionId(actionId);
+    AddOptionkeyActionListener(this);
+}
+
+void PedometerForm::AddOptionKey(const QString& text, int actionId) {
+    if (!optionMenu_) {
+        qWarning("PedometerForm: AddOptionKey before InitOptionMenu");
+        return;
+    }
+    QAction* item = optionMenu_->addAction(text);
+    item->setData(actionId);
+    QMenu* menu = optionMenu_;
+    connect(item, &QAction::triggered, this,
+            [this, menu, actionId] { OnActionPerformed(*menu, actionId); });
+}
+
+void PedometerForm::ShowOptionMenu() {
+    if (!optionMenu_) {
+        qWarning("PedometerForm: ShowOptionMenu before InitOptionMenu");
+        return;
+    }
+    // Rising from the bottom-left corner, just above the soft-key bar.
+    const QSize size = optionMenu_->sizeHint();
+    optionMenu_->popup(mapToGlobal(QPoint(0, height() - size.height())));
+}
+
+void PedometerForm::HideOptionMenu() {
+    if (optionMenu_) optionMenu_->hide();
+}
+
+// --- Title and tabs ------------------------------------------------------------
+
+FormHeader& PedometerForm::Header() {
+    if (header_ == nullptr) {
+        header_ = new FormHeader(this);
+        header_->SetActionListener(this);
+        header_->show();
+    }
+    return *header_;
+}
+
+void PedometerForm::PlaceHeader() {
+    if (header_ != nullptr) header_->setGeometry(0, 0, width(), header_->PreferredHeight());
+}
+
+void PedometerForm::SetTitleText(const QString& title) {
+    Header().SetTitleText(title);
+    PlaceHeader();
+}
+
+void PedometerForm::AddTabItem(const QString& text, int actionId) {
+    Header().AddTab(text, actionId);
+    PlaceHeader();
+}
+
+void PedometerForm::SetSelectedTabIndex(int index) {
+    Header().SetSelectedTab(index);
+}
+
+int PedometerForm::GetSelectedTabIndex() const {
+    return header_ != nullptr ? header_->GetSelectedTab() : -1;
+}
+
+int PedometerForm::GetClientTop() const {
+    return header_ != nullptr ? header_->PreferredHeight() : 0;
+}
+
+void PedometerForm::resizeEvent(QResizeEvent* event) {
+    TivForm::resizeEvent(event);
+    PlaceHeader();
+}
+
+// --- Back, actions and keys --------------------------------------------------------
+
+void PedometerForm::ShowBackButton() {
+    SetSoftkeyText(SOFTKEY_1,
+                   AppResource::GetInstance().GetString(QStringLiteral("meter_ BackButton")));
+    SetSoftkeyActionId(SOFTKEY_1, BACK_ACTION_ID);
+    AddSoftkeyActionListener(SOFTKEY_1, this);
+    SetFormBackEventListener(this);
+}
+
+void PedometerForm::OnActionPerformed(const QWidget&, int actionId) {
+    if (actionId == BACK_ACTION_ID) OnFormBackRequested(*this);
+}
+
+void PedometerForm::OnFormBackRequested(TivForm&) {
+    SoundsManager::GetInstance().ClickSound();
+    if (TivNavigationController* controller = getNavigationController()) controller->PopForm(true);
+}
+
+void PedometerForm::OnKeyPressed(const QWidget&, KeyCode keyCode) {
+    if (keyCode == KEY_SIDE_UP) SoundsManager::GetInstance().SoundUp();
+    if (keyCode == KEY_SIDE_DOWN) SoundsManager::GetInstance().SoundDown();
+}
+
+void PedometerForm::OnKeyReleased(const QWidget&, KeyCode) {}
+
+void PedometerForm::OnKeyLongPressed(const QWidget&, KeyCode keyCode) {
+    if (keyCode == KEY_SIDE_UP) SoundsManager::GetInstance().SoundOn();
+    if (keyCode == KEY_SIDE_DOWN) SoundsManager::GetInstance().SoundOff();
+}

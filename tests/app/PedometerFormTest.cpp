@@ -1,0 +1,262 @@
+#include "PedometerForm.h"
+
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QPointer>
+#include <QTest>
+
+#include "../sound/FakeSoundPlayer.h"
+#include "AppFrame.h"
+#include "AppResource.h"
+#include "FormHeader.h"
+#include "NavigationTestSupport.h"
+#include "PedometerOptions.h"
+#include "PlatformSettings.h"
+#include "SoftkeyBar.h"
+#include "SoundsManager.h"
+#include "TivNavigationController.h"
+#include "TivUtils.h"
+#include "VirtualTime.h"
+
+namespace {
+
+const QString kClick = QStringLiteral("click.wav");
+
+// Root and one screen above it with a back key, in a shown frame; the sounds are
+// counted by fake players and timers run on virtual time.
+class PedometerFormTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
+        PedometerOptions::GetInstance().RestoreDefaults();
+        PlatformSettings::SetSilentMode(false);
+        sounds().SetPlayerFactory(FakePlayers(plays));
+        sounds().SetActive(true);
+        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(9, 0)));
+
+        frame = std::make_unique<AppFrame>();
+        controller = std::make_unique<TivNavigationController>(*frame);
+        root = new ProbeForm("root", journal, *frame);
+        controller->InitWithRootForm(root);
+        frame->AddControl(*root);
+        frame->SetCurrentForm(*root);
+        screen = new ProbeForm("screen", journal, *frame);
+        controller->PushForm(screen);
+        screen->ShowBackButton();
+        frame->show();
+        journal.lines.clear();
+        // The volume is process-wide: start each test from 79, clear of both ends.
+        sounds().SoundOn();
+        for (int i = 0; i < 3; ++i) sounds().SoundDown();
+        volumeBefore = sounds().GetVolume();
+    }
+    void TearDown() override {
+        controller.reset();
+        frame.reset();
+        VirtualTime::Disable();
+        sounds().SetPlayerFactory(FakePlayers(Leftovers()));
+    }
+
+    static SoundsManager& sounds() { return SoundsManager::GetInstance(); }
+    // Players made after a test report here: the test's own log is gone by then.
+    static FakePlayerLog& Leftovers() {
+        static FakePlayerLog* log = new FakePlayerLog;
+        return *log;
+    }
+    static void Settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+    void TapSoftkey(SoftkeyBar::Key key) {
+        SoftkeyBar& bar = frame->GetSoftkeyBar();
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.KeyRect(key).center());
+    }
+    void SendKey(QEvent::Type type, int key, bool autoRepeat = false) {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), autoRepeat);
+        QApplication::sendEvent(frame.get(), &event);
+    }
+
+    FakePlayerLog plays;
+    Journal journal;
+    std::unique_ptr<AppFrame> frame;
+    std::unique_ptr<TivNavigationController> controller;
+    ProbeForm* root = nullptr;
+    ProbeForm* screen = nullptr;
+    int volumeBefore = 0;
+};
+
+TEST_F(PedometerFormTest, BackSoftkeyClicksOnceThenPopsOnce) {
+    SoftkeyBar& bar = frame->GetSoftkeyBar();
+    ASSERT_TRUE(bar.IsKeyShown(SoftkeyBar::Key::Right));
+    EXPECT_EQ(bar.KeyText(SoftkeyBar::Key::Right),
+              AppResource::GetInstance().GetString("meter_ BackButton"));
+    QPointer<ProbeForm> guard = screen;
+
+    TapSoftkey(SoftkeyBar::Key::Right);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+    EXPECT_EQ(screen->actions, QList<int>({PedometerForm::BACK_ACTION_ID}));
+    EXPECT_EQ(journal.lines, QStringList({"screen terminate (current none)", "root appear"}));
+    EXPECT_EQ(controller->GetTopForm(), root);
+    Settle();
+    EXPECT_TRUE(guard.isNull());
+    // The root has no back key: the bar shows none and the key does nothing.
+    EXPECT_FALSE(bar.IsKeyShown(SoftkeyBar::Key::Right));
+    TapSoftkey(SoftkeyBar::Key::Right);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+}
+
+TEST_F(PedometerFormTest, PhoneBackKeyClicksOnceThenPopsOnceAndNeverPopsTheRoot) {
+    QPointer<ProbeForm> guard = screen;
+    QTest::keyClick(frame.get(), Qt::Key_Escape);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+    EXPECT_TRUE(screen->actions.isEmpty());  // straight to the back request
+    EXPECT_EQ(journal.Count("root appear"), 1);
+    EXPECT_EQ(controller->GetFormCount(), 1);
+    Settle();
+    EXPECT_TRUE(guard.isNull());
+
+    QTest::keyClick(frame.get(), Qt::Key_Backspace);
+    QTest::keyClick(frame.get(), Qt::Key_Escape);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+    EXPECT_EQ(controller->GetFormCount(), 1);
+}
+
+TEST_F(PedometerFormTest, SideKeysStepTheVolumeAndALongPressSwitchesItFully) {
+    QTest::keyClick(frame.get(), Qt::Key_VolumeUp);
+    EXPECT_EQ(sounds().GetVolume(), volumeBefore + SoundsManager::kVolumeStep);
+    QTest::keyClick(frame.get(), Qt::Key_PageDown);
+    QTest::keyClick(frame.get(), Qt::Key_Minus);
+    EXPECT_EQ(sounds().GetVolume(), volumeBefore - SoundsManager::kVolumeStep);
+
+    // Held down: one step at once, the keyboard's repeats ignored, full off at 600 ms.
+    SendKey(QEvent::KeyPress, Qt::Key_VolumeDown);
+    SendKey(QEvent::KeyRelease, Qt::Key_VolumeDown, true);
+    SendKey(QEvent::KeyPress, Qt::Key_VolumeDown, true);
+    EXPECT_EQ(sounds().GetVolume(), volumeBefore - 2 * SoundsManager::kVolumeStep);
+    VirtualTime::AdvanceBy(AppFrame::kLongPressMs - 1);
+    EXPECT_EQ(sounds().GetVolume(), volumeBefore - 2 * SoundsManager::kVolumeStep);
+    VirtualTime::AdvanceBy(1);
+    EXPECT_EQ(sounds().GetVolume(), 0);
+    SendKey(QEvent::KeyRelease, Qt::Key_VolumeDown);
+
+    SendKey(QEvent::KeyPress, Qt::Key_PageUp);
+    VirtualTime::AdvanceBy(AppFrame::kLongPressMs);
+    SendKey(QEvent::KeyRelease, Qt::Key_PageUp);
+    EXPECT_EQ(sounds().GetVolume(), 100);
+
+    // Released in time: no long press.
+    sounds().SoundDown();
+    SendKey(QEvent::KeyPress, Qt::Key_Minus);
+    VirtualTime::AdvanceBy(AppFrame::kLongPressMs / 2);
+    SendKey(QEvent::KeyRelease, Qt::Key_Minus);
+    VirtualTime::AdvanceBy(AppFrame::kLongPressMs);
+    EXPECT_EQ(sounds().GetVolume(), 100 - 2 * SoundsManager::kVolumeStep);
+}
+
+TEST_F(PedometerFormTest, ALongPressDoesNotReachAScreenThatWasClosedMeanwhile) {
+    SendKey(QEvent::KeyPress, Qt::Key_VolumeUp);
+    controller->PopForm(true);
+    VirtualTime::AdvanceBy(AppFrame::kLongPressMs);
+    SendKey(QEvent::KeyRelease, Qt::Key_VolumeUp);
+    EXPECT_EQ(sounds().GetVolume(), volumeBefore + SoundsManager::kVolumeStep);
+}
+
+TEST_F(PedometerFormTest, OptionKeyOpensTheMenuAndItemsReportTheirIds) {
+    EXPECT_FALSE(frame->GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
+    screen->InitOptionMenu(ProbeForm::kOptionKey);
+    screen->AddOptionKey("History", 125);
+    screen->AddOptionKey("Settings", 123);
+    ASSERT_TRUE(frame->GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
+
+    TapSoftkey(SoftkeyBar::Key::Option);
+    QMenu* menu = screen->GetOptionMenu();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_TRUE(menu->isVisible());
+    // Above the soft-key bar, from the left edge.
+    const QRect shown(menu->pos(), menu->size());
+    EXPECT_LE(shown.bottom(), frame->mapToGlobal(frame->GetClientAreaBounds().bottomLeft()).y());
+    EXPECT_EQ(shown.left(), frame->mapToGlobal(QPoint(0, 0)).x());
+
+    const QList<QAction*> items = menu->actions();
+    ASSERT_EQ(items.size(), 2);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(items[1]).center());
+    EXPECT_EQ(screen->actions, QList<int>({ProbeForm::kOptionKey, 123}));
+    EXPECT_FALSE(menu->isVisible());
+
+    // The keyboard's Menu key opens it too, and HideOptionMenu closes it.
+    QTest::keyClick(frame.get(), Qt::Key_F1);
+    EXPECT_TRUE(menu->isVisible());
+    screen->HideOptionMenu();
+    EXPECT_FALSE(menu->isVisible());
+}
+
+TEST_F(PedometerFormTest, OptionMenuCallsBeforeInitDoNothing) {
+    screen->AddOptionKey("Lost", 5);
+    screen->ShowOptionMenu();
+    screen->HideOptionMenu();
+    EXPECT_EQ(screen->GetOptionMenu(), nullptr);
+    QTest::keyClick(frame.get(), Qt::Key_Menu);
+    EXPECT_TRUE(screen->actions.isEmpty());
+}
+
+TEST_F(PedometerFormTest, BackgroundIsDrawnAtTheTopLeftUnderTheControls) {
+    screen->SetBackgroundImage("MainScreen_bg.png");
+    ASSERT_NE(screen->GetBackgroundImage(), nullptr);
+    const QImage shot = screen->grab().toImage();
+    const QImage picture = screen->GetBackgroundImage()->toImage();
+    EXPECT_EQ(shot.pixelColor(0, 0), picture.pixelColor(0, 0));
+    EXPECT_EQ(shot.pixelColor(200, 300), picture.pixelColor(200, 300));
+
+    // Without a picture the form draws nothing of its own.
+    ProbeForm bare("bare", journal, *frame);
+    bare.resize(50, 50);
+    QImage empty(bare.size(), QImage::Format_ARGB32_Premultiplied);
+    empty.fill(Qt::transparent);
+    bare.render(&empty, QPoint(), QRegion(), QWidget::DrawChildren);
+    EXPECT_EQ(empty.pixelColor(10, 10).alpha(), 0);
+}
+
+TEST_F(PedometerFormTest, TabsReportTheirIdsAndMoveTheClientArea) {
+    EXPECT_EQ(screen->GetClientTop(), 0);
+    screen->SetTitleText("Title");
+    const int titleOnly = screen->GetClientTop();
+    screen->AddTabItem("One", 100);
+    screen->AddTabItem("Two", 101);
+    EXPECT_GT(titleOnly, 0);
+    EXPECT_GT(screen->GetClientTop(), titleOnly);
+    EXPECT_EQ(screen->GetSelectedTabIndex(), -1);
+
+    FormHeader* header = screen->GetHeader();
+    QTest::mouseClick(header, Qt::LeftButton, {}, header->TabRect(1).center());
+    EXPECT_EQ(screen->actions, QList<int>({101}));
+    EXPECT_EQ(screen->GetSelectedTabIndex(), 1);
+    // A press that slides onto another tab chooses nothing.
+    QTest::mousePress(header, Qt::LeftButton, {}, header->TabRect(0).center());
+    QTest::mouseRelease(header, Qt::LeftButton, {}, header->TabRect(1).center());
+    EXPECT_EQ(screen->actions, QList<int>({101}));
+}
+
+}  // namespace
+
+namespace {
+
+// Writes the frame with its option menu open when PEDOMETER_SHOT_DIR names a folder.
+TEST_F(PedometerFormTest, Screenshots) {
+    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
+    if (folder.isEmpty()) GTEST_SKIP() << "set PEDOMETER_SHOT_DIR to write screenshots";
+    screen->SetBackgroundImage("MainScreen_bg.png");
+    screen->SetTitleText("Screen");
+    screen->InitOptionMenu(ProbeForm::kOptionKey);
+    for (const char* item : {"Body tracker", "Settings", "My profile", "History"}) {
+        screen->AddOptionKey(item, 1000);
+    }
+    screen->ShowOptionMenu();
+    QMenu* menu = screen->GetOptionMenu();
+    QImage shot = frame->grab().toImage();
+    QPainter painter(&shot);
+    painter.drawPixmap(frame->mapFromGlobal(menu->pos()), menu->grab());
+    painter.end();
+    EXPECT_TRUE(shot.save(folder + "/frame_menu.png"));
+}
+
+}  // namespace
