@@ -1,0 +1,248 @@
+#include "TargetSelect.h"
+
+#include <QLineEdit>
+#include <QLocale>
+#include <QRegularExpressionValidator>
+#include <cmath>
+
+#include "AppResource.h"
+#include "Converter.h"
+#include "DAOTarget.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "SoundsManager.h"
+#include "TargetSlider.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+// Sizes in the 480-wide layout.
+constexpr int kContentGap = 40;  // below the tabs
+constexpr int kFieldTop = 24;    // in the content panel
+constexpr int kFieldHeight = 72;
+constexpr int kContentHeight = 150;  // the row of fields and some air
+constexpr int kSliderHeight = 84;
+constexpr int kSliderBar = 28;
+
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+}  // namespace
+
+TargetSelect::TargetSelect(QWidget* parent) : PedometerForm(parent) {}
+
+bool TargetSelect::Initialize() {
+    setObjectName(QStringLiteral("TargetSelect"));
+    return true;
+}
+
+void TargetSelect::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    SetTitleText(Text("today_goal__ Today's goal"));
+    AddTabItem(Text("pacer__ Off"), ID_OFF);
+    AddTabItem(Text("today_goal__ Distance"), ID_DISTANCE);
+    AddTabItem(Text("today_goal__ Calories_Stopwatch"), ID_CALORIES);
+    AddTabItem(Text("today_goal__ Activity"), ID_ACTIVITY);
+    const int kind = DAOTarget::GetInstance().targetActive;
+    if (kind >= 1 && kind <= 3)
+        SetSelectedTabIndex(kind);
+    else
+        SetSelectedTabIndex(0);
+    ShowBackButton();
+
+    const int top = GetClientTop() + Scaled(kContentGap);
+    content_ = new QWidget(this);
+    content_->setGeometry(0, top, width(), Scaled(kContentHeight));
+    content_->show();
+
+    slider_ = new TargetSlider(this);
+    const int margin = Scaled(20);
+    slider_->setGeometry(margin, top + Scaled(kContentHeight), width() - 2 * margin,
+                         Scaled(kSliderHeight));
+    slider_->Initialize(Scaled(kSliderBar));
+    ReloadControls();
+}
+
+void TargetSelect::FormWillAppear() {
+    if (slider_ != nullptr) slider_->UpdateData();
+}
+
+QLineEdit* TargetSelect::AddField(int maxLength, const QString& text, int x, int width) {
+    auto* field = new QLineEdit(content_);
+    field->setMaxLength(maxLength);
+    field->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
+    field->setInputMethodHints(Qt::ImhDigitsOnly);
+    field->setAlignment(Qt::AlignCenter);
+    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(44)));
+    field->setStyleSheet(
+        QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
+                       " border: %1px solid #3A4458; border-radius: %2px; }"
+                       "QLineEdit:focus { border-color: #0C9FF9; }")
+            .arg(std::max(1, Scaled(2)))
+            .arg(Scaled(10)));
+    field->setText(text);
+    field->setGeometry(x, Scaled(kFieldTop), width, Scaled(kFieldHeight));
+    connect(field, &QLineEdit::editingFinished, this,
+            [this, field] { OnTextValueChanged(*field); });
+    field->show();
+    return field;
+}
+
+void TargetSelect::AddUnit(const QString& text, int x, int width) {
+    auto* label = new TivLabel(content_);
+    label->SetText(text);
+    label->SetFontSize(Scaled(34));
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    label->setGeometry(x, Scaled(kFieldTop), width, Scaled(kFieldHeight));
+    label->show();
+}
+
+void TargetSelect::ReloadControls() {
+    if (content_ == nullptr) return;
+    // The old fields go quietly: one may be emitting its own signal right now.
+    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        child->disconnect(this);
+        child->hide();
+        child->deleteLater();
+    }
+    valueField_ = nullptr;
+    wholeField_ = nullptr;
+    fractionField_ = nullptr;
+
+    const DAOTarget& goal = DAOTarget::GetInstance();
+    const bool miles = PedometerOptions::GetInstance().measurementSystem;
+    const int center = content_->width() / 2;
+    switch (goal.targetActive) {
+        case 1: {
+            // Whole part, then the fraction: metres (3 digits) or tenths of a mile.
+            const double target =
+                miles ? Converter::ConvertKilometersToMiles(goal.distance) : goal.distance;
+            const int scale = miles ? 10 : 1000;
+            int whole = int(std::trunc(std::max(target, 0.0)));
+            int fraction = int(std::floor((std::max(target, 0.0) - whole) * scale + 0.5));
+            if (fraction >= scale) {  // 2.9996 km is 3 km 000 m, not 2 km 1000 m
+                whole += 1;
+                fraction -= scale;
+            }
+            whole = std::min(whole, 99);
+            const QString fractionText =
+                miles ? QString::number(fraction)
+                      : QStringLiteral("%1").arg(fraction, 3, 10, QLatin1Char('0'));
+            const int fieldWhole = Scaled(100);
+            const int fieldFraction = Scaled(miles ? 70 : 130);
+            const int between = Scaled(miles ? 30 : 70);
+            const int after = Scaled(70);
+            const int gap = Scaled(10);
+            const int rowWidth = fieldWhole + gap + between + fieldFraction + gap + after;
+            int x = center - rowWidth / 2;
+            wholeField_ = AddField(2, QString::number(whole), x, fieldWhole);
+            x += fieldWhole + gap;
+            AddUnit(miles ? QString(QLocale().decimalPoint()) : Text("today_goal__ km"), x,
+                    between);
+            x += between;
+            fractionField_ = AddField(miles ? 1 : 3, fractionText, x, fieldFraction);
+            x += fieldFraction + gap;
+            AddUnit(Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
+            break;
+        }
+        case 2:
+        case 3: {
+            const bool calories = goal.targetActive == 2;
+            const int fieldWidth = Scaled(calories ? 150 : 120);
+            const int unitWidth = Scaled(100);
+            const int gap = Scaled(12);
+            const int x = center - (fieldWidth + gap + unitWidth) / 2;
+            valueField_ = AddField(calories ? 4 : 3,
+                                   QString::number(calories ? goal.calories : goal.activityTime), x,
+                                   fieldWidth);
+            AddUnit(Text(calories ? "today_goal__ Cal" : "today_goal__ min"), x + fieldWidth + gap,
+                    unitWidth);
+            break;
+        }
+        default:
+            break;
+    }
+    slider_->UpdateData();
+    content_->update();
+}
+
+void TargetSelect::CommitEditing() {
+    // A field still being edited is taken before its kind changes.
+    for (QLineEdit* field : {valueField_.data(), wholeField_.data(), fractionField_.data()}) {
+        if (field != nullptr && field->hasFocus()) field->clearFocus();
+    }
+}
+
+void TargetSelect::OnActionPerformed(const QWidget& source, int actionId) {
+    if (actionId < ID_OFF || actionId > ID_ACTIVITY) {
+        PedometerForm::OnActionPerformed(source, actionId);
+        return;
+    }
+    CommitEditing();
+    SoundsManager::GetInstance().ClickSound();
+    DAOTarget::GetInstance().targetActive = actionId - ID_OFF;
+    PedometerDBManager::GetInstance().SaveTagets();
+    ReloadControls();
+}
+
+void TargetSelect::OnTextValueChanged(const QWidget& control) {
+    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
+    if (field == nullptr ||
+        (field != valueField_ && field != wholeField_ && field != fractionField_)) {
+        return;
+    }
+    bool isNumber = false;
+    field->text().toInt(&isNumber);
+    if (!isNumber) field->setText(QStringLiteral("0"));
+
+    DAOTarget& goal = DAOTarget::GetInstance();
+    const bool miles = PedometerOptions::GetInstance().measurementSystem;
+    switch (goal.targetActive) {
+        case 1: {
+            if (wholeField_ == nullptr || fractionField_ == nullptr) return;
+            const int whole = wholeField_->text().toInt();
+            if (!miles && fractionField_->text().size() < 3) {
+                fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
+            }
+            int fraction = fractionField_->text().toInt();
+            if (whole == 0 && fraction == 0) {
+                fraction = miles ? 1 : 100;
+                fractionField_->setText(QString::number(fraction));
+            }
+            goal.distance = miles ? Converter::ConvertMilesToKilometers(whole + fraction / 10.0)
+                                  : whole + fraction / 1000.0;
+            break;
+        }
+        case 2: {
+            if (valueField_ == nullptr) return;
+            int calories = valueField_->text().toInt();
+            if (calories <= 9) {
+                calories = 10;
+                valueField_->setText(QStringLiteral("10"));
+            }
+            goal.calories = calories;
+            break;
+        }
+        case 3: {
+            if (valueField_ == nullptr) return;
+            int minutes = valueField_->text().toInt();
+            if (minutes < 5) {
+                minutes = 5;
+                valueField_->setText(QStringLiteral("5"));
+            }
+            goal.activityTime = minutes;
+            break;
+        }
+        default:
+            return;
+    }
+    PedometerDBManager::GetInstance().SaveTagets();
+    slider_->UpdateData();
+}
+
+void TargetSelect::OnTextValueChangeCanceled(const QWidget&) {}

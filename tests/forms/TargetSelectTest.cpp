@@ -1,0 +1,270 @@
+#include "TargetSelect.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QLocale>
+#include <QPointer>
+#include <QTest>
+
+#include "../sound/FakeSoundPlayer.h"
+#include "AppFrame.h"
+#include "AppResource.h"
+#include "Converter.h"
+#include "FormHeader.h"
+#include "GoalTestSupport.h"
+#include "PlatformSettings.h"
+#include "SoftkeyBar.h"
+#include "SoundsManager.h"
+#include "TargetSlider.h"
+#include "TivNavigationController.h"
+
+namespace {
+
+const QString kClick = QStringLiteral("click.wav");
+
+// The goal screen pushed over a plain root, in a shown frame, with counted clicks.
+class TargetSelectTest : public GoalTest {
+protected:
+    void SetUp() override {
+        GoalTest::SetUp();
+        PlatformSettings::SetSilentMode(false);
+        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(plays));
+        SoundsManager::GetInstance().SetActive(true);
+    }
+    void TearDown() override {
+        controller.reset();
+        frame.reset();
+        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(Leftovers()));
+        GoalTest::TearDown();
+    }
+    static FakePlayerLog& Leftovers() {
+        static FakePlayerLog* log = new FakePlayerLog;
+        return *log;
+    }
+
+    TargetSelect& Open() {
+        frame = std::make_unique<AppFrame>();
+        controller = std::make_unique<TivNavigationController>(*frame);
+        auto* root = new PedometerForm;
+        controller->InitWithRootForm(root);
+        frame->AddControl(*root);
+        frame->SetCurrentForm(*root);
+        frame->show();
+        screen = new TargetSelect;
+        screen->Initialize();
+        controller->PushForm(screen);
+        return *screen;
+    }
+    void TapTab(int index) {
+        FormHeader* header = screen->GetHeader();
+        QTest::mouseClick(header, Qt::LeftButton, {}, header->TabRect(index).center());
+    }
+    // Types `text` over the field's contents and finishes with Enter.
+    static void Enter(QLineEdit* field, const QString& text) {
+        ASSERT_NE(field, nullptr);
+        field->selectAll();
+        if (text.isEmpty())
+            QTest::keyClick(field, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+
+    FakePlayerLog plays;
+    std::unique_ptr<AppFrame> frame;
+    std::unique_ptr<TivNavigationController> controller;
+    QPointer<TargetSelect> screen;
+};
+
+TEST_F(TargetSelectTest, OpensOnTheStoredKindWithItsTargetAndABackKey) {
+    Goal().targetActive = 2;
+    Goal().calories = 300;
+    TargetSelect& form = Open();
+    EXPECT_EQ(form.GetHeader()->GetTitleText(), "Today's goal");
+    ASSERT_EQ(form.GetHeader()->GetTabCount(), 4);
+    EXPECT_EQ(form.GetHeader()->GetTabText(0), "Off");
+    EXPECT_EQ(form.GetHeader()->GetTabActionId(3), TargetSelect::ID_ACTIVITY);
+    EXPECT_EQ(form.GetSelectedTabIndex(), 2);
+    ASSERT_NE(form.GetValueField(), nullptr);
+    EXPECT_EQ(form.GetValueField()->text(), "300");
+    EXPECT_EQ(form.GetValueField()->maxLength(), 4);
+    EXPECT_EQ(form.GetWholeField(), nullptr);
+    EXPECT_FALSE(form.GetTargetSlider()->isHidden());
+    EXPECT_TRUE(frame->GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Right));
+}
+
+TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
+    Goal().targetActive = 0;
+    TargetSelect& form = Open();
+    EXPECT_EQ(form.GetSelectedTabIndex(), 0);
+    EXPECT_TRUE(form.GetTargetSlider()->isHidden());
+    EXPECT_EQ(form.GetValueField(), nullptr);
+
+    TapTab(1);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+    EXPECT_EQ(Goal().targetActive, 1);
+    EXPECT_EQ(Stored().targetActive, 1);
+    ASSERT_NE(form.GetWholeField(), nullptr);
+    EXPECT_EQ(form.GetWholeField()->text(), "5");
+    EXPECT_EQ(form.GetFractionField()->text(), "000");
+    EXPECT_EQ(form.GetFractionField()->maxLength(), 3);
+    EXPECT_FALSE(form.GetTargetSlider()->isHidden());
+
+    TapTab(3);
+    EXPECT_EQ(Stored().targetActive, 3);
+    ASSERT_NE(form.GetValueField(), nullptr);
+    EXPECT_EQ(form.GetValueField()->text(), "30");
+    EXPECT_EQ(form.GetValueField()->maxLength(), 3);
+    EXPECT_EQ(form.GetWholeField(), nullptr);
+
+    TapTab(0);
+    EXPECT_EQ(plays.Plays(kClick), 3);
+    EXPECT_EQ(Stored().targetActive, 0);
+    EXPECT_TRUE(form.GetTargetSlider()->isHidden());
+    EXPECT_EQ(form.GetValueField(), nullptr);
+}
+
+TEST_F(TargetSelectTest, CaloriesAndActivityHaveFloorsAndEmptyMeansZero) {
+    Goal().targetActive = 2;
+    TargetSelect& form = Open();
+    Enter(form.GetValueField(), "0");
+    EXPECT_EQ(form.GetValueField()->text(), "10");
+    EXPECT_EQ(Stored().calories, 10);
+    Enter(form.GetValueField(), "1500");
+    EXPECT_EQ(Stored().calories, 1500);
+    Enter(form.GetValueField(), "");
+    EXPECT_EQ(form.GetValueField()->text(), "10");
+    EXPECT_EQ(Stored().calories, 10);
+
+    TapTab(3);
+    Enter(form.GetValueField(), "3");
+    EXPECT_EQ(form.GetValueField()->text(), "5");
+    EXPECT_EQ(Stored().activityTime, 5);
+    Enter(form.GetValueField(), "45x");  // the field takes digits only
+    EXPECT_EQ(Stored().activityTime, 45);
+}
+
+TEST_F(TargetSelectTest, MetricDistanceIsKilometresAndThreeDigitsOfMetres) {
+    Goal().targetActive = 1;
+    Goal().distance = 2.5;
+    TargetSelect& form = Open();
+    EXPECT_EQ(form.GetWholeField()->text(), "2");
+    EXPECT_EQ(form.GetFractionField()->text(), "500");
+
+    Enter(form.GetFractionField(), "5");
+    EXPECT_EQ(form.GetFractionField()->text(), "005");
+    EXPECT_DOUBLE_EQ(Stored().distance, 2.005);
+
+    Enter(form.GetWholeField(), "0");
+    Enter(form.GetFractionField(), "0");
+    EXPECT_EQ(form.GetFractionField()->text(), "100");
+    EXPECT_DOUBLE_EQ(Stored().distance, 0.1);
+}
+
+TEST_F(TargetSelectTest, ImperialDistanceIsMilesAndTenths) {
+    PedometerOptions::GetInstance().measurementSystem = true;
+    Goal().targetActive = 1;
+    Goal().distance = Converter::ConvertMilesToKilometers(1.3);
+    TargetSelect& form = Open();
+    EXPECT_EQ(form.GetWholeField()->text(), "1");
+    EXPECT_EQ(form.GetFractionField()->text(), "3");
+    EXPECT_EQ(form.GetFractionField()->maxLength(), 1);
+
+    Enter(form.GetWholeField(), "0");
+    Enter(form.GetFractionField(), "0");
+    EXPECT_EQ(form.GetFractionField()->text(), "1");
+    EXPECT_NEAR(Stored().distance, 0.1609344, 1e-9);
+}
+
+TEST_F(TargetSelectTest, AFractionThatRoundsUpCarriesIntoTheWholePart) {
+    Goal().targetActive = 1;
+    Goal().distance = 2.9996;
+    TargetSelect& form = Open();
+    EXPECT_EQ(form.GetWholeField()->text(), "3");
+    EXPECT_EQ(form.GetFractionField()->text(), "000");
+}
+
+TEST_F(TargetSelectTest, AnEditRefreshesTheProgressAtOnce) {
+    AddToday(0, 5, 60);
+    Goal().targetActive = 2;
+    Goal().calories = 10;
+    TargetSelect& form = Open();
+    TargetSlider* slider = form.GetTargetSlider();
+    const int full = slider->GetBarFullWidth();
+    EXPECT_EQ(slider->GetBarFillWidth(), 50 * full / 100);
+    Enter(form.GetValueField(), "20");
+    EXPECT_EQ(slider->GetTargetText(), "20");
+    EXPECT_EQ(slider->GetBarFillWidth(), 25 * full / 100);
+}
+
+TEST_F(TargetSelectTest, AValueBeingTypedIsKeptWhenAnotherTabIsChosen) {
+    Goal().targetActive = 2;
+    TargetSelect& form = Open();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    QLineEdit* field = form.GetValueField();
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, "450");
+    TapTab(3);
+    EXPECT_EQ(Stored().calories, 450);
+    EXPECT_EQ(Stored().targetActive, 3);
+}
+
+TEST_F(TargetSelectTest, BackKeyFromAFieldLeavesTheScreenWithOneClick) {
+    Goal().targetActive = 2;
+    TargetSelect& form = Open();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    form.GetValueField()->setFocus();
+    QTest::keyClick(form.GetValueField(), Qt::Key_Escape);
+    EXPECT_EQ(plays.Plays(kClick), 1);
+    EXPECT_EQ(controller->GetFormCount(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(screen.isNull());
+}
+
+// Writes pictures of the screen for a look by eye when PEDOMETER_SHOT_DIR names a
+// folder: English, German, and the 320-wide layout.
+TEST_F(TargetSelectTest, Screenshots) {
+    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
+    if (folder.isEmpty()) GTEST_SKIP() << "set PEDOMETER_SHOT_DIR to write screenshots";
+    QDir().mkpath(folder);
+    AddToday(1830, 96.4, 1500);
+    Goal().targetActive = 1;
+    Goal().distance = 2.5;
+    struct Shot {
+        const char* name;
+        QString language;
+        QLocale locale;
+        int width;
+        int kind;
+    };
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QLocale german(QLocale::German, QLocale::Germany);
+    const Shot shots[] = {
+        {"goal_en.png", "en", english, 480, 1},
+        {"goal_de.png", "de", german, 480, 1},
+        {"goal_hvga.png", "en", english, 320, 1},
+        {"goal_calories_de.png", "de", german, 480, 2},
+        {"goal_activity_hvga.png", "en", english, 320, 3},
+        {"goal_off_en.png", "en", english, 480, 0},
+    };
+    const QLocale before;
+    for (const Shot& shot : shots) {
+        AppResource::GetInstance().SetLanguage(shot.language);
+        QLocale::setDefault(shot.locale);
+        TivUtils::SetScreenResolution(shot.width);
+        Goal().targetActive = shot.kind;
+        controller.reset();
+        frame.reset();
+        Open();
+        EXPECT_TRUE(frame->grab().save(folder + "/" + shot.name)) << shot.name;
+    }
+    AppResource::GetInstance().SetLanguage("en");
+    QLocale::setDefault(before);
+    TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
+}
+
+}  // namespace
