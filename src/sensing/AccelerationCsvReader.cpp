@@ -43,9 +43,41 @@ void trim(const char*& begin, const char*& end) {
     }
 }
 
-// A decimal number ("12.5", "-3", "1.25e-3") scaled by 10^scale and rounded to an
-// integer; exact for the nine decimals a nanosecond time stamp needs.
-bool parseScaledDecimal(const char* p, const char* end, int scale, qint64& out) {
+// Reads a decimal number ("12.5", "-3", "1.25e-3") at p, scaled by 10^scale and rounded
+// to an integer; exact for the nine decimals a nanosecond time stamp needs. Returns
+// where the number stops, or null if there is none or it is out of range.
+const char* scanScaledDecimalCarefully(const char* p, const char* end, int scale, qint64& out);
+
+const char* scanScaledDecimal(const char* p, const char* end, int scale, qint64& out) {
+    // The usual time stamp ("12345.670000000") has at most 18 digits and no exponent;
+    // it is read without per-digit checks. Anything else takes the careful path.
+    const char* start = p;
+    bool negative = false;
+    if (p != end && (*p == '+' || *p == '-')) negative = *p++ == '-';
+    quint64 mantissa = 0;
+    int digits = 0;
+    int decimals = 0;
+    for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, ++digits) {
+        mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+    }
+    if (p != end && *p == '.') {
+        for (++p; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, ++digits, ++decimals) {
+            mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+        }
+    }
+    if (digits == 0 || digits > 18 || decimals > scale || (p != end && (*p == 'e' || *p == 'E'))) {
+        return scanScaledDecimalCarefully(start, end, scale, out);
+    }
+    for (int i = decimals; i < scale; ++i) {
+        if (mantissa > static_cast<quint64>(kMaxAbsTimeNs) / 10) return nullptr;
+        mantissa *= 10;
+    }
+    if (mantissa > static_cast<quint64>(kMaxAbsTimeNs)) return nullptr;
+    out = negative ? -static_cast<qint64>(mantissa) : static_cast<qint64>(mantissa);
+    return p;
+}
+
+const char* scanScaledDecimalCarefully(const char* p, const char* end, int scale, qint64& out) {
     bool negative = false;
     if (p != end && (*p == '+' || *p == '-')) negative = *p++ == '-';
     quint64 mantissa = 0;
@@ -79,29 +111,28 @@ bool parseScaledDecimal(const char* p, const char* end, int scale, qint64& out) 
             }
         }
     }
-    if (!anyDigit) return false;
+    if (!anyDigit) return nullptr;
     if (p != end && (*p == 'e' || *p == 'E')) {
         ++p;
         bool expNegative = false;
         if (p != end && (*p == '+' || *p == '-')) expNegative = *p++ == '-';
-        if (p == end) return false;
+        if (p == end || *p < '0' || *p > '9') return nullptr;
         int e = 0;
         for (; p != end && *p >= '0' && *p <= '9'; ++p) {
             if (e < 10000) e = e * 10 + (*p - '0');
         }
         exponent += expNegative ? -e : e;
     }
-    if (p != end) return false;
     if (roundUp) ++mantissa;  // half away from zero at the 18th digit
 
     long long total = static_cast<long long>(exponent) + scale;
     if (mantissa == 0) {
         out = 0;
-        return true;
+        return p;
     }
     if (total >= 0) {
         for (; total > 0; --total) {
-            if (mantissa > static_cast<quint64>(kMaxAbsTimeNs) / 10) return false;
+            if (mantissa > static_cast<quint64>(kMaxAbsTimeNs) / 10) return nullptr;
             mantissa *= 10;
         }
     } else {
@@ -115,9 +146,44 @@ bool parseScaledDecimal(const char* p, const char* end, int scale, qint64& out) 
             mantissa = quotient + (remainder * 2 >= divisor ? 1 : 0);
         }
     }
-    if (mantissa > static_cast<quint64>(kMaxAbsTimeNs)) return false;
+    if (mantissa > static_cast<quint64>(kMaxAbsTimeNs)) return nullptr;
     out = negative ? -static_cast<qint64>(mantissa) : static_cast<qint64>(mantissa);
-    return true;
+    return p;
+}
+
+bool parseScaledDecimal(const char* p, const char* end, int scale, qint64& out) {
+    return scanScaledDecimal(p, end, scale, out) == end;
+}
+
+// Reads a plain decimal ("-0.81163436") at p when its digits fit a double exactly, so
+// that one division by a power of ten gives the correctly rounded value, the same that
+// std::from_chars gives. Returns where it stops, or null for anything else (exponents,
+// long mantissas), which then takes the general path.
+const char* scanPlainDouble(const char* p, const char* end, double& out) {
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    bool negative = false;
+    if (p != end && (*p == '-' || *p == '+')) negative = *p++ == '-';
+    quint64 mantissa = 0;
+    int digits = 0;
+    int decimals = 0;
+    for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, ++digits) {
+        mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+    }
+    if (p != end && *p == '.') {
+        for (++p; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, ++digits, ++decimals) {
+            mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+        }
+    }
+    // Up to 19 digits cannot overflow the mantissa; exactness needs at most 2^53.
+    if (digits == 0 || digits > 19 || mantissa > (quint64{1} << 53) || decimals > 22) {
+        return nullptr;
+    }
+    if (p != end && (*p == 'e' || *p == 'E')) return nullptr;
+    const double value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    out = negative ? -value : value;
+    return p;
 }
 
 bool parseDouble(const char* p, const char* end, double& out) {
@@ -125,6 +191,15 @@ bool parseDouble(const char* p, const char* end, double& out) {
     if (p == end || (*p != '-' && *p != '.' && (*p < '0' || *p > '9'))) return false;
     const auto [next, ec] = std::from_chars(p, end, out);
     return ec == std::errc() && next == end;
+}
+
+// True for number syntax, even when the value is too large for a double.
+bool isNumberText(const char* p, const char* end) {
+    if (p != end && *p == '+') ++p;
+    if (p == end || (*p != '-' && *p != '.' && (*p < '0' || *p > '9'))) return false;
+    double ignored = 0.0;
+    const auto [next, ec] = std::from_chars(p, end, ignored);
+    return next == end && (ec == std::errc() || ec == std::errc::result_out_of_range);
 }
 
 QString formatSeconds(qint64 ns) {
@@ -140,6 +215,9 @@ QString shown(const char* begin, const char* end) {
     constexpr qsizetype kMaxShown = 24;
     const qsizetype length = end - begin;
     QString text = QString::fromUtf8(begin, std::min(length, kMaxShown));
+    for (QChar& c : text) {
+        if (c.unicode() < 0x20) c = QLatin1Char('?');  // keep the message on one line
+    }
     if (length > kMaxShown) text += QStringLiteral("...");
     return text;
 }
@@ -349,36 +427,24 @@ private:
                 MissingValue(i);
                 return;
             }
+            const Role role = roles_[i];
+            const int a = static_cast<int>(role) - static_cast<int>(Role::X);
+            // Fast path: a bare number running right up to the comma or the line end.
+            const char* stop = nullptr;
+            if (role == Role::Time) {
+                stop = scanScaledDecimal(field, end, timeScale_, timeNs);
+            } else if (role != Role::Ignored) {
+                stop = scanPlainDouble(field, end, values[a]);  // always finite as a float
+            }
+            if (stop != nullptr && (stop == end || *stop == ',')) {
+                field = stop == end ? nullptr : stop + 1;
+                continue;
+            }
+
             const char* comma = static_cast<const char*>(std::memchr(field, ',', end - field));
             const char* fieldEnd = comma ? comma : end;
-            const Role role = roles_[i];
-            if (role != Role::Ignored) {
-                const char* b = field;
-                const char* e = fieldEnd;
-                trim(b, e);
-                if (b == e) {
-                    Fail(QStringLiteral("empty value in column %1 (\"%2\")")
-                             .arg(QString::number(i + 1), titles_[i]));
-                    return;
-                }
-                if (role == Role::Time) {
-                    if (!parseScaledDecimal(b, e, timeScale_, timeNs)) {
-                        double number = 0.0;
-                        BadValue(i, b, e, parseDouble(b, e, number));
-                        return;
-                    }
-                } else {
-                    const int a = static_cast<int>(role) - static_cast<int>(Role::X);
-                    double& value = values[a];
-                    if (!parseDouble(b, e, value)) {
-                        BadValue(i, b, e, false);
-                        return;
-                    }
-                    if (!std::isfinite(static_cast<float>(value / divisors_[a]))) {
-                        BadValue(i, b, e, std::isfinite(value));
-                        return;
-                    }
-                }
+            if (role != Role::Ignored && !ParseField(i, role, field, fieldEnd, timeNs, values)) {
+                return;
             }
             field = comma ? comma + 1 : nullptr;
         }
@@ -393,6 +459,35 @@ private:
         recording_->Append(timeNs, {static_cast<float>(values[0] / divisors_[0]),
                                     static_cast<float>(values[1] / divisors_[1]),
                                     static_cast<float>(values[2] / divisors_[2])});
+    }
+
+    // A value the fast path did not take: quoted, padded, in exponent form, or bad.
+    bool ParseField(int i, Role role, const char* b, const char* e, qint64& timeNs,
+                    std::array<double, 3>& values) {
+        trim(b, e);
+        if (b == e) {
+            Fail(QStringLiteral("empty value in column %1 (\"%2\")")
+                     .arg(QString::number(i + 1), titles_[i]));
+            return false;
+        }
+        if (role == Role::Time) {
+            if (!parseScaledDecimal(b, e, timeScale_, timeNs)) {
+                BadValue(i, b, e, isNumberText(b, e));
+                return false;
+            }
+            return true;
+        }
+        const int a = static_cast<int>(role) - static_cast<int>(Role::X);
+        double& value = values[a];
+        if (!parseDouble(b, e, value)) {
+            BadValue(i, b, e, isNumberText(b, e));
+            return false;
+        }
+        if (!std::isfinite(static_cast<float>(value / divisors_[a]))) {
+            BadValue(i, b, e, std::isfinite(value));
+            return false;
+        }
+        return true;
     }
 
     void MissingValue(int column) {

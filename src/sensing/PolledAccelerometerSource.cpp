@@ -1,7 +1,6 @@
 #include "PolledAccelerometerSource.h"
 
 #include <QEventLoop>
-#include <QThread>
 #include <QTimer>
 
 #include "AccelerometerListener.h"
@@ -16,21 +15,18 @@ PolledAccelerometerSource::~PolledAccelerometerSource() {
 void PolledAccelerometerSource::Start(AccelerometerListener* listener) {
     if (listener == nullptr || IsRunning()) return;
     Stop();  // joins a thread that finished by itself
-    thread_.reset(QThread::create([this, listener] { RunOnSensorThread(listener); }));
-    thread_->setObjectName(QStringLiteral("sensor"));
-    thread_->start(QThread::HighPriority);
+    stopRequested_.store(false);
+    running_.store(true);
+    thread_ = std::thread([this, listener] {
+        RunOnSensorThread(listener);
+        running_.store(false);
+    });
 }
 
 void PolledAccelerometerSource::Stop() {
-    if (!thread_) return;
-    // Ends the sensor thread's event loop, even if it has not entered it yet.
-    thread_->quit();
-    thread_->wait();
-    thread_.reset();
-}
-
-bool PolledAccelerometerSource::IsRunning() const {
-    return thread_ && thread_->isRunning();
+    if (!thread_.joinable()) return;
+    stopRequested_.store(true);
+    thread_.join();
 }
 
 void PolledAccelerometerSource::RunOnSensorThread(AccelerometerListener* listener) {
@@ -40,6 +36,10 @@ void PolledAccelerometerSource::RunOnSensorThread(AccelerometerListener* listene
     AccelerationSample last;
     bool finished = false;
     const auto pollOnce = [&] {
+        if (stopRequested_.load()) {
+            loop.quit();
+            return;
+        }
         AccelerationSample sample;
         switch (Poll(sample)) {
             case PollResult::Finished:
@@ -62,7 +62,7 @@ void PolledAccelerometerSource::RunOnSensorThread(AccelerometerListener* listene
     timer.setInterval(kIntervalMs);
     QObject::connect(&timer, &QTimer::timeout, &loop, pollOnce);
     pollOnce();
-    if (!finished) {
+    if (!finished && !stopRequested_.load()) {
         timer.start();
         loop.exec();
         timer.stop();

@@ -1,19 +1,22 @@
 #pragma once
 
-#include <memory>
+#include <atomic>
+#include <thread>
 
 #include "AccelerationSample.h"
 #include "AccelerometerSource.h"
 
-class QThread;
-
 // A source that reads its device on a sensor thread of its own every 30 ms.
 //
 // Start() launches the thread, which opens the device, polls it once at once and then
-// on a precise 30 ms timer, and hands each reading that differs from the last one
-// delivered to the listener. Subclasses say how to open, read and close their device;
-// those three run on the sensor thread only. A subclass must call Stop() in its own
-// destructor, while its overrides still exist.
+// on a precise 30 ms timer in a Qt event loop, and hands each reading that differs from
+// the last one delivered to the listener. Subclasses say how to open, read and close
+// their device; those three run on the sensor thread only. A subclass must call Stop()
+// in its own destructor, while its overrides still exist.
+//
+// The thread is a std::thread running a QEventLoop (Qt adopts it), so that starting and
+// joining it are visible to the thread sanitizer; Stop() asks the loop to end at its
+// next tick and joins.
 class PolledAccelerometerSource : public AccelerometerSource {
 public:
     static constexpr int kIntervalMs = 30;
@@ -25,7 +28,7 @@ public:
 
     void Start(AccelerometerListener* listener) override;
     void Stop() override;
-    bool IsRunning() const override;
+    bool IsRunning() const override { return running_.load(); }
 
 protected:
     enum class PollResult { Sample, NoSample, Finished };
@@ -41,5 +44,7 @@ protected:
 private:
     void RunOnSensorThread(AccelerometerListener* listener);
 
-    std::unique_ptr<QThread> thread_;
+    std::thread thread_;  // started and joined on the GUI thread
+    std::atomic<bool> running_{false};
+    std::atomic<bool> stopRequested_{false};
 };

@@ -6,7 +6,9 @@ namespace {
 constexpr double kStandardGravity = 9.80665;
 }
 
-QtSensorsAccelerometerSource::QtSensorsAccelerometerSource() = default;
+// Qt loads its sensor plugins on the first query; doing it here, on the thread that makes
+// the source, keeps that off the sensor thread.
+QtSensorsAccelerometerSource::QtSensorsAccelerometerSource() : backend_(RealBackend()) {}
 
 QtSensorsAccelerometerSource::~QtSensorsAccelerometerSource() {
     Stop();
@@ -24,10 +26,9 @@ bool QtSensorsAccelerometerSource::IsAvailable() const {
 }
 
 bool QtSensorsAccelerometerSource::OpenDevice() {
-    const QByteArray backend = RealBackend();
-    if (backend.isEmpty()) return false;
+    if (backend_.isEmpty()) return false;
     sensor_ = std::make_unique<QAccelerometer>();
-    sensor_->setIdentifier(backend);
+    sensor_->setIdentifier(backend_);
     sensor_->setAccelerationMode(QAccelerometer::Combined);
     if (!sensor_->start()) {
         sensor_.reset();

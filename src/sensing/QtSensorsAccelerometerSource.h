@@ -26,5 +26,6 @@ private:
     // The first backend that is not Qt's test stand-in; empty if none.
     static QByteArray RealBackend();
 
+    const QByteArray backend_;
     std::unique_ptr<QAccelerometer> sensor_;  // lives on the sensor thread
 };

@@ -3,6 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <charconv>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "AccelerationRecorder.h"
 #include "AccelerationRecording.h"
@@ -18,7 +23,7 @@ struct Parsed {
     QString error;
 };
 
-Parsed parse(const char* text) {
+Parsed parse(std::string_view text) {
     Parsed p;
     p.ok =
         AccelerationCsvReader::ReadText(text, QStringLiteral("walk.csv"), &p.recording, &p.error);
@@ -45,6 +50,31 @@ TEST(AccelerationCsvReaderTest, ReadsPhoneExportAndConvertsToG) {
     EXPECT_EQ(p.recording.DurationNs(), 3'807'958);
 }
 
+TEST(AccelerationCsvReaderTest, EveryValueReadsAsTheCorrectlyRoundedDouble) {
+    // Plain decimals take a fast path; it must agree with std::from_chars to the bit.
+    std::mt19937_64 random(11);
+    std::string text = "Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n";
+    std::vector<std::string> values;
+    for (int i = 0; i < 20000; ++i) {
+        const int digits = 1 + static_cast<int>(random() % 19);
+        std::string digitsText;
+        for (int d = 0; d < digits; ++d) digitsText += static_cast<char>('0' + random() % 10);
+        const std::size_t point = random() % (digitsText.size() + 1);
+        std::string value = (random() % 2 ? "-" : "") + digitsText.substr(0, point) + "." +
+                            digitsText.substr(point);
+        if (random() % 8 == 0) value += "e-" + std::to_string(random() % 5);
+        values.push_back(value);
+        text += std::to_string(i) + ",0," + value + ",1\n";
+    }
+    const Parsed p = parse(text.c_str());
+    ASSERT_TRUE(p.ok) << p.error.toStdString();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        double expected = 0.0;
+        std::from_chars(values[i].data(), values[i].data() + values[i].size(), expected);
+        ASSERT_EQ(p.recording.Sample(i).y, static_cast<float>(expected)) << values[i];
+    }
+}
+
 TEST(AccelerationCsvReaderTest, TimeUnitsAllGiveNanoseconds) {
     const char* headers[] = {"Time (s)", "Time (ms)", "Time (us)", "Time (ns)"};
     const char* times[] = {"1.5e-3", "1.5", "1500", "1500000"};
@@ -60,11 +90,15 @@ TEST(AccelerationCsvReaderTest, TimeUnitsAllGiveNanoseconds) {
     // Decimal seconds are taken exactly: thirty milliseconds is 30,000,000 ns.
     const Parsed exact = parse(
         "Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
-        "-0.5,0,0,1\n0.030,0,0,1\n12345.999999999,0,0,1\n");
+        "-0.5,0,0,1\n0.030,0,0,1\n12345.999999999,0,0,1\n"
+        "12345.9999999995,0,0,1\n12346.00000000000000000001,0,0,1\n");
     ASSERT_TRUE(exact.ok) << exact.error.toStdString();
     EXPECT_EQ(exact.recording.TimeNs(0), -500'000'000);
     EXPECT_EQ(exact.recording.TimeNs(1), 30'000'000);
     EXPECT_EQ(exact.recording.TimeNs(2), 12'345'999'999'999);
+    // Beyond nanoseconds the time is rounded to the nearest one.
+    EXPECT_EQ(exact.recording.TimeNs(3), 12'346'000'000'000);
+    EXPECT_EQ(exact.recording.TimeNs(4), 12'346'000'000'000);
 }
 
 TEST(AccelerationCsvReaderTest, AcceptsLooseLayouts) {
@@ -117,6 +151,8 @@ TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem)
         {header + "0,1,2,3\n0.1,1,2,3x\n", "walk.csv: line 3: \"3x\" in column 4"},
         {header + "0,1,2,3\n0.1,nan,2,3\n", "is not a number"},
         {header + "0,1,2,3\n0.1,1e300,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
+        {header + "0,1,2,3\n0.1,1e999,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
+        {header + std::string("0,1,2,3\n0.1,1,2\0,3\n", 30), "line 3: \"2?\" in column 3"},
         {header + "zero,1,2,3\n", "walk.csv: line 2: \"zero\" in column 1 (\"Time (s)\")"},
         {header + "1e20,1,2,3\n",
          "walk.csv: line 2: \"1e20\" in column 1 (\"Time (s)\") is out "
@@ -125,7 +161,7 @@ TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem)
          "walk.csv: line 4: time goes backwards, from 0.500000000 s to 0.490000000 s"},
     };
     for (const Case& c : cases) {
-        const Parsed p = parse(c.text.c_str());
+        const Parsed p = parse(c.text);
         EXPECT_FALSE(p.ok) << c.text;
         EXPECT_TRUE(p.error.startsWith(QString::fromUtf8(c.expected)) ||
                     p.error.contains(QString::fromUtf8(c.expected)))
