@@ -2,7 +2,9 @@
 
 // The running state of one detector channel (walk, jog, run or raw).
 //
-// The +-30000 values mean "nothing recorded yet"; a recycle puts them back.
+// The +-30000 values mean "nothing recorded yet"; a recycle puts them back. The
+// detector does not update the extremes per sample: QuorPedometer::GetChannel works
+// them out from the channel's buffer when they are asked for.
 struct DetectorChannel {
     static constexpr float kUnsetHigh = 30000.0f;
 

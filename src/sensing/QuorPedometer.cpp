@@ -32,15 +32,10 @@ constexpr int32_t kLastWriteIndex = 88;
 inline void countUp(int32_t& counter) {
     if (counter != std::numeric_limits<int32_t>::max()) ++counter;
 }
-
-inline void trackExtremes(DetectorChannel& channel, float m) {
-    channel.maxValue = m > channel.maxValue ? m : channel.maxValue;
-    channel.minValue = m < channel.minValue ? m : channel.minValue;
-}
 // One gait's state machine: 0 falling, 1 rising, 2 not yet known. Inlined into the
 // per-sample path, where it runs three times per sample.
 [[gnu::always_inline]] inline bool advanceMachine(float c, float p, float delta, uint8_t& state,
-                                                DetectorChannel& channel) {
+                                                  DetectorChannel& channel) {
     float& peak = channel.peak;
     float& trough = channel.trough;
     switch (state) {
@@ -209,10 +204,8 @@ void QuorPedometer::OnDataReceived(float x, float y, float z) {
     run.prevSum = runPrev;
     raw.prevSum = rawPrev;
 
-    trackExtremes(walk, m);
-    trackExtremes(jog, m);
-    trackExtremes(run, m);
-    trackExtremes(raw, m);
+    // The extremes since the last recycle are not tracked here: they are exactly those of
+    // the buffer from the recycle point on, and GetChannel derives them from there.
 
     ++walkIndex;
     ++jogIndex;
@@ -306,7 +299,8 @@ bool QuorPedometer::isRunStep(float current, float previous) {
 // Recycling.
 
 void QuorPedometer::recycleChannel(float* buffer, int32_t& index, DetectorChannel& channel,
-                                   const float* sumSource) {
+                                   const float* sumSource, bool& recycled) {
+    recycled = true;
     const int32_t from = index - kWindow;
     // Summed before the move, which may overwrite part of the source range.
     float total = 0.0f;
@@ -322,36 +316,53 @@ void QuorPedometer::recycleChannel(float* buffer, int32_t& index, DetectorChanne
 }
 
 void QuorPedometer::recycleWalk() {
-    recycleChannel(walkBuffer, walkIndex, walk, walkBuffer);
+    recycleChannel(walkBuffer, walkIndex, walk, walkBuffer, walkRecycled);
 }
 
 void QuorPedometer::recycleJog() {
-    recycleChannel(jogBuffer, jogIndex, jog, jogBuffer);
+    recycleChannel(jogBuffer, jogIndex, jog, jogBuffer, jogRecycled);
 }
 
 void QuorPedometer::recycleRun() {
-    recycleChannel(runBuffer, runIndex, run, runBuffer);
+    recycleChannel(runBuffer, runIndex, run, runBuffer, runRecycled);
 }
 
 // The raw sum is taken from the run buffer at the raw channel's positions. This only
 // shifts the sensitivity meter after a wrap, and the meter has always behaved so.
 void QuorPedometer::recycleRaw() {
-    recycleChannel(rawBuffer, rawIndex, raw, runBuffer);
+    recycleChannel(rawBuffer, rawIndex, raw, runBuffer, rawRecycled);
 }
 
 // ---------------------------------------------------------------------------------
 
-const DetectorChannel& QuorPedometer::GetChannel(Channel channel) const {
+DetectorChannel QuorPedometer::GetChannel(Channel channel) const {
+    const DetectorChannel* state = &raw;
+    const float* buffer = rawBuffer;
+    bool recycled = rawRecycled;
     switch (channel) {
         case Channel::Walk:
-            return walk;
+            state = &walk, buffer = walkBuffer, recycled = walkRecycled;
+            break;
         case Channel::Jog:
-            return jog;
+            state = &jog, buffer = jogBuffer, recycled = jogRecycled;
+            break;
         case Channel::Run:
-            return run;
-        default:
-            return raw;
+            state = &run, buffer = runBuffer, recycled = runRecycled;
+            break;
+        case Channel::Raw:
+            break;
     }
+    // Since the last recycle the channel has written its magnitudes from position 8 on
+    // (from 0 before its first one), so those positions hold the extremes.
+    DetectorChannel copy = *state;
+    copy.maxValue = -DetectorChannel::kUnsetHigh;
+    copy.minValue = DetectorChannel::kUnsetHigh;
+    for (int i = recycled ? kWindow : 0; i < GetChannelIndex(channel); ++i) {
+        const float m = buffer[i];
+        if (m > copy.maxValue) copy.maxValue = m;
+        if (m < copy.minValue) copy.minValue = m;
+    }
+    return copy;
 }
 
 int QuorPedometer::GetChannelIndex(Channel channel) const {

@@ -72,7 +72,8 @@ public:
 
     // Read-only views of the sensor thread's state, for diagnostics and tests. Only
     // consistent when read on the sensor thread or while no source is delivering.
-    const DetectorChannel& GetChannel(Channel channel) const;
+    // A copy of the channel's state; its extremes are worked out when asked for.
+    DetectorChannel GetChannel(Channel channel) const;
     int GetChannelIndex(Channel channel) const;
     // 0 falling, 1 rising, 2 not yet known; the raw channel has no state (-1).
     int GetState(Channel channel) const;
@@ -90,7 +91,7 @@ private:
 
     static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
     static void recycleChannel(float* buffer, int32_t& index, DetectorChannel& channel,
-                               const float* sumSource);
+                               const float* sumSource, bool& recycled);
     void classifyStep();
     void registerListener();
     void unregisterListener();
@@ -140,6 +141,11 @@ private:
     float jogBuffer[kBufferSize] = {};
     float runBuffer[kBufferSize] = {};
     float rawBuffer[kBufferSize] = {};
+    // Whether each channel has been recycled yet, which says where its extremes start.
+    bool walkRecycled = false;
+    bool jogRecycled = false;
+    bool runRecycled = false;
+    bool rawRecycled = false;
 
     std::atomic<bool> updating{false};
     std::atomic<bool> monitoring{false};

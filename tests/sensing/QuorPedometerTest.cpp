@@ -112,6 +112,8 @@ TEST_F(QuorPedometerTest, FirstEightSamplesNeverStepAndLeaveMachinesUnknown) {
         EXPECT_EQ(detector_->GetChannel(c).prevSum, 0.0f);
     }
     EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Walk).sum, 14.0f);
+    EXPECT_EQ(detector_->GetChannel(Channel::Raw).maxValue, 3.0f);
+    EXPECT_EQ(detector_->GetChannel(Channel::Raw).minValue, 0.5f);
 }
 
 TEST_F(QuorPedometerTest, StillPhoneHoldsItsSumsAndNeverSteps) {
@@ -249,8 +251,13 @@ TEST_F(QuorPedometerTest, ChannelWrapsAfter81SamplesWithoutAStep) {
     }
     EXPECT_EQ(d.GetChannel(Channel::Walk).peak, -30000.0f);
     EXPECT_EQ(d.GetChannel(Channel::Walk).trough, 30000.0f);
+    EXPECT_EQ(d.GetChannel(Channel::Walk).maxValue, -30000.0f);  // extremes start over too
+    d.OnDataReceived(0.0f, 0.0f, 1.5f);
+    d.OnDataReceived(0.0f, 0.0f, 0.75f);
+    EXPECT_EQ(d.GetChannel(Channel::Jog).maxValue, 1.5f);
+    EXPECT_EQ(d.GetChannel(Channel::Jog).minValue, 0.75f);
 
-    for (int i = 0; i < 80; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
+    for (int i = 0; i < 78; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
     EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 88);
     d.OnDataReceived(0.0f, 0.0f, 1.0f);
     EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 8);
