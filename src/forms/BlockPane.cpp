@@ -1,0 +1,94 @@
+#include "BlockPane.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "AppResource.h"
+#include "SoundsManager.h"
+#include "TivImagePanel.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+#include "TouchEventDispatcher.h"
+#include "UnblockListener.h"
+
+namespace {
+// A length of the 480-wide layout in the current one.
+int Scaled(int pixels) {
+    return static_cast<int>(std::lround(pixels * TivUtils::GetScale()));
+}
+}  // namespace
+
+BlockPane::BlockPane(QWidget* parent) : QWidget(parent) {}
+
+bool BlockPane::Initialize(UnblockListener* form) {
+    form_.Set(form);
+    unlocked_ = false;
+    setGeometry(0, 0, Scaled(TivUtils::WVGA_WIDTH), Scaled(800));
+
+    delete picture_;
+    picture_ = new TivImagePanel(this);
+    pictureX_ = 0;
+    picture_->Initialize(QPoint(pictureX_, Scaled(kPictureY)),
+                         TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("unlock.png")));
+    picture_->show();
+
+    delete caption_;
+    caption_ = new TivLabel(this);
+    caption_->setGeometry(0, Scaled(kPictureY), Scaled(480), Scaled(440));
+    caption_->SetBackColor(QColor(0, 0, 0, 0));
+    caption_->SetFontSize(Scaled(kCaptionFontSize));
+    caption_->SetTextColor(Qt::white);
+    caption_->SetText(AppResource::GetInstance().GetString(QStringLiteral("SLIDE_TO_UNLOCK")));
+    caption_->show();
+
+    TouchEventDispatcher::AddTouchEventListener(*this, *this);
+    TouchEventDispatcher::AddTouchEventListener(*caption_, *this);
+    return true;
+}
+
+bool BlockPane::IsUnlockSlide(long long dx, int distance) {
+    return std::llabs(dx) >= distance;
+}
+
+int BlockPane::UnlockDistance() {
+    return std::max(1, Scaled(kUnlockDistance));
+}
+
+void BlockPane::Dismiss(QWidget* pane) {
+    if (pane == nullptr) return;
+    pane->hide();
+    pane->deleteLater();
+    SoundsManager::GetInstance().ClickSound();
+}
+
+void BlockPane::OnTouchPressed(const QWidget&, const QPoint&, const TouchEventInfo&) {
+    SlidePicture(0);
+}
+
+void BlockPane::OnTouchMoved(const QWidget&, const QPoint& point, const TouchEventInfo& info) {
+    if (unlocked_) return;  // the pane is on its way out; the finger may still move
+    const long long dx = static_cast<long long>(point.x()) - info.GetStartPosition().x();
+    const int distance = UnlockDistance();
+    if (!IsUnlockSlide(dx, distance)) {
+        SlidePicture(static_cast<int>(dx));
+        return;
+    }
+    SlidePicture(dx > 0 ? distance : -distance);
+    unlocked_ = true;
+    if (UnblockListener* form = form_.Get()) form->Unblock(this);
+}
+
+void BlockPane::OnTouchReleased(const QWidget&, const QPoint&, const TouchEventInfo&) {
+    if (!unlocked_) SlidePicture(0);
+}
+
+void BlockPane::SlidePicture(int offset) {
+    if (picture_ == nullptr || offset == pictureX_) return;
+    pictureX_ = offset;
+    picture_->move(offset, picture_->y());
+}
+
+void BlockPane::paintEvent(QPaintEvent*) {
+    // Transparent: the screen shows through; the picture and caption draw themselves.
+}

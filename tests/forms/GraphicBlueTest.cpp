@@ -1,0 +1,466 @@
+#include "GraphicBlue.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFontMetrics>
+#include <QLocale>
+#include <QPainter>
+#include <QTest>
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <thread>
+
+#include "AppResource.h"
+#include "DAOLap.h"
+#include "GraphScale.h"
+#include "GraphSeries.h"
+#include "PedometerOptions.h"
+#include "TivImagePanel.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+
+DAOLapSeconds Record(int steps, double metres, double caloriesNoise = 0.0) {
+    DAOLapSeconds r;
+    r.steps = steps;
+    r.distance = metres;
+    r.caloriesNoise = caloriesNoise;
+    return r;
+}
+
+std::vector<DAOLapSeconds> Records(int count) {
+    std::vector<DAOLapSeconds> records;
+    for (int i = 0; i < count; ++i) records.push_back(Record(i + 1, 0.0));
+    return records;
+}
+
+// ---------------------------------------------------------------------------
+// The series of the last five minutes.
+
+TEST(GraphSeriesTest, ShortLapsGiveLeadingZerosAndLongOnesTheirNewestRecords) {
+    const auto none = GraphSeries::FromSeconds({}, GraphSeries::STEP_RATE, false);
+    EXPECT_EQ(none, std::vector<double>(60, 0.0));
+
+    const auto three = GraphSeries::FromSeconds(Records(3), GraphSeries::STEP_RATE, false);
+    ASSERT_EQ(three.size(), 60u);
+    EXPECT_EQ(three[56], 0.0);
+    EXPECT_EQ(three[57], 12.0);  // 1 step in five seconds: 12 per minute
+    EXPECT_EQ(three[59], 36.0);
+
+    const auto many = GraphSeries::FromSeconds(Records(75), GraphSeries::STEP_RATE, false);
+    ASSERT_EQ(many.size(), 60u);
+    EXPECT_EQ(many.front(), 16 * 12.0);  // records 16..75
+    EXPECT_EQ(many.back(), 75 * 12.0);
+
+    EXPECT_EQ(GraphSeries::FromSeconds(Records(60), GraphSeries::STEP_RATE, false).front(), 12.0);
+}
+
+TEST(GraphSeriesTest, EachTypeReadsItsValueInTheUsersUnits) {
+    const DAOLapSeconds walk = Record(10, 7.0, 4.25);  // 7 m in 5 s: 5.04 km/h
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::STEP_RATE, false), 120.0);
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::CALORIES, true), 4.25);
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::SPEED, false), 5.04);
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::SPEED, true), 5.04 / 1.609344);
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::PACE, false), 60.0 / 5.04);
+    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::PACE, true), 60.0 / (5.04 / 1.609344));
+    // Standing still has no pace rather than an endless one; unknown types read 0.
+    EXPECT_EQ(GraphSeries::ValueOf(Record(0, 0.0), GraphSeries::PACE, false), 0.0);
+    EXPECT_EQ(GraphSeries::ValueOf(walk, 4, false), 0.0);
+    EXPECT_EQ(GraphSeries::ValueOf(walk, -1, false), 0.0);
+}
+
+TEST(GraphSeriesTest, ReadsALapWhileAnotherThreadExtendsIt) {
+    EXPECT_EQ(GraphSeries::FromLap(nullptr, GraphSeries::SPEED, false),
+              std::vector<double>(60, 0.0));
+
+    DAOLap lap;
+    constexpr int kRecords = 400;
+    std::thread updater([&] {
+        for (int i = 1; i <= kRecords; ++i)
+            lap.AddSecond(std::make_unique<DAOLapSeconds>(Record(i, 0.0)));
+    });
+    // Every read sees a consistent tail: consecutive step counts ending at the newest.
+    for (int n = 0; n < 200; ++n) {
+        const auto values = GraphSeries::FromLap(&lap, GraphSeries::STEP_RATE, false);
+        ASSERT_EQ(values.size(), 60u);
+        for (std::size_t i = 1; i < values.size(); ++i) {
+            if (values[i - 1] != 0.0) {
+                ASSERT_EQ(values[i] - values[i - 1], 12.0);
+            }
+        }
+    }
+    updater.join();
+    EXPECT_EQ(GraphSeries::FromLap(&lap, GraphSeries::STEP_RATE, false).back(), kRecords * 12.0);
+}
+
+// ---------------------------------------------------------------------------
+// Scale, axis labels and plotted points.
+
+TEST(GraphScaleTest, LabelsReadTheTopAndThreeQuartersDownForEachType) {
+    const GraphScale steps({0.0, 100.0, 133.0});
+    EXPECT_EQ(steps.Min(), 0.0);
+    EXPECT_EQ(steps.Max(), 133.0);
+    // 133, 99.75, 66.5, 33.25: step rates are truncated whole numbers.
+    EXPECT_EQ(steps.LabelTexts(GraphSeries::STEP_RATE, 2), QStringList({"133", "99", "66", "33"}));
+    // The other types keep at most two decimals, without trailing zeros.
+    EXPECT_EQ(steps.LabelTexts(GraphSeries::CALORIES, 2),
+              QStringList({"133", "99.75", "66.5", "33.25"}));
+    EXPECT_EQ(steps.LabelTexts(GraphSeries::PACE, 1), QStringList({"133", "99.8", "66.5", "33.3"}));
+
+    const GraphScale speed({4.0, 5.1146, 4.5});  // the minimum is not 0: the scale follows it
+    EXPECT_EQ(speed.LabelTexts(GraphSeries::SPEED, 2),
+              QStringList({"5.11", "4.84", "4.56", "4.28"}));
+
+    const GraphScale round({0.0, 4.0});
+    EXPECT_EQ(round.LabelTexts(GraphSeries::SPEED, 2), QStringList({"4", "3", "2", "1"}));
+}
+
+TEST(GraphScaleTest, FlatAndEmptySeriesLabelEveryLineWithTheirValue) {
+    EXPECT_EQ(GraphScale(std::vector<double>(60, 0.0)).LabelTexts(GraphSeries::SPEED, 2),
+              QStringList({"0", "0", "0", "0"}));
+    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::STEP_RATE, 2),
+              QStringList({"0", "0", "0", "0"}));
+    EXPECT_EQ(GraphScale({96.0, 96.0}).LabelTexts(GraphSeries::STEP_RATE, 2),
+              QStringList({"96", "96", "96", "96"}));
+    // Rounding never shows a negative zero.
+    EXPECT_EQ(GraphScale::FormatLabel(-0.001, GraphSeries::CALORIES, 2), "0");
+}
+
+TEST(GraphScaleTest, NumbersFollowTheLocaleExceptStepRates) {
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(GraphScale::FormatLabel(2.5, GraphSeries::SPEED, 2), "2,5");
+    EXPECT_EQ(GraphScale::FormatLabel(12345.678, GraphSeries::PACE, 2), "12.345,68");
+    EXPECT_EQ(GraphScale::FormatLabel(12345.678, GraphSeries::STEP_RATE, 2), "12345");
+    QLocale::setDefault(before);
+}
+
+TEST(GraphScaleTest, DamagedAndHugeValuesStayWithinLimits) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(GraphScale::Sanitize({nan, inf, -inf, 1e300, -1e300, 3.5}),
+              std::vector<double>({0.0, 0.0, 0.0, 1e9, -1e9, 3.5}));
+    const GraphScale scale({nan, 1e300, 7.0});
+    EXPECT_EQ(scale.Min(), 0.0);
+    EXPECT_EQ(scale.Max(), 1e9);
+    EXPECT_EQ(scale.LabelTexts(GraphSeries::STEP_RATE, 2).front(), "1000000000");
+    EXPECT_EQ(GraphScale::FormatLabel(nan, GraphSeries::SPEED, 2), "0");
+    for (const QPoint& p : scale.Points({nan, 1e300, 7.0, -inf}, QSize(480, 205))) {
+        EXPECT_GE(p.y(), 20);
+        EXPECT_LE(p.y(), 185);
+    }
+}
+
+TEST(GraphScaleTest, PointsSpanTheFrameFromMinimumToMaximum) {
+    EXPECT_EQ(GraphScale::LabelLines(205), std::vector<int>({20, 61, 102, 143}));  // q = 41
+    EXPECT_EQ(GraphScale::LabelLines(200), std::vector<int>({20, 60, 100, 140}));
+
+    std::vector<double> values(60, 0.0);
+    values[30] = 50.0;
+    values[59] = 100.0;
+    const GraphScale scale(values);
+    const auto points = scale.Points(values, QSize(480, 205));
+    ASSERT_EQ(points.size(), 60u);
+    EXPECT_EQ(points.front(), QPoint(41, 185));
+    EXPECT_EQ(points[30].y(), 102);  // halfway: trunc(185 - 165 * 0.5)
+    EXPECT_EQ(points.back(), QPoint(469, 20));
+    for (std::size_t i = 1; i < points.size(); ++i) EXPECT_GT(points[i].x(), points[i - 1].x());
+
+    // A flat series lies on the bottom line; one value has nothing to join.
+    for (const QPoint& p : GraphScale({3.0, 3.0, 3.0}).Points({3.0, 3.0, 3.0}, QSize(480, 205)))
+        EXPECT_EQ(p.y(), 185);
+    EXPECT_TRUE(GraphScale({5.0}).Points({5.0}, QSize(480, 205)).empty());
+    // Two values sit on the frame's inner ends.
+    const auto two = GraphScale({1.0, 2.0}).Points({1.0, 2.0}, QSize(320, 200));
+    EXPECT_EQ(two.front(), QPoint(41, 180));
+    EXPECT_EQ(two.back(), QPoint(309, 20));
+}
+
+// ---------------------------------------------------------------------------
+// The widget.
+
+class GraphicBlueTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
+        PedometerOptions::GetInstance().RestoreDefaults();
+        AppResource::GetInstance().SetLanguage("en");
+    }
+    void TearDown() override {
+        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
+        PedometerOptions::GetInstance().RestoreDefaults();
+    }
+    GraphicBlue& Make(bool showTitle = true) {
+        graph = std::make_unique<GraphicBlue>();
+        graph->SetPacerBeatingQuery([this] { return pacerBeating; });
+        graph->Initialize(QRect(0, 0, 480, 205), {"a", "b", "c", "d"}, 20, showTitle);
+        return *graph;
+    }
+    QStringList AxisTexts() const {
+        QStringList texts;
+        for (int i = 0; i < 4; ++i) texts << graph->GetAxisLabel(i)->GetText();
+        return texts;
+    }
+    QImage Render() {
+        QImage image(graph->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        graph->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        return image;
+    }
+    static int CountAreaPixels(const QImage& image) {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) == GraphicBlue::AREA_COLOR) ++count;
+        return count;
+    }
+
+    std::unique_ptr<GraphicBlue> graph;
+    bool pacerBeating = false;
+};
+
+TEST_F(GraphicBlueTest, TitleAndUnitFollowTypeAndUnits) {
+    PedometerOptions::GetInstance().mainGraphic = GraphSeries::SPEED;
+    Make();
+    // The type comes from the settings; the given texts fill the axis until data arrives.
+    EXPECT_EQ(graph->GetCurrentType(), GraphSeries::SPEED);
+    EXPECT_EQ(AxisTexts(), QStringList({"a", "b", "c", "d"}));
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(graph->findChild<TivLabel*>(QString::number(i)), graph->GetAxisLabel(i));
+    }
+
+    struct Case {
+        int type;
+        bool miles;
+        QString unit;
+        QString title;
+    };
+    const Case cases[] = {
+        {0, false, "(steps/min)", "Steps"},
+        {0, true, "(steps/min)", "Steps"},
+        {1, false, "(Cal/min)", "Calories burned"},
+        {2, false, "(km/h)", "Speed"},
+        {2, true, "(mph)", "Speed"},
+        {3, false, "(min/km)", "Pace"},
+        {3, true, "(min/mi)", "Pace"},
+        {4, false, "", ""},
+        {7, true, "", ""},
+    };
+    for (const Case& c : cases) {
+        PedometerOptions::GetInstance().measurementSystem = c.miles;
+        graph->SetCurrentType(c.type);
+        EXPECT_EQ(graph->GetUnitLabel()->GetText(), c.unit) << c.type << " miles " << c.miles;
+        EXPECT_EQ(graph->GetTitleLabel()->GetText(), c.title) << c.type;
+    }
+
+    // Switching units alone is picked up by UpdateLabels.
+    graph->SetCurrentType(GraphSeries::PACE);
+    PedometerOptions::GetInstance().measurementSystem = false;
+    graph->UpdateLabels();
+    EXPECT_EQ(graph->GetUnitLabel()->GetText(), "(min/km)");
+}
+
+TEST_F(GraphicBlueTest, WithoutTitleOnlyTheUnitIsShown) {
+    Make(/*showTitle=*/false);
+    graph->SetCurrentType(GraphSeries::CALORIES);
+    EXPECT_EQ(graph->GetTitleLabel(), nullptr);
+    EXPECT_EQ(graph->GetUnitLabel()->GetText(), "(Cal/min)");
+    EXPECT_EQ(graph->GetUnitLabel()->geometry().left(), GraphScale::kLeft);
+}
+
+TEST_F(GraphicBlueTest, AxisLabelsFollowValuesAndType) {
+    Make();
+    graph->SetCurrentType(GraphSeries::STEP_RATE);
+    graph->SetCurrentValues({0.0, 60.0, 105.0, 110.0});
+    EXPECT_EQ(AxisTexts(), QStringList({"110", "82", "55", "27"}));
+    graph->SetCurrentType(GraphSeries::CALORIES);  // same values, other formatting
+    EXPECT_EQ(AxisTexts(), QStringList({"110", "82.5", "55", "27.5"}));
+
+    // The small layout keeps one decimal.
+    TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    graph->SetCurrentValues({0.0, 1.57});
+    EXPECT_EQ(AxisTexts(), QStringList({"1.6", "1.2", "0.8", "0.4"}));
+
+    // Each label sits on its line, inside the left margin.
+    for (int i = 0; i < 4; ++i) {
+        const QRect r = graph->GetAxisLabel(i)->geometry();
+        EXPECT_EQ(r.top() + r.height() / 2, GraphScale::LabelLines(205)[i]);
+        EXPECT_LE(r.right(), GraphScale::kLeft);
+    }
+}
+
+TEST_F(GraphicBlueTest, WideNumbersShrinkTheAxisLabelsToFitTheMargin) {
+    Make();
+    graph->SetCurrentType(GraphSeries::STEP_RATE);
+    graph->SetCurrentValues({0.0, 120.0});
+    Render();  // the fonts are made
+    const int normal = graph->GetAxisLabel(0)->GetFont()->pixelSize();
+
+    // A usual pace keeps its decimals in a smaller font.
+    graph->SetCurrentType(GraphSeries::PACE);
+    graph->SetCurrentValues({0.0, 12.35});
+    EXPECT_EQ(AxisTexts().front(), "12.35");
+    Render();
+    const TivLabel& top = *graph->GetAxisLabel(0);
+    EXPECT_LT(top.GetFont()->pixelSize(), normal);
+    EXPECT_LE(QFontMetrics(*top.GetFont()).horizontalAdvance(top.GetText()), top.width());
+
+    // A crawl gives up its decimals rather than shrink out of sight.
+    graph->SetCurrentValues({0.0, 2345.67});
+    EXPECT_EQ(AxisTexts(), QStringList({"2,346", "1,759", "1,173", "586"}));
+    Render();
+    EXPECT_LE(QFontMetrics(*top.GetFont()).horizontalAdvance(top.GetText()), top.width());
+    // All four share the size.
+    EXPECT_EQ(graph->GetAxisLabel(3)->GetFont()->pixelSize(), top.GetFont()->pixelSize());
+}
+
+TEST_F(GraphicBlueTest, DrawsTheAreaUnderTheProfileOnly) {
+    Make();
+    std::vector<double> rising(60);
+    for (int i = 0; i < 60; ++i) rising[i] = i;
+    graph->SetCurrentValues(rising);
+    const QImage image = Render();
+    // Near the right end the area reaches almost to the top; near the left it is flat.
+    EXPECT_EQ(image.pixelColor(460, 100), GraphicBlue::AREA_COLOR);
+    EXPECT_EQ(image.pixelColor(460, 180), GraphicBlue::AREA_COLOR);
+    EXPECT_EQ(image.pixelColor(60, 100).alpha(), 0);  // above the profile: untouched
+    // The frame is white.
+    EXPECT_EQ(image.pixelColor(40, 110).red(), 255);
+    EXPECT_EQ(image.pixelColor(470, 110).red(), 255);
+    // Nothing outside the frame but the labels' text.
+    EXPECT_EQ(image.pixelColor(475, 100).alpha(), 0);
+}
+
+TEST_F(GraphicBlueTest, FlatOneValueAndEmptySeriesDrawNoArea) {
+    Make();
+    for (const std::vector<double>& values :
+         {std::vector<double>(60, 0.0), std::vector<double>(60, 4.2), std::vector<double>{7.5},
+          std::vector<double>{}}) {
+        graph->SetCurrentValues(values);
+        const QImage image = Render();
+        EXPECT_EQ(CountAreaPixels(image), 0) << values.size();
+        EXPECT_EQ(image.pixelColor(40, 100).red(), 255);  // the frame is still there
+        EXPECT_EQ(image.pixelColor(250, 100).alpha(), 0);
+    }
+    graph->SetCurrentValues(std::vector<double>(60, 0.0));
+    EXPECT_EQ(AxisTexts(), QStringList({"0", "0", "0", "0"}));
+}
+
+TEST_F(GraphicBlueTest, OddValuesAreDrawnWithoutHarm) {
+    Make();
+    const double inf = std::numeric_limits<double>::infinity();
+    graph->SetCurrentType(GraphSeries::PACE);
+    graph->SetCurrentValues({std::nan(""), inf, -inf, 1e308, -5.0, 3.0});
+    EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 0.0, 0.0, 1e9, -5.0, 3.0}));
+    Render();
+    graph->SetCurrentType(GraphSeries::STEP_RATE);
+    EXPECT_EQ(AxisTexts().front(), "1000000000");
+    graph->SetCurrentType(99);
+    Render();
+    // A graph too small for its frame draws nothing and does not fail.
+    graph->resize(30, 30);
+    Render();
+}
+
+TEST_F(GraphicBlueTest, UpdateGraphicShowsTheHintAndRedrawsASecondLater) {
+    Make();
+    graph->UpdateGraphic();
+    EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
+    EXPECT_TRUE(graph->IsRedrawScheduled());
+    QTest::qWait(GraphicBlue::kRedrawDelayMs + 200);
+    EXPECT_FALSE(graph->IsRedrawScheduled());
+
+    // A beating pacer stops the graph only on the small layout.
+    pacerBeating = true;
+    graph->UpdateGraphic();
+    EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
+    TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    Make();
+    graph->UpdateGraphic();
+    EXPECT_EQ(graph->GetHintLabel()->GetText(), "Pacer on: graph paused");
+    EXPECT_FALSE(graph->IsRedrawScheduled());
+    pacerBeating = false;
+    graph->UpdateGraphic();
+    EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
+    EXPECT_TRUE(graph->IsRedrawScheduled());
+}
+
+TEST_F(GraphicBlueTest, SeriesPostedFromAnotherThreadArriveNewestLast) {
+    Make();
+    graph->SetCurrentType(GraphSeries::STEP_RATE);
+    // On the GUI thread a post is applied at once.
+    graph->PostCurrentValues({0.0, 8.0}, false);
+    EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 8.0}));
+    EXPECT_FALSE(graph->IsRedrawScheduled());
+
+    std::atomic<bool> done{false};
+    std::thread updater([&] {
+        for (int i = 1; i <= 50; ++i) graph->PostCurrentValues({0.0, double(i)}, true);
+        done = true;
+    });
+    updater.join();
+    EXPECT_TRUE(done);
+    EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 8.0}));  // not yet: GUI thread
+    EXPECT_TRUE(QTest::qWaitFor([&] { return graph->GetCurrentValues().back() == 50.0; }, 2000));
+    EXPECT_EQ(AxisTexts().front(), "50");
+    EXPECT_TRUE(graph->IsRedrawScheduled());  // the post asked for UpdateGraphic
+    EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
+}
+
+// Pictures of the graph for each type, for a person to look at: set
+// PEDOMETER_SCREENSHOTS to a folder, and optionally PEDOMETER_GRAPH_SECONDS to a CSV of
+// five-second records (currentSecond,steps,distance,caloriesNoise) from a real walk.
+TEST_F(GraphicBlueTest, ScreenshotsOfEachType) {
+    std::vector<DAOLapSeconds> seconds;
+    QFile csv(qEnvironmentVariable("PEDOMETER_GRAPH_SECONDS"));
+    if (!csv.fileName().isEmpty() && csv.open(QIODevice::ReadOnly)) {
+        while (!csv.atEnd()) {
+            const QList<QByteArray> f = csv.readLine().trimmed().split(',');
+            if (f.size() >= 4)
+                seconds.push_back(Record(f[1].toInt(), f[2].toDouble(), f[3].toDouble()));
+        }
+    } else {
+        // A warm-up walk that speeds up into a brisk pace, with a pause at a crossing.
+        for (int i = 0; i < 70; ++i) {
+            const int steps =
+                i >= 40 && i < 44 ? 1 : 7 + (i % 5 == 0 ? 1 : 0) + std::min(i, 50) / 14;
+            seconds.push_back(Record(steps, steps * 0.74, 2.4 + steps * 0.2));
+        }
+    }
+    const QString folder = qEnvironmentVariable("PEDOMETER_SCREENSHOTS");
+    auto background = TivUtils::GetBitmapWithRightResolutionN("MainScreen_bg.png");
+    // Type 4 stands for a lap that has not begun: all zeros.
+    for (int type = 0; type < 5; ++type) {
+        for (bool miles : {false, true}) {
+            if (miles && type != GraphSeries::SPEED && type != GraphSeries::PACE) continue;
+            PedometerOptions::GetInstance().measurementSystem = miles;
+            QWidget host;
+            host.resize(480, 245);
+            TivImagePanel backdrop(&host);
+            backdrop.Initialize(QPoint(0, -300),
+                                background ? std::make_unique<QPixmap>(*background) : nullptr);
+            auto* shown = new GraphicBlue(&host);
+            shown->Initialize(QRect(0, 20, 480, 205), {}, 20, true);
+            const bool empty = type == 4;
+            shown->SetCurrentType(empty ? GraphSeries::STEP_RATE : type);
+            shown->SetCurrentValues(empty ? std::vector<double>(60, 0.0)
+                                          : GraphSeries::FromSeconds(seconds, type, miles));
+            shown->UpdateGraphic();
+            const QImage image = host.grab().toImage();
+            EXPECT_EQ(CountAreaPixels(image) > 0, !empty) << type;
+            if (!folder.isEmpty()) {
+                QDir().mkpath(folder);
+                image.save(QDir(folder).filePath(empty ? QStringLiteral("graph-empty-lap.png")
+                                                       : QStringLiteral("graph-type%1%2.png")
+                                                             .arg(type)
+                                                             .arg(miles ? "-imperial" : "")));
+            }
+        }
+    }
+}
+
+}  // namespace
