@@ -30,6 +30,9 @@ Parsed parse(std::string_view text) {
     return p;
 }
 
+// Data lines with a NUL byte in the middle of a value.
+const char kNulLine[] = "0,1,2,3\n0.1,1,2\0,3\n";
+
 const char kPhoneHeader[] =
     "\"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\","
     "\"Acceleration z (m/s^2)\"\n";
@@ -152,7 +155,7 @@ TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem)
         {header + "0,1,2,3\n0.1,nan,2,3\n", "is not a number"},
         {header + "0,1,2,3\n0.1,1e300,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
         {header + "0,1,2,3\n0.1,1e999,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
-        {header + std::string("0,1,2,3\n0.1,1,2\0,3\n", 30), "line 3: \"2?\" in column 3"},
+        {header + std::string(kNulLine, sizeof kNulLine - 1), "line 3: \"2?\" in column 3"},
         {header + "zero,1,2,3\n", "walk.csv: line 2: \"zero\" in column 1 (\"Time (s)\")"},
         {header + "1e20,1,2,3\n",
          "walk.csv: line 2: \"1e20\" in column 1 (\"Time (s)\") is out "

@@ -1,12 +1,18 @@
 // pedometer-cli count and accuracy, run as the user runs them.
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <cmath>
+#include <cstring>
+#include <vector>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecorder.h"
@@ -23,18 +29,50 @@ struct CliRun {
     QString err;
 };
 
+// Runs pedometer-cli in a German locale (decimal comma) and collects its output.
+//
+// Started with posix_spawn rather than QProcess: Qt starts children with a vfork-style
+// clone that the thread sanitizer cannot follow, after which it misses this process's
+// locking and reports races in the threaded tests that run later in the same program.
 CliRun cli(const QStringList& args) {
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));  // decimal comma locale
-    env.insert(QStringLiteral("LANG"), QStringLiteral("de_DE.UTF-8"));
-    process.setProcessEnvironment(env);
-    process.start(testdata::CliPath(), args);
     CliRun run;
-    if (!process.waitForFinished(60000)) return run;
-    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = QString::fromUtf8(process.readAllStandardOutput());
-    run.err = QString::fromUtf8(process.readAllStandardError());
+    const auto dir = testdata::MakeTempDir();
+    const QByteArray outPath = dir->filePath(QStringLiteral("out")).toLocal8Bit();
+    const QByteArray errPath = dir->filePath(QStringLiteral("err")).toLocal8Bit();
+
+    std::vector<QByteArray> argBytes{testdata::CliPath().toLocal8Bit()};
+    for (const QString& a : args) argBytes.push_back(a.toLocal8Bit());
+    std::vector<char*> argv;
+    for (QByteArray& a : argBytes) argv.push_back(a.data());
+    argv.push_back(nullptr);
+
+    std::vector<QByteArray> envBytes;
+    for (char** e = environ; *e != nullptr; ++e) {
+        if (std::strncmp(*e, "LC_ALL=", 7) != 0 && std::strncmp(*e, "LANG=", 5) != 0) {
+            envBytes.emplace_back(*e);
+        }
+    }
+    envBytes.emplace_back("LC_ALL=de_DE.UTF-8");
+    envBytes.emplace_back("LANG=de_DE.UTF-8");
+    std::vector<char*> envp;
+    for (QByteArray& e : envBytes) envp.push_back(e.data());
+    envp.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, outPath.constData(), O_WRONLY | O_CREAT, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, errPath.constData(), O_WRONLY | O_CREAT, 0600);
+    pid_t pid = 0;
+    const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (spawned != 0) return run;
+    int status = 0;
+    if (waitpid(pid, &status, 0) != pid) return run;
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    QFile out(QString::fromLocal8Bit(outPath));
+    QFile err(QString::fromLocal8Bit(errPath));
+    if (out.open(QIODevice::ReadOnly)) run.out = QString::fromUtf8(out.readAll());
+    if (err.open(QIODevice::ReadOnly)) run.err = QString::fromUtf8(err.readAll());
     return run;
 }
 

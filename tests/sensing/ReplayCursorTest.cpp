@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 #include <atomic>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -148,7 +149,8 @@ TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThread) {
     Collector fast;
     replay.Feed(fast);
 
-    Collector live;
+    auto ownedLive = std::make_unique<Collector>();  // heap: see IioAccelerometerSourceTest
+    Collector& live = *ownedLive;
     std::atomic<bool> finished{false};
     QObject::connect(&replay, &CsvReplaySource::Finished, [&] { finished = true; });
     ASSERT_TRUE(replay.IsAvailable());
@@ -164,7 +166,8 @@ TEST(CsvReplaySourceTest, LoopingPlayStartsOverUntilStopped) {
     auto r = std::make_shared<AccelerationRecording>(recordingOf({{0, 1}, {30, 2}, {60, 3}}));
     CsvReplaySource replay(r);
     replay.SetLooping(true);
-    Collector live;
+    auto ownedLive = std::make_unique<Collector>();
+    Collector& live = *ownedLive;
     replay.Start(&live);
     ASSERT_TRUE(waitFor([&] { return live.Count() >= 7; }));
     replay.Stop();
