@@ -252,8 +252,8 @@ TEST_F(BlockPaneTest, FollowsTheLayoutOnTheSmallScreen) {
     EXPECT_EQ(BlockPane::UnlockDistance(), 200);
 }
 
-// The locked main screen mid-slide, for a person to look at: set PEDOMETER_SCREENSHOTS.
-TEST_F(BlockPaneTest, ScreenshotMidDrag) {
+// The locked main screen mid-slide, for a person to look at: set PEDOMETER_SHOT_DIR.
+TEST_F(BlockPaneTest, Screenshots) {
     auto background = TivUtils::GetBitmapWithRightResolutionN("MainScreen_bg.png");
     auto* backdrop = new TivImagePanel(&form);
     backdrop->Initialize(QPoint(0, 0), std::move(background));
@@ -272,7 +272,7 @@ TEST_F(BlockPaneTest, ScreenshotMidDrag) {
     Move(QPoint(190, 425));
     EXPECT_EQ(PictureX(), 130);
     const QImage image = form.grab().toImage();
-    const QString folder = qEnvironmentVariable("PEDOMETER_SCREENSHOTS");
+    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
     if (!folder.isEmpty()) {
         QDir().mkpath(folder);
         image.save(QDir(folder).filePath("lock-pane-mid-drag.png"));

@@ -412,9 +412,9 @@ TEST_F(GraphicBlueTest, SeriesPostedFromAnotherThreadArriveNewestLast) {
 }
 
 // Pictures of the graph for each type, for a person to look at: set
-// PEDOMETER_SCREENSHOTS to a folder, and optionally PEDOMETER_GRAPH_SECONDS to a CSV of
+// PEDOMETER_SHOT_DIR to a folder, and optionally PEDOMETER_GRAPH_SECONDS to a CSV of
 // five-second records (currentSecond,steps,distance,caloriesNoise) from a real walk.
-TEST_F(GraphicBlueTest, ScreenshotsOfEachType) {
+TEST_F(GraphicBlueTest, Screenshots) {
     std::vector<DAOLapSeconds> seconds;
     QFile csv(qEnvironmentVariable("PEDOMETER_GRAPH_SECONDS"));
     if (!csv.fileName().isEmpty() && csv.open(QIODevice::ReadOnly)) {
@@ -431,7 +431,7 @@ TEST_F(GraphicBlueTest, ScreenshotsOfEachType) {
             seconds.push_back(Record(steps, steps * 0.74, 2.4 + steps * 0.2));
         }
     }
-    const QString folder = qEnvironmentVariable("PEDOMETER_SCREENSHOTS");
+    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
     auto background = TivUtils::GetBitmapWithRightResolutionN("MainScreen_bg.png");
     // Type 4 stands for a lap that has not begun: all zeros.
     for (int type = 0; type < 5; ++type) {
