@@ -117,15 +117,11 @@ TEST(GraphScaleTest, LabelsReadTheTopAndThreeQuartersDownForEachType) {
 
     const GraphScale round({0.0, 4.0});
     EXPECT_EQ(round.LabelTexts(GraphSeries::SPEED, 2), QStringList({"4", "3", "2", "1"}));
-}
-
-TEST(GraphScaleTest, FlatAndEmptySeriesLabelEveryLineWithTheirValue) {
-    EXPECT_EQ(GraphScale(std::vector<double>(60, 0.0)).LabelTexts(GraphSeries::SPEED, 2),
-              QStringList({"0", "0", "0", "0"}));
-    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::STEP_RATE, 2),
-              QStringList({"0", "0", "0", "0"}));
+    // A flat series labels every line with its value; an empty one reads 0.
     EXPECT_EQ(GraphScale({96.0, 96.0}).LabelTexts(GraphSeries::STEP_RATE, 2),
               QStringList({"96", "96", "96", "96"}));
+    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::CALORIES, 2),
+              QStringList({"0", "0", "0", "0"}));
     // Rounding never shows a negative zero.
     EXPECT_EQ(GraphScale::FormatLabel(-0.001, GraphSeries::CALORIES, 2), "0");
 }
