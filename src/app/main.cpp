@@ -1,0 +1,214 @@
+// pedometer: the windowed application.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLocale>
+#include <QTimer>
+#include <cstdio>
+#include <memory>
+
+#include "AccelerometerSourceFactory.h"
+#include "AppFrame.h"
+#include "AppPaths.h"
+#include "AppResource.h"
+#include "CsvReplaySource.h"
+#include "DAOLapSeconds.h"
+#include "MainForm.h"
+#include "Pedometer.h"
+#include "PedometerDBManager.h"
+#include "PlatformSettings.h"
+#include "RecordingAccelerometerSource.h"
+#include "TivUtils.h"
+
+namespace {
+
+int fail(const QString& message) {
+    std::fprintf(stderr, "pedometer: %s\n", qPrintable(message));
+    return 2;
+}
+
+bool onOffscreenPlatform() {
+    return QGuiApplication::platformName() == QLatin1String("offscreen");
+}
+
+// Reports how long start-up took once the main screen has painted for the first time.
+class FirstPaintReporter : public QObject {
+public:
+    explicit FirstPaintReporter(QElapsedTimer started) : started_(started) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !reported_) {
+            reported_ = true;
+            std::fprintf(stderr, "pedometer: main screen painted %lld ms after start-up began\n",
+                         static_cast<long long>(started_.elapsed()));
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QElapsedTimer started_;
+    bool reported_ = false;
+};
+
+// Resident memory of this process in megabytes, from /proc; 0 when unknown.
+double residentMegabytes() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) return 0.0;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    }
+    return 0.0;
+}
+
+void printInterval(int lapId, const DAOLapSeconds& s) {
+    std::printf("interval lap=%d steps=%d distance_m=%.2f calories=%.4f\n", lapId, s.steps,
+                s.distance, s.calories);
+    std::fflush(stdout);
+}
+
+// Warns on standard error when a database cannot be used: the application still runs,
+// but what it counts is not kept.
+void reportDatabaseProblems() {
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    for (const DatabaseStatus& status : {db.OptionsStatus(), db.StatisticsStatus()}) {
+        if (!status.usable()) {
+            std::fprintf(stderr, "pedometer: %s cannot be used (%s); nothing will be saved to it\n",
+                         qPrintable(status.path), qPrintable(status.error));
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("pedometer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A pedometer and fitness companion."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"),
+                                     QStringLiteral("Folder for the databases and exports."),
+                                     QStringLiteral("DIR"));
+    const QCommandLineOption sensor(QStringLiteral("sensor"),
+                                    QStringLiteral("Accelerometer: auto, qt, iio or none."),
+                                    QStringLiteral("KIND"), QStringLiteral("auto"));
+    const QCommandLineOption replay(QStringLiteral("replay"),
+                                    QStringLiteral("Use a recording as the accelerometer, at its "
+                                                   "own pace."),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption loop(QStringLiteral("loop"),
+                                  QStringLiteral("Replay the recording over and over."));
+    const QCommandLineOption autostart(QStringLiteral("autostart"),
+                                       QStringLiteral("Press START as soon as the meter shows."));
+    const QCommandLineOption record(QStringLiteral("record"),
+                                    QStringLiteral("Write the accelerometer samples to a CSV "
+                                                   "recording."),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption locale(QStringLiteral("locale"),
+                                    QStringLiteral("Language and number format, e.g. de_DE."),
+                                    QStringLiteral("NAME"));
+    const QCommandLineOption hvga(QStringLiteral("hvga"), QStringLiteral("The 320-wide layout."));
+    const QCommandLineOption silent(QStringLiteral("silent"),
+                                    QStringLiteral("Behave as if the phone were in silent mode."));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Save the window as PNG just before "
+                                                       "quitting."),
+                                        QStringLiteral("FILE"));
+    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
+                                       QStringLiteral("Quit after this many seconds."),
+                                       QStringLiteral("SECONDS"));
+    const QCommandLineOption quitAtEnd(QStringLiteral("quit-after-replay"),
+                                       QStringLiteral("Quit once the replayed recording has ended "
+                                                      "and its last interval is stored."));
+    parser.addOptions({dataDir, sensor, replay, loop, autostart, record, locale, hvga, silent,
+                       screenshot, quitAfter, quitAtEnd});
+    parser.process(app);
+
+    if (parser.isSet(locale)) {
+        const QLocale chosen(parser.value(locale));
+        QLocale::setDefault(chosen);
+        AppResource::GetInstance().SetLanguage(chosen.name().section('_', 0, 0));
+    }
+    if (parser.isSet(hvga)) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    if (parser.isSet(silent)) PlatformSettings::SetSilentMode(true);
+    if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
+    if (!AccelerometerSourceFactory::IsValidChoice(parser.value(sensor))) {
+        return fail(QStringLiteral("--sensor must be auto, qt, iio or none"));
+    }
+    bool quitSeconds = false;
+    const int quitAfterSeconds = parser.value(quitAfter).toInt(&quitSeconds);
+    if (parser.isSet(quitAfter) && (!quitSeconds || quitAfterSeconds < 0)) {
+        return fail(QStringLiteral("--quit-after needs a number of seconds"));
+    }
+
+    // The accelerometer: a replayed recording or the machine's own, maybe recorded.
+    CsvReplaySource* replaySource = nullptr;
+    std::unique_ptr<AccelerometerSource> source;
+    if (parser.isSet(replay)) {
+        QString error;
+        std::unique_ptr<CsvReplaySource> csv =
+            CsvReplaySource::FromFile(parser.value(replay), &error);
+        if (!csv) return fail(error);
+        csv->SetLooping(parser.isSet(loop));
+        replaySource = csv.get();
+        source = std::move(csv);
+    } else {
+        AccelerometerSourceFactory::SetChoice(parser.value(sensor));
+        source = AccelerometerSourceFactory::Create();
+    }
+    if (parser.isSet(record)) {
+        auto recorder =
+            std::make_unique<RecordingAccelerometerSource>(std::move(source), parser.value(record));
+        QString error;
+        if (!recorder->Open(&error)) return fail(error);
+        source = std::move(recorder);
+    }
+    MainForm::UseSensorSource(std::move(source));
+    if (replaySource != nullptr || onOffscreenPlatform())
+        MainForm::SetIntervalObserver(printInterval);
+
+    QElapsedTimer startup;
+    startup.start();
+    Pedometer pedometer;
+    FirstPaintReporter firstPaint(startup);
+    pedometer.OnAppInitializing();
+    pedometer.GetMainForm()->installEventFilter(&firstPaint);
+    reportDatabaseProblems();
+    if (parser.isSet(autostart)) {
+        QTimer::singleShot(0, &app, [&] {
+            pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
+                                                       MainForm::ID_START);
+        });
+    }
+
+    const QString screenshotPath = parser.value(screenshot);
+    auto quit = [&] {
+        if (!screenshotPath.isEmpty()) {
+            if (pedometer.GetFrame()->grab().save(screenshotPath)) {
+                std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
+            } else {
+                std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
+                             qPrintable(screenshotPath));
+            }
+            std::fflush(stdout);
+        }
+        std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
+        QCoreApplication::quit();
+    };
+    if (parser.isSet(quitAfter)) QTimer::singleShot(quitAfterSeconds * 1000, &app, quit);
+    if (parser.isSet(quitAtEnd) && replaySource != nullptr) {
+        // The last full interval is stored on the next five-second tick after the end.
+        QObject::connect(
+            replaySource, &CsvReplaySource::Finished, &app,
+            [&] { QTimer::singleShot(5500, &app, quit); }, Qt::QueuedConnection);
+    }
+
+    const int status = QApplication::exec();
+    pedometer.OnAppTerminating();
+    return status;
+}

@@ -1,0 +1,638 @@
+#include "MainForm.h"
+
+#include <QMenu>
+
+#include "AccelerometerSource.h"
+#include "AppResource.h"
+#include "BlockPane.h"
+#include "Body.h"
+#include "DAOLap.h"
+#include "GraphicBlue.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "PowerManager.h"
+#include "SoundsManager.h"
+#include "StatisticsManager.h"
+#include "Sygnal.h"
+#include "TargetSelect.h"
+#include "TargetSlider.h"
+#include "TivButton.h"
+#include "TivImagePanel.h"
+#include "TivLabel.h"
+#include "TivNavigationController.h"
+#include "TivUtils.h"
+
+StatisticsManager* MainForm::__statManager = nullptr;
+
+namespace {
+std::unique_ptr<AccelerometerSource>& pendingSource() {
+    static std::unique_ptr<AccelerometerSource> source;
+    return source;
+}
+bool& hasPendingSource() {
+    static bool has = false;
+    return has;
+}
+std::function<void(int, const DAOLapSeconds&)>& intervalObserver() {
+    static std::function<void(int, const DAOLapSeconds&)> observer;
+    return observer;
+}
+
+// The layout is drawn for the 480-wide screen and scaled for the 320-wide one.
+int S(int v) {
+    return qRound(v * TivUtils::GetScale());
+}
+QRect S(const QRect& r) {
+    return QRect(S(r.x()), S(r.y()), S(r.width()), S(r.height()));
+}
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+
+const QColor kValueColor(252, 209, 75);
+const QColor kCountdownColor(Qt::red);
+constexpr int kTopWidth = 152;
+constexpr int kTopHeight = 64;
+}  // namespace
+
+MainForm::MainForm(QWidget* parent)
+    : PedometerForm(parent),
+      countdownTimer([this] { OnCountdownTick(); }),
+      resumeTimer([this] { OnResume(); }),
+      stepsTrigger([this] { ApplyPendingSteps(); }),
+      readingsTrigger([this] { ApplyPendingReadings(); }),
+      unblockTrigger([this] {
+          if (QWidget* pane = GetLockPane()) Unblock(pane);
+      }),
+      sygnalTrigger([this] { FormWillAppear(); }) {}
+
+MainForm::~MainForm() {
+    if (__statManager == statManager.get()) __statManager = nullptr;
+    statManager.reset();
+    if (Sygnal::__mainFormInstance == this) Sygnal::__mainFormInstance = nullptr;
+}
+
+void MainForm::UseSensorSource(std::unique_ptr<AccelerometerSource> source) {
+    pendingSource() = std::move(source);
+    hasPendingSource() = true;
+}
+
+void MainForm::SetIntervalObserver(std::function<void(int, const DAOLapSeconds&)> observer) {
+    intervalObserver() = std::move(observer);
+}
+
+bool MainForm::Initialize() {
+    setObjectName(QStringLiteral("IDF_MAIN_SCREEN"));
+    Sygnal::__mainFormInstance = this;
+    locked = false;
+    return true;
+}
+
+void MainForm::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    InitOptions();
+    ConstructTopButtons();
+    ConstructBottomButtons();
+
+    graphButton = new TivButton(this);
+    graphButton->Initialize(S(QRect(0, 285, 480, 205)));
+    graphButton->SetActionId(ID_GRAPH);
+    graphButton->AddActionEventDelegate(this);
+    graphic = new GraphicBlue(graphButton);
+    graphic->Initialize(
+        QRect(0, 0, graphButton->width(), graphButton->height()),
+        {QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")}, 20,
+        true);
+    graphic->SetCurrentType(PedometerOptions::GetInstance().mainGraphic);
+    graphButton->AddControl(*graphic);
+
+    UpdateTopButtons();
+    countdownRunning = false;
+
+    targetSlider = new TargetSlider(this);
+    targetSlider->setGeometry(S(QRect(20, 494, 440, 62)));
+    targetSlider->Initialize(TivUtils::IsHVGA() ? 22 : 28);
+
+    statManager = std::make_unique<StatisticsManager>();
+    statManager->mainForm = this;
+    if (hasPendingSource()) {
+        statManager->UseSensorSource(std::move(pendingSource()));
+        hasPendingSource() = false;
+    }
+    statManager->SetIntervalObserver(intervalObserver());
+    __statManager = statManager.get();
+    statManager->Initialize();
+}
+
+void MainForm::InitOptions() {
+    InitOptionMenu(ID_OPTION_KEY);
+    AddOptionKey(Text("body__ Body_tracker"), ID_BODY);
+    AddOptionKey(Text("more__ Settings"), ID_SETTINGS);
+    AddOptionKey(Text("more__ My profile"), ID_PROFILE);
+    AddOptionKey(Text("main__ History"), ID_HISTORY);
+    AddOptionKey(Text("more__ Loosing weight tips"), ID_WEIGHT_TIPS);
+}
+
+void MainForm::ConstructTopButtons() {
+    topButtonsBox = new QWidget(this);
+    topButtonsBox->setObjectName(QStringLiteral("topButtons"));
+    topButtonsBox->setGeometry(S(QRect(0, 0, 480, 140)));
+    hover = new TivImagePanel(topButtonsBox);
+    hover->setObjectName(QStringLiteral("hover"));
+    hover->Initialize(QPoint(0, 0), TivUtils::GetBitmapWithRightResolutionN(
+                                        QStringLiteral("top-data-selected.png")));
+    static const char* const kCaptions[kTopButtons] = {
+        "meter__ Steps",      "meter__ Distance (km)", "meter__ Calories",
+        "meter__ Time (min)", "meter__ Speed (km/h)",  "meter__ Avg. speed (km/h)"};
+    for (int i = 0; i < kTopButtons; ++i) {
+        auto* button = new TivButton(topButtonsBox);
+        button->Initialize(S(QRect(8 + (i % 3) * 156, 6 + (i / 3) * 68, kTopWidth, kTopHeight)));
+        button->setObjectName(QString::number(i + 1));
+        button->SetActionId(ID_TOP_FIRST + i);
+        button->AddActionEventDelegate(this);
+
+        auto* caption = new TivLabel(button);
+        caption->Initialize();
+        caption->setGeometry(S(QRect(0, 2, kTopWidth, 21)));
+        caption->SetFontSize(S(17));
+        caption->SetText(Text(kCaptions[i]));
+        auto* value = new TivLabel(button);
+        value->Initialize();
+        value->setGeometry(S(QRect(0, 22, kTopWidth, 38)));
+        value->SetFontSize(S(35));
+        value->SetTextColor(kValueColor);
+        value->SetText(i == 3 ? QStringLiteral("00:00") : QStringLiteral("0"));
+        button->AddControl(*caption);
+        button->AddControl(*value);
+        topButtons[i] = button;
+        topCaptions[i] = caption;
+        topValues[i] = value;
+    }
+
+    enlargedCaption = new TivLabel(this);
+    enlargedCaption->Initialize();
+    enlargedCaption->setGeometry(S(QRect(90, 150, 300, 40)));
+    enlargedCaption->SetFontSize(S(36));
+    enlargedCaption->SetTextColor(kEnlargedColor);
+    enlargedValue = new TivLabel(this);
+    enlargedValue->Initialize();
+    enlargedValue->setGeometry(S(QRect(60, 188, 360, 94)));
+    enlargedValue->SetFontSize(S(90));
+    enlargedValue->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    enlargedValue->SetTextColor(kEnlargedColor);
+    enlargedValue->SetText(QStringLiteral("0"));
+}
+
+TivButton* MainForm::AddPictureButton(const QString& picture, const QRect& bounds, int actionId) {
+    auto* button = new TivButton(this);
+    button->Initialize(S(bounds));
+    button->setObjectName(QStringLiteral("action%1").arg(actionId));
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(this);
+    SetButtonPicture(*button, picture);
+    return button;
+}
+
+void MainForm::SetButtonPicture(TivButton& button, const QString& picture) {
+    if (picture.isEmpty()) {
+        button.SetNormalBitmap(nullptr);
+        button.SetPressedBitmap(nullptr);
+    } else {
+        const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
+        QString pressedName = picture;
+        pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+        const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
+        button.SetNormalBitmap(normal.get());
+        button.SetPressedBitmap(pressed ? pressed.get() : normal.get());
+    }
+    button.update();
+}
+
+void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QString& secondKey) {
+    const QString text = AppResource::GetInstance().GetString(firstKey) + QLatin1Char('\n') +
+                         AppResource::GetInstance().GetString(secondKey);
+    auto* label = new TivLabel(&button);
+    label->Initialize();
+    label->setGeometry(S(QRect(62, 4, 86, 64)));
+    label->SetFontSize(S(16));
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    label->SetText(text);
+    button.AddControl(*label);
+}
+
+void MainForm::ConstructBottomButtons() {
+    startStop =
+        AddPictureButton(QStringLiteral("btn-start.png"), QRect(10, 562, 220, 84), ID_START);
+    startStopLabel = new TivLabel(startStop);
+    startStopLabel->Initialize();
+    // Right of the button's round icon.
+    startStopLabel->setGeometry(S(58), 0, startStop->width() - S(62), startStop->height());
+    startStopLabel->SetFontSize(S(36));
+    startStopLabel->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    startStopLabel->SetText(Text("meter__ START"));
+    startStop->AddControl(*startStopLabel);
+
+    AddPictureButton(QStringLiteral("btn-metronome-grey.png"), QRect(246, 568, 72, 72), ID_PACER);
+    AddPictureButton(QStringLiteral("btn-alarm-grey.png"), QRect(326, 568, 72, 72), ID_ALARM);
+    AddPictureButton(QStringLiteral("btn-info-grey.png"), QRect(406, 568, 72, 72), ID_INFO);
+    AddCaption(
+        *AddPictureButton(QStringLiteral("btn-newlap.png"), QRect(8, 656, 150, 72), ID_NEW_LAP),
+        QStringLiteral("meter__ Lap"), QStringLiteral("meter__ And reset"));
+    AddCaption(*AddPictureButton(QStringLiteral("btn-goal.png"), QRect(165, 656, 150, 72), ID_GOAL),
+               QStringLiteral("meter__ Goal"), QStringLiteral("today_goal__ Today's goal"));
+    AddCaption(*AddPictureButton(QStringLiteral("btn-lock.png"), QRect(322, 656, 150, 72), ID_LOCK),
+               QStringLiteral("meter__ Lock"), QStringLiteral("meter__ Lock_Screen"));
+}
+
+TivButton* MainForm::GetButton(int actionId) const {
+    return findChild<TivButton*>(QStringLiteral("action%1").arg(actionId));
+}
+
+void MainForm::OnTerminating() {
+    updating = false;
+    if (statManager) statManager->stop();
+    CloseContextMenu();
+    countdownTimer.Cancel();
+    resumeTimer.Cancel();
+}
+
+void MainForm::FormWillAppear() {
+    UpdateLabels();
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    const int sygnal = options.sygnalType;
+    QString alarm;
+    if (Sygnal::IsStopped(sygnal)) alarm = QStringLiteral("btn-alarm-grey.png");
+    if (Sygnal::IsRunning(sygnal)) alarm = QStringLiteral("btn-alarm-green.png");
+    if (Sygnal::IsCompleted(sygnal)) alarm = QStringLiteral("btn-alarm-red.png");
+    if (TivButton* button = GetButton(ID_ALARM)) SetButtonPicture(*button, alarm);
+    const int pacer = options.pacerType;
+    QString metronome;
+    if (pacer == 0) metronome = QStringLiteral("btn-metronome-grey.png");
+    if (pacer >= 1 && pacer <= 3) metronome = QStringLiteral("btn-metronome-green.png");
+    if (TivButton* button = GetButton(ID_PACER)) SetButtonPicture(*button, metronome);
+    if (targetSlider != nullptr && updating) targetSlider->UpdateData();
+}
+
+void MainForm::SygnalFired() {
+    sygnalTrigger.Trigger();
+}
+
+void MainForm::RequestUnblock() {
+    unblockTrigger.Trigger();
+}
+
+bool MainForm::IsAlreadyStarted() const {
+    return statManager && statManager->GetStarted();
+}
+
+void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
+    SoundsManager& sounds = SoundsManager::GetInstance();
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    switch (actionId) {
+        case BACK_ACTION_ID:
+            break;  // the root screen has no back action
+        case ID_START:
+            StartPressed();
+            break;
+        case ID_STOP:
+            StopPressed();
+            break;
+        case ID_GRAPH: {
+            sounds.ClickSound();
+            const int next = options.mainGraphic + 1;
+            options.mainGraphic = next > 3 ? 0 : next;
+            PedometerDBManager::GetInstance().SaveOptions();
+            graphic->SetCurrentType(options.mainGraphic);
+            statManager->ForceMainScreenUpdate();
+            break;
+        }
+        case ID_PACER:
+        case ID_ALARM:
+        case ID_SETTINGS:
+        case ID_PROFILE:
+        case ID_BODY:
+            // These screens are not part of the application yet.
+            if (actionId == ID_BODY || actionId == ID_SETTINGS || actionId == ID_PROFILE) {
+                HideOptionMenu();
+            }
+            sounds.ClickSound();
+            break;
+        case ID_INFO: {
+            sounds.ClickSound();
+            const Body& body = Body::GetInstance();
+            if (body.hasHeight() && body.storedWeight() != -1.0) break;  // tips: not yet built
+            QList<std::pair<QString, int>> items;
+            if (!body.hasHeight()) items.append({Text("meter__ Enter height"), ID_ENTER_HEIGHT});
+            if (body.storedWeight() == -1.0) {
+                items.append({Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
+            }
+            items.append({Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
+            OpenContextMenu(QPoint(420, 350), items);
+            break;
+        }
+        case ID_ENTER_HEIGHT:
+        case ID_ENTER_WEIGHT:
+        case ID_ACC_TIPS:
+            CloseContextMenu();
+            sounds.ClickSound();
+            break;
+        case ID_NEW_LAP:
+            CloseContextMenu();
+            sounds.ClickSound();
+            OpenContextMenu(QPoint(35, 600), {{Text("meter__ Start new"), ID_START_NEW},
+                                              {Text("meter__ Just reset stats"), ID_JUST_RESET}});
+            break;
+        case ID_GOAL: {
+            sounds.ClickSound();
+            auto* goal = new TargetSelect();
+            goal->Initialize();
+            PushScreen(goal);
+            break;
+        }
+        case ID_LOCK: {
+            if (options.startOnBlock) {
+                OnActionPerformed(source, ID_START);
+            } else {
+                sounds.ClickSound();
+            }
+            locked = true;
+            auto* pane = new BlockPane(this);
+            pane->setObjectName(QStringLiteral("lock"));
+            pane->Initialize(this);
+            pane->raise();
+            pane->show();
+            break;
+        }
+        case ID_START_NEW:
+            CloseContextMenu();
+            sounds.ClickSound();
+            statManager->StartNewLap();
+            break;
+        case ID_JUST_RESET:
+            CloseContextMenu();
+            sounds.ClickSound();
+            statManager->ClearCurrentLap();
+            break;
+        case ID_OPTION_KEY:
+            sounds.ClickSound();
+            ShowOptionMenu();
+            break;
+        case ID_HISTORY:
+        case ID_WEIGHT_TIPS:
+            sounds.ClickSound();
+            break;
+        default:
+            if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
+                if (IsAlreadyStarted() && locked) break;
+                sounds.ClickSound();
+                options.mainValues = actionId - ID_TOP_FIRST;
+                PedometerDBManager::GetInstance().SaveOptions();
+                UpdateLabels();
+                UpdateTopButtons();
+                statManager->ForceMainScreenUpdate();
+            }
+            break;
+    }
+}
+
+void MainForm::StartPressed() {
+    SoundsManager::GetInstance().ClickSound();
+    if (IsAlreadyStarted()) return;
+    PowerManager::KeepScreenOnState(true, true);
+    const int countdown = PedometerOptions::GetInstance().countDownTime;
+    if (countdown == 0) {
+        statManager->start();
+        countdownRunning = false;
+    } else {
+        countdownRunning = true;
+        countdownRemaining = countdown;
+        SetEnlarged(Text("meter__ Countdown"), QString::number(countdownRemaining),
+                    kCountdownColor);
+        countdownTimer.Start(1000);
+    }
+    SetStartStop(true);
+}
+
+void MainForm::StopPressed() {
+    SoundsManager::GetInstance().ClickSound();
+    SoundsManager::GetInstance().ReleaseCountDown();
+    PowerManager::KeepScreenOnState(false, false);
+    SetStartStop(false);
+    statManager->stop();
+    if (countdownRunning) countdownTimer.Cancel();
+    countdownRunning = false;
+    UpdateLabels();
+    statManager->ForceMainScreenUpdate();
+}
+
+void MainForm::SetStartStop(bool recording) {
+    SetButtonPicture(*startStop,
+                     recording ? QStringLiteral("btn-stop.png") : QStringLiteral("btn-start.png"));
+    startStopLabel->SetText(recording ? Text("meter__ STOP") : Text("meter__ START"));
+    startStop->SetActionId(recording ? ID_STOP : ID_START);
+    startStop->update();
+    startStopLabel->update();
+}
+
+void MainForm::OnCountdownTick() {
+    countdownRemaining -= 1;
+    if (countdownRemaining > 0) {
+        SoundsManager::GetInstance().CountDownSound();
+        enlargedValue->SetText(QString::number(countdownRemaining));
+        enlargedValue->update();
+        countdownTimer.Start(1000);
+        return;
+    }
+    SoundsManager::GetInstance().ReleaseCountDown();
+    statManager->start();
+    countdownRunning = false;
+    UpdateLabels();
+}
+
+void MainForm::PauseUpdating() {
+    updating = false;
+}
+
+void MainForm::ResumeUpdating() {
+    if (updating) return;
+    resumeTimer.Start(500);
+}
+
+void MainForm::OnResume() {
+    updating = true;
+    UpdateTopButtons();
+    statManager->ForceMainScreenUpdate();
+}
+
+void MainForm::Unblock(QWidget* pane) {
+    pane->setObjectName(QString());
+    BlockPane::Dismiss(pane);
+    locked = false;
+    update();
+}
+
+BlockPane* MainForm::GetLockPane() const {
+    return findChild<BlockPane*>(QStringLiteral("lock"), Qt::FindDirectChildrenOnly);
+}
+
+void MainForm::OpenContextMenu(const QPoint& at, const QList<std::pair<QString, int>>& items) {
+    CloseContextMenu();
+    contextMenu = new QMenu(this);
+    for (const auto& [text, id] : items) {
+        QAction* action = contextMenu->addAction(text);
+        const int actionId = id;
+        connect(action, &QAction::triggered, this,
+                [this, actionId] { OnActionPerformed(*this, actionId); });
+    }
+    contextMenu->popup(mapToGlobal(S(QRect(at, QSize())).topLeft()));
+}
+
+void MainForm::CloseContextMenu() {
+    if (!contextMenu) return;
+    contextMenu->hide();
+    contextMenu->deleteLater();
+    contextMenu = nullptr;
+}
+
+void MainForm::PushScreen(PedometerForm* form) {
+    if (TivNavigationController* nav = getNavigationController()) {
+        nav->PushForm(form);
+    } else {
+        delete form;
+    }
+}
+
+void MainForm::UpdateLabels() {
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    const bool miles = options.measurementSystem;
+    const int main = options.mainValues;
+    const QString distance = miles ? Text("meter__ Distance (ml)") : Text("meter__ Distance (km)");
+    QString speed;
+    QString average;
+    if (options.paceInsteadOfSpeed) {
+        speed = miles ? Text("meter__ Pace (min/ml)") : Text("meter__ Pace (min/km)");
+        average = miles ? Text("meter__ Avg. pace (min/ml)") : Text("meter__ Avg. pace (min/km)");
+    } else {
+        speed = miles ? Text("meter__ Speed (ml/h)") : Text("meter__ Speed (km/h)");
+        average = miles ? Text("meter__ Avg. speed (ml/h)") : Text("meter__ Avg. speed (km/h)");
+    }
+    topCaptions[1]->SetText(distance);
+    topCaptions[4]->SetText(speed);
+    topCaptions[5]->SetText(average);
+    const QString captions[kTopButtons] = {
+        Text("meter__ Steps"),      distance, Text("meter__ Calories"),
+        Text("meter__ Time (min)"), speed,    average};
+    if (main >= 0 && main < kTopButtons) enlargedCaption->SetText(captions[main]);
+    enlargedCaption->SetTextColor(kEnlargedColor);
+    enlargedValue->SetTextColor(kEnlargedColor);
+    topButtonsBox->update();
+    for (TivLabel* label : topCaptions) label->update();
+    enlargedCaption->update();
+    enlargedValue->update();
+}
+
+void MainForm::UpdateTopButtons() {
+    const int main = PedometerOptions::GetInstance().mainValues;
+    if (main < 0 || main >= kTopButtons) return;
+    hover->hide();
+    hover->move(topButtons[main]->pos());
+    hover->show();
+    hover->lower();
+    topButtonsBox->update();
+}
+
+void MainForm::SetEnlarged(const QString& caption, const QString& value, const QColor& color) {
+    enlargedCaption->SetText(caption);
+    enlargedCaption->SetTextColor(color);
+    enlargedValue->SetText(value);
+    enlargedValue->SetTextColor(color);
+    enlargedCaption->update();
+    enlargedValue->update();
+}
+
+void MainForm::RequestStepsUpdate(int lapSteps) {
+    pendingSteps.store(lapSteps);
+    stepsTrigger.Trigger();
+}
+
+void MainForm::ApplyPendingSteps() {
+    const int steps = pendingSteps.exchange(-1);
+    if (steps >= 0) UpdateStepsCount(steps);
+}
+
+void MainForm::UpdateStepsCount(int lapSteps) {
+    if (!updating) return;
+    const QString text = QString::number(lapSteps);
+    topValues[0]->SetText(text);
+    topValues[0]->update();
+    if (PedometerOptions::GetInstance().mainValues == 0 && !countdownRunning) {
+        enlargedValue->SetText(text);
+        enlargedValue->update();
+    }
+}
+
+void MainForm::UpdateData(const DAOLap* lap) {
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    std::vector<DAOLapMinutes> minutes;
+    std::vector<DAOLapSeconds> seconds;
+    if (lap != nullptr) {
+        minutes = lap->CopyMinutes();
+        seconds = lap->CopySeconds();
+    }
+    MeterReadings readings =
+        MeterReadings::Compute(minutes, seconds, options.measurementSystem,
+                               options.paceInsteadOfSpeed, options.mainGraphic);
+    if (stepsTrigger.IsOwnerThread()) {
+        ShowReadings(readings);
+        return;
+    }
+    {
+        std::lock_guard lock(pendingMutex);
+        pendingReadings = std::move(readings);
+    }
+    readingsTrigger.Trigger();
+}
+
+void MainForm::ApplyPendingReadings() {
+    std::optional<MeterReadings> readings;
+    {
+        std::lock_guard lock(pendingMutex);
+        readings.swap(pendingReadings);
+    }
+    if (readings) ShowReadings(*readings);
+}
+
+void MainForm::ShowReadings(const MeterReadings& r) {
+    if (!updating) return;
+    const QString* texts[kTopButtons] = {nullptr, &r.distance, &r.calories,
+                                         &r.time, &r.speed,    &r.averageSpeed};
+    const int main = PedometerOptions::GetInstance().mainValues;
+    for (int i = 1; i < kTopButtons; ++i) {
+        topValues[i]->SetText(*texts[i]);
+        topValues[i]->update();
+    }
+    if (main >= 1 && main < kTopButtons && !countdownRunning) {
+        enlargedValue->SetText(*texts[main]);
+        enlargedValue->update();
+    }
+    graphic->SetCurrentValues(r.graph);
+    graphic->UpdateGraphic();
+    targetSlider->UpdateData();
+}
+
+QString MainForm::GetTopValueText(int index) const {
+    return topValues[index]->GetText();
+}
+QString MainForm::GetEnlargedCaptionText() const {
+    return enlargedCaption->GetText();
+}
+QString MainForm::GetEnlargedValueText() const {
+    return enlargedValue->GetText();
+}
+QColor MainForm::GetEnlargedColor() const {
+    return enlargedValue->GetTextColor();
+}
+TivLabel* MainForm::TopValueLabel(int index) const {
+    return topValues[index];
+}

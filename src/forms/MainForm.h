@@ -1,0 +1,172 @@
+#pragma once
+
+#include <QPointer>
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "CrossThreadTrigger.h"
+#include "MainFormListener.h"
+#include "MeterReadings.h"
+#include "PedometerForm.h"
+#include "Timer.h"
+#include "UnblockListener.h"
+
+class AccelerometerSource;
+class BlockPane;
+class GraphicBlue;
+class QMenu;
+class StatisticsManager;
+class TargetSlider;
+class TivButton;
+class TivImagePanel;
+class TivLabel;
+
+// The meter screen: the root of the navigation stack and the only screen that shows
+// the running workout.
+//
+// Six live values sit in the top buttons (steps, distance, calories, time, speed or
+// pace, average speed or pace); the one chosen in the settings is repeated large in
+// the middle. Below: the five-minute graph (tap to change its kind), today's goal,
+// START/STOP with the optional countdown, the pacer, alarm and info buttons, and new
+// lap, goal and lock.
+//
+// Threads: step counts arrive from the sensor thread (RequestStepsUpdate, the user
+// event 128) and lap refreshes from the updater thread (UpdateData). Both only store
+// what is new and wake the GUI thread, which writes the labels while `updating` is
+// set; the values are computed from copies of the lap's records, so no widget is
+// touched off the GUI thread. RequestUnblock (event 129) removes the lock pane.
+class MainForm : public PedometerForm, public MainFormListener, public UnblockListener {
+    Q_OBJECT
+public:
+    enum ActionId {
+        ID_START = 100,
+        ID_STOP = 101,
+        ID_TOP_FIRST = 102,  // ... 107, one per value
+        ID_GRAPH = 108,
+        ID_PACER = 109,
+        ID_ALARM = 110,
+        ID_INFO = 111,
+        ID_ENTER_HEIGHT = 112,
+        ID_ENTER_WEIGHT = 113,
+        ID_ACC_TIPS = 114,
+        ID_NEW_LAP = 115,
+        ID_GOAL = 116,
+        ID_LOCK = 117,
+        ID_START_NEW = 118,
+        ID_JUST_RESET = 119,
+        ID_OPTION_KEY = 120,
+        ID_BODY = 122,
+        ID_SETTINGS = 123,
+        ID_PROFILE = 124,
+        ID_HISTORY = 125,
+        ID_WEIGHT_TIPS = 126,
+    };
+    static constexpr int kTopButtons = 6;
+    static inline const QColor kEnlargedColor{12, 159, 249, 255};
+
+    explicit MainForm(QWidget* parent = nullptr);
+    ~MainForm() override;
+
+    // Counts from `source` rather than the accelerometer picked for this machine (a
+    // replay, a recording); takes effect when the form initialises.
+    static void UseSensorSource(std::unique_ptr<AccelerometerSource> source);
+    // Told about every stored five-second interval (updater thread).
+    static void SetIntervalObserver(std::function<void(int lapId, const DAOLapSeconds&)> observer);
+
+    bool Initialize();
+    void OnInitializing() override;
+    void OnTerminating() override;
+    void FormWillAppear() override;
+    void OnActionPerformed(const QWidget& source, int actionId) override;
+
+    // MainFormListener.
+    void RequestStepsUpdate(int lapSteps) override;
+    void UpdateStepsCount(int lapSteps) override;
+    void UpdateData(const DAOLap* lap) override;
+    void SygnalFired() override;
+    // User event 129: take the lock pane away (any thread).
+    void RequestUnblock();
+
+    bool IsAlreadyStarted() const;
+    void UpdateLabels();
+    void UpdateTopButtons();
+    void PauseUpdating();
+    void ResumeUpdating();
+    // Takes the lock pane away: it goes, the click sounds, the screen is unlocked.
+    void Unblock(QWidget* pane) override;
+
+    bool IsLocked() const { return locked; }
+    bool IsUpdating() const { return updating.load(); }
+    bool IsCountdownRunning() const { return countdownRunning; }
+    int GetCountdownRemaining() const { return countdownRemaining; }
+    TivButton* GetStartStopButton() const { return startStop; }
+    TivButton* GetTopButton(int index) const { return topButtons[index]; }
+    QString GetTopValueText(int index) const;
+    QString GetEnlargedCaptionText() const;
+    QString GetEnlargedValueText() const;
+    QColor GetEnlargedColor() const;
+    GraphicBlue* GetGraphic() const { return graphic; }
+    TivButton* GetGraphButton() const { return graphButton; }
+    TargetSlider* GetTargetSlider() const { return targetSlider; }
+    QMenu* GetContextMenu() const { return contextMenu; }
+    BlockPane* GetLockPane() const;
+    TivButton* GetButton(int actionId) const;
+
+    static StatisticsManager* __statManager;
+
+private:
+    void InitOptions();
+    void ConstructTopButtons();
+    void ConstructBottomButtons();
+    TivButton* AddPictureButton(const QString& picture, const QRect& bounds, int actionId);
+    void AddCaption(TivButton& button, const QString& firstKey, const QString& secondKey);
+    void SetButtonPicture(TivButton& button, const QString& picture);
+    void SetStartStop(bool recording);
+    void OpenContextMenu(const QPoint& at, const QList<std::pair<QString, int>>& items);
+    void CloseContextMenu();
+    void PushScreen(PedometerForm* form);
+
+    void StartPressed();
+    void StopPressed();
+    void OnCountdownTick();
+    void OnResume();
+    void ApplyPendingSteps();
+    void ApplyPendingReadings();
+    void ShowReadings(const MeterReadings& readings);
+    void SetEnlarged(const QString& caption, const QString& value, const QColor& color);
+    TivLabel* TopValueLabel(int index) const;
+
+    std::atomic<bool> updating{true};
+    bool locked = false;
+    bool countdownRunning = false;
+    int countdownRemaining = 0;
+    Timer countdownTimer;
+    Timer resumeTimer;
+
+    QWidget* topButtonsBox = nullptr;
+    TivImagePanel* hover = nullptr;
+    TivButton* topButtons[kTopButtons] = {};
+    TivLabel* topCaptions[kTopButtons] = {};
+    TivLabel* topValues[kTopButtons] = {};
+    TivLabel* enlargedCaption = nullptr;
+    TivLabel* enlargedValue = nullptr;
+    TivButton* startStop = nullptr;
+    TivLabel* startStopLabel = nullptr;
+    TivButton* graphButton = nullptr;
+    GraphicBlue* graphic = nullptr;
+    TargetSlider* targetSlider = nullptr;
+    QPointer<QMenu> contextMenu;
+
+    std::unique_ptr<StatisticsManager> statManager;
+
+    // Hand-over from the sensor and updater threads to the GUI thread.
+    std::atomic<int> pendingSteps{-1};
+    std::mutex pendingMutex;
+    std::optional<MeterReadings> pendingReadings;
+    CrossThreadTrigger stepsTrigger;
+    CrossThreadTrigger readingsTrigger;
+    CrossThreadTrigger unblockTrigger;
+    CrossThreadTrigger sygnalTrigger;
+};

@@ -1,0 +1,90 @@
+#include "Pedometer.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include "AccelerometerSource.h"
+#include "AppPaths.h"
+#include "Body.h"
+#include "DAOLap.h"
+#include "MainForm.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "PowerManager.h"
+#include "StatisticsManager.h"
+#include "TivNavigationController.h"
+#include "VirtualTime.h"
+
+namespace {
+
+class PedometerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        qputenv("PEDOMETER_NO_DBUS", "1");
+        AppPaths::SetHome(dir.path());
+        PedometerDBManager::GetInstance().Reopen();
+        Body::GetInstance().clear();
+        PedometerOptions::GetInstance().RestoreDefaults();
+        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(23, 0, 0)));
+        MainForm::UseSensorSource(nullptr);
+    }
+    void TearDown() override {
+        app.reset();
+        QCoreApplication::processEvents();
+        VirtualTime::Disable();
+        PedometerDBManager::GetInstance().Reopen();
+    }
+    int lapId() const { return MainForm::__statManager->GetCurrentLap()->id; }
+
+    QTemporaryDir dir;
+    std::unique_ptr<Pedometer> app;
+};
+
+TEST_F(PedometerTest, FirstStartClearsTheFlagOnce) {
+    app = std::make_unique<Pedometer>();
+    ASSERT_TRUE(app->OnAppInitializing());
+    PedometerOptions saved;
+    PedometerDBManager::GetInstance().LoadOptions(saved);
+    EXPECT_FALSE(saved.firstStart.load());
+    EXPECT_EQ(app->GetNavigationController()->GetTopForm(), app->GetMainForm());
+}
+
+TEST_F(PedometerTest, ComingBackOnAnotherDayStartsANewLap) {
+    app = std::make_unique<Pedometer>();
+    app->OnAppInitializing();
+    const int first = lapId();
+
+    app->OnBackground();
+    EXPECT_FALSE(TivNavigationController::IsForeground());
+    EXPECT_FALSE(app->GetMainForm()->IsUpdating());
+    VirtualTime::AdvanceBy(30 * 60 * 1000);  // 23:30, same day
+    app->OnForeground();
+    EXPECT_TRUE(TivNavigationController::IsForeground());
+    EXPECT_EQ(lapId(), first);
+
+    app->OnBackground();
+    VirtualTime::AdvanceBy(60 * 60 * 1000);  // 00:30 the next day
+    app->OnForeground();
+    EXPECT_NE(lapId(), first);
+}
+
+TEST_F(PedometerTest, ForegroundKeepsTheScreenOnOnlyWhileCounting) {
+    app = std::make_unique<Pedometer>();
+    app->OnAppInitializing();
+    PowerManager::KeepScreenOnState(false, false);
+    app->OnBackground();
+    app->OnForeground();
+    EXPECT_FALSE(PowerManager::IsKeepingScreenOn());
+
+    MainForm::__statManager->start();
+    app->OnBackground();
+    app->OnForeground();
+    EXPECT_TRUE(PowerManager::IsKeepingScreenOn());
+    MainForm::__statManager->stop();
+    PowerManager::KeepScreenOnState(false, false);
+}
+
+}  // namespace

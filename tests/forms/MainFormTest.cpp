@@ -1,0 +1,295 @@
+#include "MainForm.h"
+
+#include <gtest/gtest.h>
+
+#include <QMenu>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <thread>
+
+#include <QDir>
+#include "AccelerometerSource.h"
+#include "AppFrame.h"
+#include "AppPaths.h"
+#include "AppResource.h"
+#include "Body.h"
+#include "Clock.h"
+#include "CsvReplaySource.h"
+#include "DAOTarget.h"
+#include "Pedometer.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "QuorPedometer.h"
+#include "StatisticsManager.h"
+#include "TestData.h"
+#include "TivButton.h"
+#include "TivUtils.h"
+#include "UpdaterThread.h"
+#include "VirtualTime.h"
+
+namespace {
+
+class MainFormTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        AppPaths::SetHome(dir.path());
+        PedometerDBManager::GetInstance().Reopen();
+        Body::GetInstance().clear();
+        PedometerOptions::GetInstance().RestoreDefaults();
+        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(9, 0, 0)));
+    }
+    void TearDown() override {
+        app.reset();
+        QCoreApplication::processEvents();
+        VirtualTime::Disable();
+        PedometerDBManager::GetInstance().Reopen();
+    }
+
+    MainForm& start() {
+        MainForm::UseSensorSource(nullptr);
+        app = std::make_unique<Pedometer>();
+        app->OnAppInitializing();  // loads the settings
+        PedometerOptions::GetInstance().countDownTime = countdown;
+        QCoreApplication::processEvents();
+        return *app->GetMainForm();
+    }
+    static void click(QWidget* widget) {
+        ASSERT_NE(widget, nullptr);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+    }
+    // Moves virtual time on, lets the updater store, and lets the GUI thread catch up.
+    void advanceSeconds(int seconds) {
+        for (int i = 0; i < seconds; ++i) {
+            VirtualTime::AdvanceBy(1000);
+            MainForm::__statManager->GetUpdaterThread()->WaitUntilIdle();
+            QCoreApplication::processEvents();
+        }
+        QCoreApplication::processEvents();
+    }
+
+    QTemporaryDir dir;
+    int countdown = 0;
+    std::unique_ptr<Pedometer> app;
+};
+
+TEST_F(MainFormTest, StartWithoutCountdownRecordsAtOnceInBlue) {
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    EXPECT_TRUE(form.IsAlreadyStarted());
+    EXPECT_FALSE(form.IsCountdownRunning());
+    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_STOP);
+    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
+    click(form.GetStartStopButton());
+    EXPECT_FALSE(form.IsAlreadyStarted());
+    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_START);
+}
+
+TEST_F(MainFormTest, CountdownShowsFourTicksThenRecords) {
+    countdown = 5;
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    EXPECT_TRUE(form.IsCountdownRunning());
+    EXPECT_FALSE(form.IsAlreadyStarted());
+    EXPECT_EQ(form.GetEnlargedValueText(), QStringLiteral("5"));
+    EXPECT_EQ(form.GetEnlargedColor(), QColor(Qt::red));
+    advanceSeconds(4);
+    EXPECT_EQ(form.GetEnlargedValueText(), QStringLiteral("1"));
+    EXPECT_FALSE(form.IsAlreadyStarted());
+    advanceSeconds(1);
+    EXPECT_TRUE(form.IsAlreadyStarted());
+    EXPECT_FALSE(form.IsCountdownRunning());
+    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
+}
+
+TEST_F(MainFormTest, StopDuringCountdownCancelsIt) {
+    countdown = 5;
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    advanceSeconds(2);
+    click(form.GetStartStopButton());
+    EXPECT_FALSE(form.IsCountdownRunning());
+    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
+    advanceSeconds(10);
+    EXPECT_FALSE(form.IsAlreadyStarted());
+}
+
+TEST_F(MainFormTest, TopButtonsPickTheEnlargedValueButNotWhileRecordingAndLocked) {
+    MainForm& form = start();
+    click(form.GetTopButton(2));
+    EXPECT_EQ(PedometerOptions::GetInstance().mainValues.load(), 2);
+    PedometerOptions reloaded;
+    PedometerDBManager::GetInstance().LoadOptions(reloaded);
+    EXPECT_EQ(reloaded.mainValues.load(), 2);
+
+    click(form.GetStartStopButton());
+    click(form.GetButton(MainForm::ID_LOCK));
+    ASSERT_TRUE(form.IsLocked());
+    ASSERT_NE(form.GetLockPane(), nullptr);
+    form.OnActionPerformed(form, MainForm::ID_TOP_FIRST + 4);
+    EXPECT_EQ(PedometerOptions::GetInstance().mainValues.load(), 2);
+
+    form.RequestUnblock();  // user event 129
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form.IsLocked());
+    EXPECT_EQ(form.GetLockPane(), nullptr);
+}
+
+TEST_F(MainFormTest, GraphTapCyclesTheGraphType) {
+    MainForm& form = start();
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    options.mainGraphic = 2;
+    click(form.GetGraphButton());
+    EXPECT_EQ(options.mainGraphic.load(), 3);
+    click(form.GetGraphButton());
+    EXPECT_EQ(options.mainGraphic.load(), 0);
+    options.mainGraphic = 7;
+    click(form.GetGraphButton());
+    EXPECT_EQ(options.mainGraphic.load(), 0);
+}
+
+TEST_F(MainFormTest, InfoAsksForMissingBodyValuesFirst) {
+    MainForm& form = start();
+    click(form.GetButton(MainForm::ID_INFO));
+    ASSERT_NE(form.GetContextMenu(), nullptr);
+    EXPECT_EQ(form.GetContextMenu()->actions().size(), 3);
+    form.GetContextMenu()->actions().at(2)->trigger();  // accelerometer tips
+    QCoreApplication::processEvents();
+
+    Body::GetInstance().setHeight(180.0);
+    click(form.GetButton(MainForm::ID_INFO));
+    ASSERT_NE(form.GetContextMenu(), nullptr);
+    EXPECT_EQ(form.GetContextMenu()->actions().size(), 2);  // weight and tips
+    form.GetContextMenu()->actions().at(1)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form.GetContextMenu(), nullptr);
+
+    Body::GetInstance().setWeight(75.0);
+    click(form.GetButton(MainForm::ID_INFO));
+    EXPECT_EQ(form.GetContextMenu(), nullptr);  // straight to the tips
+}
+
+TEST_F(MainFormTest, StepsFromTheSensorThreadReachTheScreen) {
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    std::thread sensor([] {
+        for (int i = 0; i < 25; ++i) MainForm::__statManager->addStep(1);
+    });
+    sensor.join();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form.GetTopValueText(0), QStringLiteral("25"));
+    EXPECT_EQ(form.GetEnlargedValueText(), QStringLiteral("25"));
+
+    advanceSeconds(5);  // one interval stored: distance and time follow
+    EXPECT_EQ(form.GetTopValueText(3), QStringLiteral("00:05"));
+    EXPECT_NE(form.GetTopValueText(1), QStringLiteral("0.000"));
+}
+
+TEST_F(MainFormTest, PausedScreenIgnoresUpdatesUntilResumed) {
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    form.PauseUpdating();
+    MainForm::__statManager->addStep(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form.GetTopValueText(0), QStringLiteral("0"));
+    form.ResumeUpdating();
+    advanceSeconds(1);
+    EXPECT_TRUE(form.IsUpdating());
+    EXPECT_EQ(form.GetTopValueText(0), QStringLiteral("1"));
+}
+
+// A real walk replayed through the running application shows the same step count as
+// the headless counter.
+TEST_F(MainFormTest, ReplayedWalkShowsTheCountersStepCount) {
+    const QString walks = testdata::WalksDir();
+    if (walks.isEmpty()) GTEST_SKIP() << "no walk recordings beside the checkout";
+    const QString file = walks + QStringLiteral("/walker-b-armband-samsung-1.csv");
+
+    QProcess count;
+    count.start(testdata::CliPath(), {QStringLiteral("count"), file});
+    ASSERT_TRUE(count.waitForFinished(60000));
+    const QString line = QString::fromUtf8(count.readAllStandardOutput());
+    const QString expected = line.section(QStringLiteral("steps="), 1).section(' ', 0, 0);
+    ASSERT_FALSE(expected.isEmpty()) << line.toStdString();
+
+    MainForm& form = start();
+    click(form.GetStartStopButton());
+    QString error;
+    auto source = CsvReplaySource::FromFile(file, &error);
+    ASSERT_TRUE(source) << error.toStdString();
+    const qint64 t0 = Clock::NowMs();
+    source->Feed(*StatisticsManager::__engine, [t0](const ReplayTick& tick) {
+        VirtualTime::AdvanceTo(t0 + tick.tickNs / 1'000'000);
+    });
+    advanceSeconds(1);
+    EXPECT_EQ(form.GetTopValueText(0), expected);
+}
+
+}  // namespace
+
+namespace {
+
+// Saves the main screen in its states, and the goal screen, for a person to look at:
+// PEDOMETER_SHOT_DIR=/tmp/shots test_forms --gtest_filter=*MainScreenScreenshots
+TEST_F(MainFormTest, MainScreenScreenshots) {
+    const QString shots = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
+    if (shots.isEmpty() || testdata::WalksDir().isEmpty()) GTEST_SKIP() << "set PEDOMETER_SHOT_DIR";
+    QDir().mkpath(shots);
+    struct Variant {
+        const char* name;
+        QLocale locale;
+        int width;
+    };
+    const Variant variants[] = {{"en", QLocale(QLocale::English, QLocale::UnitedStates), 480},
+                                {"de", QLocale(QLocale::German, QLocale::Germany), 480},
+                                {"en-hvga", QLocale(QLocale::English, QLocale::UnitedStates), 320}};
+    for (const Variant& v : variants) {
+        QLocale::setDefault(v.locale);
+        AppResource::GetInstance().SetLanguage(v.locale.name().section('_', 0, 0));
+        TivUtils::SetScreenResolution(v.width);
+        PedometerDBManager::GetInstance().Reopen();
+        countdown = 5;
+        MainForm& form = start();
+        DAOTarget::GetInstance().targetActive = 1;  // a distance goal, to show its bar
+        DAOTarget::GetInstance().distance = 0.5;
+        auto save = [&](const QString& state) {
+            QCoreApplication::processEvents();
+            app->GetFrame()->grab().save(
+                QStringLiteral("%1/main-%2-%3.png").arg(shots, v.name, state));
+        };
+        form.FormWillAppear();
+        save(QStringLiteral("idle"));
+        click(form.GetStartStopButton());
+        advanceSeconds(2);
+        save(QStringLiteral("countdown"));
+        advanceSeconds(3);
+        QString error;
+        auto source = CsvReplaySource::FromFile(
+            testdata::WalksDir() + QStringLiteral("/walker-c-inhand-pixel-3.csv"), &error);
+        const qint64 t0 = Clock::NowMs();
+        source->Feed(*StatisticsManager::__engine, [t0](const ReplayTick& tick) {
+            VirtualTime::AdvanceTo(t0 + tick.tickNs / 1'000'000);
+        });
+        advanceSeconds(1);
+        for (int type = 0; type < 4; ++type) {
+            PedometerOptions::GetInstance().mainGraphic = (type + 3) % 4;
+            click(form.GetGraphButton());
+            advanceSeconds(5);
+            save(QStringLiteral("counting-graph%1").arg(type));
+        }
+        click(form.GetButton(MainForm::ID_LOCK));
+        save(QStringLiteral("locked"));
+        form.RequestUnblock();
+        click(form.GetButton(MainForm::ID_GOAL));
+        advanceSeconds(1);
+        save(QStringLiteral("goal-screen"));
+        app.reset();
+        QCoreApplication::processEvents();
+    }
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    AppResource::GetInstance().SetLanguage(QStringLiteral("en"));
+    TivUtils::SetScreenResolution(480);
+}
+
+}  // namespace
