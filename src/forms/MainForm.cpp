@@ -604,6 +604,8 @@ void MainForm::ApplyPendingReadings() {
 }
 
 void MainForm::ShowReadings(const MeterReadings& r) {
+    // The graph always keeps the newest series; what is drawn waits for updating.
+    graphic->SetCurrentValues(r.graph);
     if (!updating) return;
     const QString* texts[kTopButtons] = {nullptr, &r.distance, &r.calories,
                                          &r.time, &r.speed,    &r.averageSpeed};
@@ -616,7 +618,6 @@ void MainForm::ShowReadings(const MeterReadings& r) {
         enlargedValue->SetText(*texts[main]);
         enlargedValue->update();
     }
-    graphic->SetCurrentValues(r.graph);
     graphic->UpdateGraphic();
     targetSlider->UpdateData();
 }
