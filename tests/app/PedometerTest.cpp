@@ -9,6 +9,7 @@
 #include "AppPaths.h"
 #include "Body.h"
 #include "DAOLap.h"
+#include "FreshProfile.h"
 #include "MainForm.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -22,24 +23,17 @@ namespace {
 class PedometerTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
+        ASSERT_TRUE(profile.IsValid());
         qputenv("PEDOMETER_NO_DBUS", "1");
-        AppPaths::SetHome(dir.path());
-        PedometerDBManager::GetInstance().Reopen();
-        Body::GetInstance().clear();
-        PedometerOptions::GetInstance().RestoreDefaults();
-        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(23, 0, 0)));
         MainForm::UseSensorSource(nullptr);
     }
     void TearDown() override {
         app.reset();
         QCoreApplication::processEvents();
-        VirtualTime::Disable();
-        PedometerDBManager::GetInstance().Reopen();
     }
     int lapId() const { return MainForm::__statManager->GetCurrentLap()->id; }
 
-    QTemporaryDir dir;
+    FreshProfile profile{QDateTime(QDate(2026, 6, 15), QTime(23, 0, 0))};
     std::unique_ptr<Pedometer> app;
 };
 

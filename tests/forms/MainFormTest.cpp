@@ -17,6 +17,7 @@
 #include "Clock.h"
 #include "CsvReplaySource.h"
 #include "DAOTarget.h"
+#include "FreshProfile.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -32,19 +33,10 @@ namespace {
 
 class MainFormTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        AppPaths::SetHome(dir.path());
-        PedometerDBManager::GetInstance().Reopen();
-        Body::GetInstance().clear();
-        PedometerOptions::GetInstance().RestoreDefaults();
-        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(9, 0, 0)));
-    }
+    void SetUp() override { ASSERT_TRUE(profile.IsValid()); }
     void TearDown() override {
         app.reset();
         QCoreApplication::processEvents();
-        VirtualTime::Disable();
-        PedometerDBManager::GetInstance().Reopen();
     }
 
     MainForm& start() {
@@ -69,7 +61,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    QTemporaryDir dir;
+    FreshProfile profile;
     int countdown = 0;
     std::unique_ptr<Pedometer> app;
 };

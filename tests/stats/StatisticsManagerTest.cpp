@@ -13,6 +13,7 @@
 #include "Body.h"
 #include "Clock.h"
 #include "DAOLap.h"
+#include "FreshProfile.h"
 #include "MainFormListener.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -48,19 +49,10 @@ public:
 
 class StatisticsManagerTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        AppPaths::SetHome(dir.path());
-        PedometerDBManager::GetInstance().Reopen();
-        Body::GetInstance().clear();
-        PedometerOptions::GetInstance().RestoreDefaults();
-        VirtualTime::Enable(QDateTime(QDate(2026, 6, 15), QTime(9, 0, 0)));
-    }
+    void SetUp() override { ASSERT_TRUE(profile.IsValid()); }
     void TearDown() override {
         manager.reset();
         Sygnal::__mainFormInstance = nullptr;
-        VirtualTime::Disable();
-        PedometerDBManager::GetInstance().Reopen();
     }
 
     StatisticsManager& makeManager() {
@@ -92,7 +84,7 @@ protected:
         return out;
     }
 
-    QTemporaryDir dir;
+    FreshProfile profile;
     RecordingForm form;
     std::unique_ptr<StatisticsManager> manager;
 };
