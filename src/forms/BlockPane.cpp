@@ -1,5 +1,7 @@
 #include "BlockPane.h"
 
+#include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -90,5 +92,9 @@ void BlockPane::SlidePicture(int offset) {
 }
 
 void BlockPane::paintEvent(QPaintEvent*) {
-    // Transparent: the screen shows through; the picture and caption draw themselves.
+    // The live values above the slide stay clear; below it the screen is dimmed, so the
+    // caption reads well and the buttons under the pane look out of reach.
+    QPainter painter(this);
+    const int top = qRound(kPictureY * TivUtils::GetScale());
+    painter.fillRect(QRect(0, top, width(), height() - top), QColor(0, 0, 0, 170));
 }
