@@ -25,13 +25,10 @@
 StatisticsManager* MainForm::__statManager = nullptr;
 
 namespace {
-std::unique_ptr<AccelerometerSource>& pendingSource() {
-    static std::unique_ptr<AccelerometerSource> source;
+// The source chosen before the form starts counting; empty means the machine's own.
+std::optional<std::unique_ptr<AccelerometerSource>>& pendingSource() {
+    static std::optional<std::unique_ptr<AccelerometerSource>> source;
     return source;
-}
-bool& hasPendingSource() {
-    static bool has = false;
-    return has;
 }
 std::function<void(int, const DAOLapSeconds&)>& intervalObserver() {
     static std::function<void(int, const DAOLapSeconds&)> observer;
@@ -75,7 +72,6 @@ MainForm::~MainForm() {
 
 void MainForm::UseSensorSource(std::unique_ptr<AccelerometerSource> source) {
     pendingSource() = std::move(source);
-    hasPendingSource() = true;
 }
 
 void MainForm::SetIntervalObserver(std::function<void(int, const DAOLapSeconds&)> observer) {
@@ -116,9 +112,9 @@ void MainForm::OnInitializing() {
 
     statManager = std::make_unique<StatisticsManager>();
     statManager->mainForm = this;
-    if (hasPendingSource()) {
-        statManager->UseSensorSource(std::move(pendingSource()));
-        hasPendingSource() = false;
+    if (pendingSource()) {
+        statManager->UseSensorSource(std::move(*pendingSource()));
+        pendingSource().reset();
     }
     statManager->SetIntervalObserver(intervalObserver());
     __statManager = statManager.get();
@@ -633,7 +629,4 @@ QString MainForm::GetEnlargedValueText() const {
 }
 QColor MainForm::GetEnlargedColor() const {
     return enlargedValue->GetTextColor();
-}
-TivLabel* MainForm::TopValueLabel(int index) const {
-    return topValues[index];
 }

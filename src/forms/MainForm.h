@@ -136,7 +136,6 @@ private:
     void ApplyPendingReadings();
     void ShowReadings(const MeterReadings& readings);
     void SetEnlarged(const QString& caption, const QString& value, const QColor& color);
-    TivLabel* TopValueLabel(int index) const;
 
     std::atomic<bool> updating{true};
     bool locked = false;

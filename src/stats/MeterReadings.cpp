@@ -1,6 +1,7 @@
 #include "MeterReadings.h"
 
 #include "Converter.h"
+#include "GraphSeries.h"
 
 namespace {
 constexpr int kIntervalSeconds = 5;
@@ -40,29 +41,6 @@ MeterReadings MeterReadings::Compute(const std::vector<DAOLapMinutes>& minutes,
     r.speed = speedText(inUnits(current, miles), pace);
     r.averageSpeed = speedText(inUnits(average, miles), pace);
 
-    r.graph.assign(kGraphPoints, 0.0);
-    for (int i = 0; i < kGraphPoints; ++i) {
-        const int index = count - kGraphPoints + i;
-        if (index < 0) continue;
-        const DAOLapSeconds& s = seconds[index];
-        const double speed =
-            inUnits(Converter::GetAverageSpeedKMH(s.distance, kIntervalSeconds), miles);
-        switch (graphType) {
-            case 0:
-                r.graph[i] = s.steps * 12.0;
-                break;
-            case 1:
-                r.graph[i] = s.caloriesNoise;
-                break;
-            case 2:
-                r.graph[i] = speed;
-                break;
-            case 3:
-                r.graph[i] = PaceOf(speed);
-                break;
-            default:
-                break;
-        }
-    }
+    r.graph = GraphSeries::FromSeconds(seconds, graphType, miles);
     return r;
 }

@@ -12,8 +12,6 @@
 // Computed from copies of the lap's records, so it can run on the updater thread
 // while the GUI thread only paints the result.
 struct MeterReadings {
-    static constexpr int kGraphPoints = 60;
-
     QString distance;           // km or miles, 3 decimals
     QString calories;           // kcal, 1 decimal
     QString time;               // mm:ss, five seconds per interval record
