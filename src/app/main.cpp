@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QLocale>
 #include <QTimer>
+#include <time.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <memory>
 
@@ -20,6 +23,8 @@
 #include "PedometerDBManager.h"
 #include "PlatformSettings.h"
 #include "RecordingAccelerometerSource.h"
+#include "ScreenDirectory.h"
+#include "TivNavigationController.h"
 #include "TivUtils.h"
 
 namespace {
@@ -33,23 +38,74 @@ bool onOffscreenPlatform() {
     return QGuiApplication::platformName() == QLatin1String("offscreen");
 }
 
-// Reports how long start-up took once the main screen has painted for the first time.
+// Milliseconds since this process was started (the kernel's start time, so the figure
+// includes loading the libraries); falls back to `fallback` when /proc cannot tell.
+qint64 millisecondsSinceProcessStart(const QElapsedTimer& fallback) {
+    QFile stat(QStringLiteral("/proc/self/stat"));
+    timespec now{};
+    if (stat.open(QIODevice::ReadOnly) && clock_gettime(CLOCK_BOOTTIME, &now) == 0) {
+        // Field 22 is the start time in clock ticks after boot; the name in field 2
+        // may hold blanks, so count from the closing parenthesis.
+        const QByteArray line = stat.readAll();
+        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        bool ok = false;
+        const qint64 ticks = fields.size() > 19 ? fields[19].toLongLong(&ok) : 0;
+        if (ok) {
+            const qint64 nowMs = qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+            return nowMs - ticks * 1000 / sysconf(_SC_CLK_TCK);
+        }
+    }
+    return fallback.elapsed();
+}
+
+// Prints "painted NAME after N ms" once the watched screen has painted for the first time.
 class FirstPaintReporter : public QObject {
 public:
-    explicit FirstPaintReporter(QElapsedTimer started) : started_(started) {}
+    FirstPaintReporter(QString name, QElapsedTimer started)
+        : name_(std::move(name)), started_(started) {}
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint && !reported_) {
             reported_ = true;
-            std::fprintf(stderr, "pedometer: main screen painted %lld ms after start-up began\n",
-                         static_cast<long long>(started_.elapsed()));
+            std::printf("painted %s after %lld ms\n", qPrintable(name_),
+                        static_cast<long long>(millisecondsSinceProcessStart(started_)));
+            std::fflush(stdout);
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
+    QString name_;
     QElapsedTimer started_;
     bool reported_ = false;
 };
+
+// Reads --day, --lap, --from and --to into a request; false with `error` when one of
+// them does not parse.
+bool readScreenRequest(const QCommandLineParser& parser, const QCommandLineOption& day,
+                       const QCommandLineOption& lap, const QCommandLineOption& from,
+                       const QCommandLineOption& to, ScreenRequest* request, QString* error) {
+    const std::pair<const QCommandLineOption*, QDate*> dates[] = {
+        {&day, &request->day}, {&from, &request->from}, {&to, &request->to}};
+    for (const auto& [option, date] : dates) {
+        if (!parser.isSet(*option)) continue;
+        *date = QDate::fromString(parser.value(*option), Qt::ISODate);
+        if (!date->isValid()) {
+            *error = QStringLiteral("--%1 needs a date as YYYY-MM-DD, not \"%2\"")
+                         .arg(option->names().first(), parser.value(*option));
+            return false;
+        }
+    }
+    if (parser.isSet(lap)) {
+        bool ok = false;
+        request->lapId = parser.value(lap).toInt(&ok);
+        if (!ok || request->lapId < 1) {
+            *error = QStringLiteral("--lap needs a lap number (1 or more), not \"%1\"")
+                         .arg(parser.value(lap));
+            return false;
+        }
+    }
+    return true;
+}
 
 // Resident memory of this process in megabytes, from /proc; 0 when unknown.
 double residentMegabytes() {
@@ -80,9 +136,26 @@ void reportDatabaseProblems() {
     }
 }
 
+
+// Whether the command line only asks for information (help, version, screen names):
+// such a run shows no window, so it must not need a display.
+bool onlyPrints(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "--help" || arg == "-h" || arg == "--help-all" || arg == "--version" ||
+            arg == "-v" || arg == "--list-screens") {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (onlyPrints(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("pedometer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
@@ -125,9 +198,42 @@ int main(int argc, char** argv) {
     const QCommandLineOption quitAtEnd(QStringLiteral("quit-after-replay"),
                                        QStringLiteral("Quit once the replayed recording has ended "
                                                       "and its last interval is stored."));
+    const QCommandLineOption open(QStringLiteral("open"),
+                                  QStringLiteral("Show the named screen on top of the main "
+                                                 "screen (see --list-screens)."),
+                                  QStringLiteral("NAME"));
+    const QCommandLineOption listScreens(QStringLiteral("list-screens"),
+                                         QStringLiteral("Print the name of every screen."));
+    const QCommandLineOption day(QStringLiteral("day"),
+                                 QStringLiteral("The day a screen opened by --open shows."),
+                                 QStringLiteral("YYYY-MM-DD"));
+    const QCommandLineOption lap(QStringLiteral("lap"),
+                                 QStringLiteral("The lap a screen opened by --open shows."),
+                                 QStringLiteral("ID"));
+    const QCommandLineOption from(QStringLiteral("from"),
+                                  QStringLiteral("First day of the range --open shows."),
+                                  QStringLiteral("YYYY-MM-DD"));
+    const QCommandLineOption to(QStringLiteral("to"),
+                                QStringLiteral("Last day of the range --open shows."),
+                                QStringLiteral("YYYY-MM-DD"));
     parser.addOptions({dataDir, sensor, replay, loop, autostart, record, locale, hvga, silent,
-                       screenshot, quitAfter, quitAtEnd});
+                       screenshot, quitAfter, quitAtEnd, open, listScreens, day, lap, from, to});
     parser.process(app);
+
+    if (parser.isSet(listScreens)) {
+        for (const QString& name : ScreenDirectory::Names()) std::printf("%s\n", qPrintable(name));
+        return 0;
+    }
+    const QString screenName = parser.isSet(open) ? parser.value(open) : QStringLiteral("main");
+    if (!ScreenDirectory::Contains(screenName)) {
+        return fail(QStringLiteral("no screen is called \"%1\"; --list-screens names them")
+                        .arg(screenName));
+    }
+    ScreenRequest screenRequest;
+    QString requestError;
+    if (!readScreenRequest(parser, day, lap, from, to, &screenRequest, &requestError)) {
+        return fail(requestError);
+    }
 
     if (parser.isSet(locale)) {
         const QLocale chosen(parser.value(locale));
@@ -175,10 +281,17 @@ int main(int argc, char** argv) {
     QElapsedTimer startup;
     startup.start();
     Pedometer pedometer;
-    FirstPaintReporter firstPaint(startup);
+    FirstPaintReporter firstPaint(screenName, startup);
     pedometer.OnAppInitializing();
-    pedometer.GetMainForm()->installEventFilter(&firstPaint);
     reportDatabaseProblems();
+    QString openError;
+    QWidget* opened = ScreenDirectory::Open(screenName, *pedometer.GetNavigationController(),
+                                            screenRequest, &openError);
+    if (opened == nullptr) {
+        pedometer.OnAppTerminating();
+        return fail(openError);
+    }
+    opened->installEventFilter(&firstPaint);
     if (parser.isSet(autostart)) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),

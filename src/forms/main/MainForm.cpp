@@ -11,10 +11,10 @@
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "PowerManager.h"
+#include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "StatisticsManager.h"
 #include "Sygnal.h"
-#include "TargetSelect.h"
 #include "TargetSlider.h"
 #include "TivButton.h"
 #include "TivImagePanel.h"
@@ -304,20 +304,29 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             break;
         }
         case ID_PACER:
+            sounds.ClickSound();
+            OpenScreen(QStringLiteral("pacer"));
+            break;
         case ID_ALARM:
+            sounds.ClickSound();
+            OpenScreen(QStringLiteral("alarm"));
+            break;
+        case ID_BODY:
         case ID_SETTINGS:
         case ID_PROFILE:
-        case ID_BODY:
-            // These screens are not part of the application yet.
-            if (actionId == ID_BODY || actionId == ID_SETTINGS || actionId == ID_PROFILE) {
-                HideOptionMenu();
-            }
+            HideOptionMenu();
             sounds.ClickSound();
+            OpenScreen(actionId == ID_BODY       ? QStringLiteral("body")
+                       : actionId == ID_SETTINGS ? QStringLiteral("settings")
+                                                 : QStringLiteral("settings-profile"));
             break;
         case ID_INFO: {
             sounds.ClickSound();
             const Body& body = Body::GetInstance();
-            if (body.hasHeight() && body.storedWeight() != -1.0) break;  // tips: not yet built
+            if (body.hasHeight() && body.storedWeight() != -1.0) {
+                OpenScreen(QStringLiteral("tips-carry"));
+                break;
+            }
             QList<std::pair<QString, int>> items;
             if (!body.hasHeight()) items.append({Text("meter__ Enter height"), ID_ENTER_HEIGHT});
             if (body.storedWeight() == -1.0) {
@@ -332,6 +341,9 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
         case ID_ACC_TIPS:
             CloseContextMenu();
             sounds.ClickSound();
+            OpenScreen(actionId == ID_ENTER_HEIGHT   ? QStringLiteral("settings-height")
+                       : actionId == ID_ENTER_WEIGHT ? QStringLiteral("body-weight")
+                                                     : QStringLiteral("tips-carry"));
             break;
         case ID_NEW_LAP:
             CloseContextMenu();
@@ -339,13 +351,10 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             OpenContextMenu(QPoint(35, 600), {{Text("meter__ Start new"), ID_START_NEW},
                                               {Text("meter__ Just reset stats"), ID_JUST_RESET}});
             break;
-        case ID_GOAL: {
+        case ID_GOAL:
             sounds.ClickSound();
-            auto* goal = new TargetSelect();
-            goal->Initialize();
-            PushScreen(goal);
+            OpenScreen(QStringLiteral("goal"));
             break;
-        }
         case ID_LOCK: {
             if (options.startOnBlock) {
                 OnActionPerformed(source, ID_START);
@@ -375,8 +384,12 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             ShowOptionMenu();
             break;
         case ID_HISTORY:
+            sounds.ClickSound();
+            OpenScreen(QStringLiteral("history-day"));
+            break;
         case ID_WEIGHT_TIPS:
             sounds.ClickSound();
+            OpenScreen(QStringLiteral("tips-weight"));
             break;
         default:
             if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
@@ -491,13 +504,30 @@ void MainForm::CloseContextMenu() {
     contextMenu = nullptr;
 }
 
-void MainForm::PushScreen(PedometerForm* form) {
-    if (TivNavigationController* nav = getNavigationController()) {
-        nav->PushForm(form);
-    } else {
-        delete form;
+void MainForm::OpenScreen(const QString& name) {
+    TivNavigationController* nav = getNavigationController();
+    if (nav == nullptr) return;
+    QString error;
+    if (ScreenDirectory::Open(name, *nav, ScreenRequest{}, &error) == nullptr) {
+        qWarning("%s", qPrintable(error));
     }
 }
+
+// The main screen is the root: opening it shows it as it is.
+PEDOMETER_SCREEN_ACTION("main", [](TivNavigationController& navigation, const ScreenRequest&,
+                                   QString*) -> QWidget* { return navigation.GetTopForm(); });
+
+// The lock pane covers the main screen, as the lock button puts it there.
+PEDOMETER_SCREEN_ACTION("lock", [](TivNavigationController& navigation, const ScreenRequest&,
+                                   QString* error) -> QWidget* {
+    auto* main = qobject_cast<MainForm*>(navigation.GetTopForm());
+    if (main == nullptr) {
+        *error = QStringLiteral("the lock pane covers the main screen only");
+        return nullptr;
+    }
+    main->OnActionPerformed(*main, MainForm::ID_LOCK);
+    return main->GetLockPane();
+});
 
 void MainForm::UpdateLabels() {
     const PedometerOptions& options = PedometerOptions::GetInstance();

@@ -126,7 +126,8 @@ private:
     void SetStartStop(bool recording);
     void OpenContextMenu(const QPoint& at, const QList<std::pair<QString, int>>& items);
     void CloseContextMenu();
-    void PushScreen(PedometerForm* form);
+    // Opens a screen by its ScreenDirectory name on top of this one (today's data).
+    void OpenScreen(const QString& name);
 
     void StartPressed();
     void StopPressed();

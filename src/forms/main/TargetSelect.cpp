@@ -10,6 +10,7 @@
 #include "DAOTarget.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
+#include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "TargetSlider.h"
 #include "TivLabel.h"
@@ -246,3 +247,9 @@ void TargetSelect::OnTextValueChanged(const QWidget& control) {
 }
 
 void TargetSelect::OnTextValueChangeCanceled(const QWidget&) {}
+
+PEDOMETER_SCREEN("goal", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* goal = new TargetSelect();
+    goal->Initialize();
+    return goal;
+});
