@@ -94,3 +94,10 @@ INSERT INTO SCREEN VALUES (
   30,    -- SYGNAL_ACTIVITY, minutes
   0      -- START_ON_BLOCK
 );
+
+-- Settings added beyond the original record (detector, sensor, accounts, ...), one row
+-- per name. Created on first write in files seeded before it existed.
+CREATE TABLE Preferences (
+  name TEXT PRIMARY KEY,
+  value TEXT NOT NULL
+);

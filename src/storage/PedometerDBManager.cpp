@@ -863,3 +863,28 @@ bool PedometerDBManager::ImportHistory(std::vector<std::unique_ptr<DAOLap>>& lap
     }
     return true;
 }
+
+QString PedometerDBManager::GetPreference(const QString& name, const QString& fallback) {
+    QString value = fallback;
+    options_.Run([&](SQLite::Database& db) {
+        if (!db.tableExists("Preferences")) return;
+        SQLite::Statement select(db, "SELECT value FROM Preferences WHERE name=?");
+        select.bind(1, name.toStdString());
+        if (select.executeStep()) value = QString::fromUtf8(select.getColumn(0).getText());
+    });
+    return value;
+}
+
+bool PedometerDBManager::SetPreference(const QString& name, const QString& value) {
+    return options_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        // Files seeded by earlier versions have no such table yet.
+        db.exec("CREATE TABLE IF NOT EXISTS Preferences (name TEXT PRIMARY KEY, value TEXT "
+                "NOT NULL)");
+        SQLite::Statement upsert(db, "INSERT OR REPLACE INTO Preferences (name, value) VALUES (?, ?)");
+        upsert.bind(1, name.toStdString());
+        upsert.bind(2, value.toStdString());
+        upsert.exec();
+        transaction.commit();
+    });
+}

@@ -127,6 +127,11 @@ public:
     void SaveBody();
     std::unique_ptr<DAOSocial> GetDAOSocialN();
     void SetSocial(const DAOSocial& social);
+    // Settings beyond the settings record, by name ("detector", ...): the stored text,
+    // or `fallback` when there is none or the file cannot be read. SetPreference
+    // returns false when the value could not be stored.
+    QString GetPreference(const QString& name, const QString& fallback = {});
+    bool SetPreference(const QString& name, const QString& value);
 
     // --- Bulk import (statistics) ----------------------------------------------
     // Stores finished history in one transaction: each lap with its minutes and

@@ -135,4 +135,16 @@ TEST_F(PedometerOptionsTest, ASecondSettingsRowIsIgnoredWhenLoading) {
     EXPECT_EQ(options.countDownTime, 5);
 }
 
+// Preferences: a fallback until stored, the newest value after, and a file seeded before
+// the table existed gets it on the first write.
+TEST_F(PedometerOptionsTest, PreferencesFallBackUntilStoredAndSurviveAnOlderFile) {
+    manager().IsOptionsUsable();
+    Exec(OptionsPath(), "DROP TABLE Preferences");
+    EXPECT_EQ(manager().GetPreference("detector", "classic"), "classic");
+    EXPECT_TRUE(manager().SetPreference("detector", "adaptive"));
+    EXPECT_TRUE(manager().SetPreference("detector", "classic2"));
+    EXPECT_EQ(manager().GetPreference("detector", "x"), "classic2");
+    EXPECT_EQ(manager().GetPreference("sensor"), QString());
+}
+
 }  // namespace
