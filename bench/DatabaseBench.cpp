@@ -115,6 +115,23 @@ int main(int argc, char** argv) {
     std::snprintf(label, sizeof label, "GetAllDays (%zu days)", dayCount);
     report(label, median(51, [&] { manager.GetAllDays(); }), 20.0);
 
+    // The period history: one row per day, summed in SQL.
+    for (const int days : {7, 30, 180}) {
+        std::snprintf(label, sizeof label, "GetDayTotals, last %d days", days);
+        report(label,
+               median(101, [&] { manager.GetDayTotals(now.date().addDays(1 - days), now.date()); }),
+               5.0);
+    }
+    // The all-days list reads the days, then the sums of the rows in view.
+    report("GetAllDays + GetDayTotals of 20 days in view",
+           median(51,
+                  [&] {
+                      const std::vector<QDateTime> days = manager.GetAllDays();
+                      manager.GetDayTotals(days[std::min<size_t>(19, days.size() - 1)].date(),
+                                           days.front().date());
+                  }),
+           20.0);
+
     // The recorder's writes, on a fresh lap as at the start of a recording.
     manager.ClearLapSeconds();
     const std::unique_ptr<DAOLap> lap = manager.CreateNewLap();

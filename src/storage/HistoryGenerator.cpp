@@ -7,26 +7,39 @@
 #include "Body.h"
 
 namespace {
-// How many laps a day has, in tenths of a percent: 0 to 5 laps, about 3 on average,
-// so five years hold about 5,400 laps of 36 minutes on average.
-constexpr std::array<int, 6> kLapCountWeights{40, 100, 220, 280, 220, 140};
-
-// When laps may start, as minutes after midnight: earliest and latest start.
-struct Slot {
-    int from;
-    int to;
-};
-constexpr std::array<Slot, 5> kSlots{{
-    {6 * 60 + 30, 8 * 60 + 30},    // before work
-    {12 * 60, 13 * 60 + 15},       // lunch break
-    {15 * 60, 16 * 60},            // afternoon
-    {17 * 60 + 30, 19 * 60 + 30},  // evening
-    {20 * 60 + 45, 21 * 60 + 45},  // late walk
-}};
-
 constexpr int kWalk = 1;
 constexpr int kJog = 2;
 constexpr int kRun = 3;
+constexpr int kInterval = 5;  // seconds the recorder adds at a time
+}  // namespace
+
+// One kind of outing a day may hold: when it may start (minutes after midnight), how
+// long it lasts (minutes), how likely it is (percent) and how it is done.
+struct HistoryGenerator::Outing {
+    int from;
+    int to;
+    int shortest;
+    int longest;
+    int chance;
+    bool sporty;  // a jog or run with walking breaks; otherwise a walk
+};
+
+namespace {
+using Outing = HistoryGenerator::Outing;
+constexpr std::array<Outing, 5> kWorkday{{
+    {7 * 60 + 5, 8 * 60 + 15, 12, 25, 85, false},      // to work
+    {12 * 60, 13 * 60, 10, 30, 35, false},             // lunch walk
+    {16 * 60 + 45, 18 * 60 + 20, 12, 25, 85, false},   // home again
+    {19 * 60, 20 * 60 + 30, 25, 50, 30, true},         // evening training
+    {21 * 60 + 15, 22 * 60, 10, 20, 25, false},        // late walk
+}};
+constexpr std::array<Outing, 4> kWeekend{{
+    {8 * 60 + 30, 10 * 60, 25, 60, 30, true},          // morning run
+    {10 * 60 + 30, 14 * 60, 45, 120, 55, false},       // long walk
+    {16 * 60, 18 * 60, 10, 30, 45, false},             // errands
+    {19 * 60 + 30, 21 * 60, 15, 40, 30, false},        // evening stroll
+}};
+constexpr int kIdleDayChance = 7;  // percent: ill, rain, a day on the sofa
 }  // namespace
 
 HistoryGenerator::HistoryGenerator(std::uint32_t seed) : random_(seed) {}
@@ -52,30 +65,7 @@ HistoryGenerator::History HistoryGenerator::Generate(const QDate& first, const Q
     double weight = UniformReal(78.0, 86.0);
     int daysToNextLog = 0;
     for (QDate day = first; day <= last; day = day.addDays(1)) {
-        int lapCount = 0;
-        for (int pick = Uniform(0, 999); pick >= kLapCountWeights[lapCount]; ++lapCount) {
-            pick -= kLapCountWeights[lapCount];
-        }
-        // Choose lapCount of the slots, in the day's order.
-        std::array<bool, kSlots.size()> used{};
-        for (int chosen = 0; chosen < lapCount;) {
-            const int slot = Uniform(0, kSlots.size() - 1);
-            if (!used[slot]) {
-                used[slot] = true;
-                ++chosen;
-            }
-        }
-        QDateTime freeFrom = day.startOfDay();
-        for (size_t slot = 0; slot < kSlots.size(); ++slot) {
-            if (!used[slot]) continue;
-            QDateTime start = day.startOfDay().addSecs(
-                60LL * Uniform(kSlots[slot].from, kSlots[slot].to) + Uniform(0, 59));
-            if (start < freeFrom) start = freeFrom.addSecs(Uniform(120, 900));
-            std::unique_ptr<DAOLap> lap = MakeLap(start);
-            if (!lap->endDate || *lap->endDate > now) break;
-            freeFrom = *lap->endDate;
-            history.laps.push_back(std::move(lap));
-        }
+        AddDay(day, now, history);
 
         // Body log: weight drifts down about 1.5 kg a year, with daily noise.
         weight = std::max(60.0, weight - 0.004 + UniformReal(-0.02, 0.02));
@@ -93,32 +83,63 @@ HistoryGenerator::History HistoryGenerator::Generate(const QDate& first, const Q
             history.bodyLogs.push_back(log);
         }
     }
-    if (!history.laps.empty()) AddFiveSecondRecords(*history.laps.back());
+    if (history.laps.empty()) return history;
+    DAOLap& newest = *history.laps.back();
+    // Today's last lap stays open, as if the user had not yet started another.
+    if (newest.startDate.date() == now.date()) newest.endDate.reset();
+    AddFiveSecondRecords(newest);
     return history;
 }
 
-std::unique_ptr<DAOLap> HistoryGenerator::MakeLap(const QDateTime& start) {
+void HistoryGenerator::AddDay(const QDate& day, const QDateTime& now, History& history) {
+    const bool weekend = day.dayOfWeek() >= 6;
+    const bool winter = day.month() == 12 || day.month() <= 2;
+    // Drawn on every day, idle or not, so that one day's luck does not shift the next.
+    const bool idle = Uniform(0, 99) < kIdleDayChance;
+    QDateTime freeFrom = day.startOfDay();
+    const auto plan = [&](const auto& outings) {
+        for (const Outing& outing : outings) {
+            const int chance = winter ? outing.chance * 3 / 4 : outing.chance;
+            if (Uniform(0, 99) >= chance || idle) continue;
+            QDateTime start =
+                day.startOfDay().addSecs(60LL * Uniform(outing.from, outing.to) + Uniform(0, 59));
+            if (start < freeFrom) start = freeFrom.addSecs(Uniform(120, 900));
+            if (start >= now) return;
+            std::unique_ptr<DAOLap> lap = MakeLap(outing, start, now);
+            const bool cut = !lap->endDate;
+            freeFrom = lap->endDate.value_or(now);
+            history.laps.push_back(std::move(lap));
+            if (cut) return;
+        }
+    };
+    if (weekend) {
+        plan(kWeekend);
+    } else {
+        plan(kWorkday);
+    }
+}
+
+std::unique_ptr<DAOLap> HistoryGenerator::MakeLap(const Outing& outing, const QDateTime& start,
+                                                  const QDateTime& until) {
     const Body& body = Body::GetInstance();
     auto lap = std::make_unique<DAOLap>();
     lap->startDate = start;
     lap->techDate = start.date().startOfDay();
 
-    // Mostly walks; some laps mix in jogging, a few are runs.
-    const int kind = Uniform(0, 99);
-    const int mainGait = kind < 80 ? kWalk : (kind < 95 ? kJog : kRun);
-    const int minutes = Uniform(15, 58);
-    int lapSeconds = 0;
-    for (int index = 0; index < minutes; ++index) {
+    const int mainGait = outing.sporty ? (Uniform(0, 2) == 0 ? kRun : kJog) : kWalk;
+    // The counting time: whole minutes, then 5 to 55 seconds of a last one, as a stop
+    // within a minute leaves it.
+    int seconds = 60 * (Uniform(outing.shortest, outing.longest) - 1) + kInterval * Uniform(1, 11);
+    const qint64 available = start.secsTo(until);
+    const bool cut = available < seconds;
+    if (cut) seconds = static_cast<int>(std::max<qint64>(available, kInterval) / kInterval * kInterval);
+
+    for (int left = seconds, number = 1; left > 0; left -= 60, ++number) {
         auto minute = std::make_unique<DAOLapMinutes>();
-        minute->lapMinute = index;
+        minute->lapMinute = number;
+        const int counted = std::min(left, 60);
         int gait = mainGait;
         if (mainGait != kWalk && Uniform(0, 4) == 0) gait = kWalk;  // catching breath
-        int active = 60;
-        if (index == minutes - 1) {
-            active = 5 * Uniform(1, 12);  // the lap stops within its last minute
-        } else if (Uniform(0, 9) == 0) {
-            active = 5 * Uniform(1, 11);  // waiting at a crossing, a chat
-        }
         int cadence = 0;  // steps per minute while moving
         switch (gait) {
             case kWalk:
@@ -131,25 +152,33 @@ std::unique_ptr<DAOLap> HistoryGenerator::MakeLap(const QDateTime& start) {
                 cadence = Uniform(165, 185);
                 break;
         }
-        minute->secondsCompleted = active;
-        minute->steps = cadence * active / 60;
+        // Waiting at a crossing or a chat: counting goes on, the steps do not.
+        const int moving = Uniform(0, 9) == 0 ? counted * Uniform(2, 9) / 10 : counted;
+        minute->secondsCompleted = counted;
+        minute->steps = cadence * moving / 60;
         minute->distance = minute->steps * body.getStepSize(gait);
-        const double speedKmh = minute->distance / active * 3.6;
-        minute->calories = body.calculateCalories(static_cast<float>(speedKmh)) * active / 60.0;
-        lapSeconds += index == minutes - 1 ? active : 60;
+        const double speedKmh = minute->distance / counted * 3.6;
+        minute->calories = body.calculateCalories(static_cast<float>(speedKmh)) * counted / 60.0;
         lap->minutes.push_back(std::move(minute));
     }
-    lap->endDate = start.addSecs(lapSeconds);
+    // A lap that filled its last minute exactly has the next one started, empty, as
+    // the recorder starts it at every full minute.
+    if (seconds % 60 == 0 && seconds > 0) {
+        auto next = std::make_unique<DAOLapMinutes>();
+        next->lapMinute = static_cast<int>(lap->minutes.size()) + 1;
+        lap->minutes.push_back(std::move(next));
+    }
+    if (!cut) lap->endDate = start.addSecs(seconds);
     return lap;
 }
 
 void HistoryGenerator::AddFiveSecondRecords(DAOLap& lap) {
     int currentSecond = 0;
     for (const auto& minute : lap.minutes) {
-        const int intervals = minute->secondsCompleted / 5;
+        const int intervals = minute->secondsCompleted / kInterval;
         for (int i = 0; i < intervals; ++i) {
             auto second = std::make_unique<DAOLapSeconds>();
-            currentSecond += 5;
+            currentSecond += kInterval;
             second->currentSecond = currentSecond;
             // Spread the minute evenly; the first intervals take the remainder.
             second->steps = minute->steps / intervals + (i < minute->steps % intervals ? 1 : 0);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "DAOBodyLog.h"
+#include "DAODayTotals.h"
 #include "DAOLap.h"
 #include "DAOLapMinutes.h"
 #include "DAOLapSeconds.h"
@@ -76,6 +77,12 @@ public:
                                                           const QDateTime& to);
     // Every day with a lap, newest first, each at 00:00:00.
     std::vector<QDateTime> GetAllDays();
+    // One row per day from `from` to `to` (both days whole) that has a lap started in
+    // it, oldest first: the sums of its laps' minutes. A lap belongs to the day it
+    // started on, so a row stored at midnight counts for the day it opens. Days without
+    // laps have no row; an invalid or reversed range gives none. One grouped query,
+    // cheap enough for years of history (PedometerDBManagerHistory.cpp).
+    std::vector<DAODayTotals> GetDayTotals(const QDate& from, const QDate& to);
     // Deletes the laps started from `from` to `to` plus one day, and their minutes.
     void ResetLogs(const QDateTime& from, const QDateTime& to);
     double GetTodayDistance();  // metres

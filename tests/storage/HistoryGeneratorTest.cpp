@@ -30,54 +30,72 @@ TEST(HistoryGeneratorTest, TheSameSeedGivesTheSameHistory) {
 TEST(HistoryGeneratorTest, HistoryLooksLikeRealRecordings) {
     Body& body = Body::GetInstance();
     body.clear();
-    const QDateTime now = Moment(14, 12, 0);
+    const QDateTime now = Moment(14, 12, 40);  // a Thursday, after the lunch walks
     const HistoryGenerator::History history = HistoryGenerator(1).Generate(2, now);
 
-    // About three laps a day of about 36 minutes.
-    const double days = history.laps.front()->startDate.daysTo(now) + 1;
-    EXPECT_NEAR(history.laps.size() / days, 3.0, 0.3);
     std::map<QDate, int> perDay;
-    size_t minutes = 0;
+    int weekendMinutes = 0, weekendLaps = 0, workdayMinutes = 0, workdayLaps = 0;
     const DAOLap* previous = nullptr;
     for (const auto& lap : history.laps) {
         ++perDay[lap->startDate.date()];
-        minutes += lap->minutes.size();
-        ASSERT_TRUE(lap->endDate.has_value());
-        EXPECT_LE(*lap->endDate, now);
+        const bool weekend = lap->startDate.date().dayOfWeek() >= 6;
+        (weekend ? weekendMinutes : workdayMinutes) += int(lap->minutes.size());
+        ++(weekend ? weekendLaps : workdayLaps);
         EXPECT_EQ(lap->techDate, lap->startDate.date().startOfDay());
+        EXPECT_LT(lap->startDate, now);
+        // Only today's last lap is open, and it ends no later than now.
+        const bool last = lap.get() == history.laps.back().get();
+        ASSERT_EQ(lap->endDate.has_value(), !last);
         if (previous) {
             EXPECT_GE(lap->startDate, *previous->endDate) << "laps overlap";
         }
         previous = lap.get();
-        for (const auto& minute : lap->minutes) {
-            ASSERT_GT(minute->secondsCompleted, 0);
-            ASSERT_LE(minute->secondsCompleted, 60);
-            // Steps are whole: the cadence lies between these two.
-            const double perMinute = 60.0 / minute->secondsCompleted;
-            EXPECT_GT((minute->steps + 1) * perMinute, 95.0);
-            EXPECT_LE(minute->steps * perMinute, 185.0);
-            const double stepLength = minute->distance / minute->steps;
+        int seconds = 0;
+        for (size_t i = 0; i < lap->minutes.size(); ++i) {
+            const DAOLapMinutes& minute = *lap->minutes[i];
+            ASSERT_EQ(minute.lapMinute, int(i) + 1);
+            seconds += minute.secondsCompleted;
+            // Whole minutes of counting, but the last one, as the recorder leaves them.
+            if (i + 1 < lap->minutes.size()) {
+                ASSERT_EQ(minute.secondsCompleted, 60);
+            } else {
+                ASSERT_LT(minute.secondsCompleted, 60);
+                ASSERT_EQ(minute.secondsCompleted % 5, 0);
+            }
+            if (minute.steps == 0) continue;
+            EXPECT_LE(minute.steps * 60.0 / minute.secondsCompleted, 185.0);
+            const double stepLength = minute.distance / minute.steps;
             const auto near = [&](double expected) {
                 return std::abs(stepLength - expected) < 1e-9;
             };
             EXPECT_TRUE(near(body.getWalkStepSize()) || near(body.getJogStepSize()) ||
                         near(body.getRunStepSize()));
-            const double speed = minute->distance / minute->secondsCompleted * 3.6;
-            EXPECT_DOUBLE_EQ(minute->calories, body.calculateCalories(float(speed)) *
-                                                   minute->secondsCompleted / 60.0);
+            const double speed = minute.distance / minute.secondsCompleted * 3.6;
+            EXPECT_DOUBLE_EQ(minute.calories, body.calculateCalories(float(speed)) *
+                                                  minute.secondsCompleted / 60.0);
+        }
+        if (lap->endDate) {
+            EXPECT_EQ(lap->startDate.secsTo(*lap->endDate), seconds);
+        } else {
+            EXPECT_LE(lap->startDate.addSecs(seconds), now);
         }
     }
-    for (const auto& [day, laps] : perDay) EXPECT_LE(laps, 5) << day.toString().toStdString();
-    EXPECT_NEAR(double(minutes) / history.laps.size(), 36.5, 3.0);
+    // A real person's year: most days active, some idle, longer outings on weekends.
+    const double days = QDate(2022, 3, 15).daysTo(now.date()) + 1;
+    EXPECT_NEAR(perDay.size() / days, 0.9, 0.06);
+    EXPECT_NEAR(history.laps.size() / days, 2.0, 0.4);
+    EXPECT_GT(double(weekendMinutes) / weekendLaps, 1.5 * workdayMinutes / workdayLaps);
+    EXPECT_EQ(history.laps.back()->startDate.date(), now.date());
 
     // Only the newest lap has intervals, and they add up to its minutes.
     const DAOLap& last = *history.laps.back();
-    int minuteSteps = 0, intervalSteps = 0, activeSeconds = 0;
+    int minuteSteps = 0, intervalSteps = 0, countedSeconds = 0;
     for (const auto& minute : last.minutes)
-        minuteSteps += minute->steps, activeSeconds += minute->secondsCompleted;
+        minuteSteps += minute->steps, countedSeconds += minute->secondsCompleted;
     for (const auto& second : last.seconds) intervalSteps += second->steps;
     EXPECT_EQ(intervalSteps, minuteSteps);
-    EXPECT_EQ(last.seconds.back()->currentSecond, activeSeconds);
+    EXPECT_EQ(last.seconds.back()->currentSecond, countedSeconds);
+    EXPECT_EQ(int(last.seconds.size()), countedSeconds / 5);
     EXPECT_TRUE(history.laps.front()->seconds.empty());
 
     // Body logs every three to five days.

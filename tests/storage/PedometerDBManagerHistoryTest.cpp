@@ -1,0 +1,99 @@
+// The per-day sums of the period history.
+#include <map>
+
+#include "Body.h"
+#include "HistoryGenerator.h"
+#include "PedometerDBManager.h"
+#include "StorageTestSupport.h"
+
+using storagetest::Moment;
+using storagetest::StorageTest;
+
+namespace {
+
+class DayTotalsTest : public StorageTest {
+protected:
+    // Stores a finished lap started at `start` with one minute of the given values.
+    void LapAt(const QDateTime& start, int steps, double metres = 0.0, int seconds = 60) {
+        std::vector<std::unique_ptr<DAOLap>> laps;
+        laps.push_back(std::make_unique<DAOLap>());
+        laps[0]->startDate = start;
+        laps[0]->endDate = start.addSecs(seconds);
+        laps[0]->techDate = start.date().startOfDay();
+        auto minute = std::make_unique<DAOLapMinutes>();
+        minute->lapMinute = 1;
+        minute->steps = steps;
+        minute->distance = metres;
+        minute->calories = steps / 20.0;
+        minute->secondsCompleted = seconds;
+        laps[0]->minutes.push_back(std::move(minute));
+        ASSERT_TRUE(manager().ImportHistory(laps, {}));
+    }
+};
+
+TEST_F(DayTotalsTest, BothEndDaysAreWholeAndMidnightRowsGoToTheDayTheyOpen) {
+    LapAt(Moment(12, 23, 59, 59), 1);     // the day before the range
+    LapAt(Moment(13, 0, 0, 0), 10);       // first day, at its midnight
+    LapAt(Moment(13, 18, 0, 0), 20, 15.5, 90);
+    LapAt(Moment(15, 23, 59, 59), 300);   // last day, its last second
+    LapAt(Moment(16, 0, 0, 0), 4000);     // the midnight after the range
+    struct Case {
+        QDate from, to;
+        std::vector<std::pair<int, int>> dayAndSteps;  // day of March 2024, steps
+    } cases[] = {
+        {QDate(2024, 3, 13), QDate(2024, 3, 15), {{13, 30}, {15, 300}}},
+        {QDate(2024, 3, 13), QDate(2024, 3, 13), {{13, 30}}},
+        {QDate(2024, 3, 14), QDate(2024, 3, 14), {}},
+        {QDate(2024, 3, 12), QDate(2024, 3, 16), {{12, 1}, {13, 30}, {15, 300}, {16, 4000}}},
+        {QDate(2024, 3, 15), QDate(2024, 3, 13), {}},  // reversed
+        {QDate(), QDate(2024, 3, 13), {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.from.toString(Qt::ISODate).toStdString() + " to " +
+                     c.to.toString(Qt::ISODate).toStdString());
+        const std::vector<DAODayTotals> rows = manager().GetDayTotals(c.from, c.to);
+        ASSERT_EQ(rows.size(), c.dayAndSteps.size());
+        for (size_t i = 0; i < rows.size(); ++i) {
+            EXPECT_EQ(rows[i].day, QDate(2024, 3, c.dayAndSteps[i].first));
+            EXPECT_EQ(rows[i].steps, c.dayAndSteps[i].second);
+        }
+    }
+    const DAODayTotals first = manager().GetDayTotals(QDate(2024, 3, 13), QDate(2024, 3, 13))[0];
+    EXPECT_EQ(first.laps, 2);
+    EXPECT_DOUBLE_EQ(first.distance, 15.5);
+    EXPECT_DOUBLE_EQ(first.calories, 1.5);
+    EXPECT_EQ(first.seconds, 150);
+}
+
+TEST_F(DayTotalsTest, SumsEqualTheMinutesTheySummarise) {
+    EXPECT_TRUE(manager().GetDayTotals(QDate(2000, 1, 1), QDate(2100, 1, 1)).empty());
+    Body::GetInstance().clear();
+    HistoryGenerator::History history =
+        HistoryGenerator(3).Generate(QDate(2024, 1, 1), QDate(2024, 3, 14), Moment(14, 20, 0));
+    std::map<QDate, DAODayTotals> expected;
+    for (const auto& lap : history.laps) {
+        DAODayTotals& day = expected[lap->startDate.date()];
+        ++day.laps;
+        for (const auto& minute : lap->minutes) {
+            day.steps += minute->steps;
+            day.distance += minute->distance;
+            day.calories += minute->calories;
+            day.seconds += minute->secondsCompleted;
+        }
+    }
+    ASSERT_TRUE(manager().ImportHistory(history.laps, {}));
+    const std::vector<DAODayTotals> rows =
+        manager().GetDayTotals(QDate(2024, 1, 1), QDate(2024, 3, 14));
+    ASSERT_EQ(rows.size(), expected.size());
+    for (const DAODayTotals& row : rows) {
+        const DAODayTotals& want = expected[row.day];
+        SCOPED_TRACE(row.day.toString(Qt::ISODate).toStdString());
+        EXPECT_EQ(row.laps, want.laps);
+        EXPECT_EQ(row.steps, want.steps);
+        EXPECT_NEAR(row.distance, want.distance, 1e-6);
+        EXPECT_NEAR(row.calories, want.calories, 1e-6);
+        EXPECT_EQ(row.seconds, want.seconds);
+    }
+}
+
+}  // namespace
