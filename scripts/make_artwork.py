@@ -258,6 +258,18 @@ def cells():
           "Fully transparent cover for a touchable table cell.")
 
 
+def history_rows():
+    # A finger-sized row that opens something: a lap, a day, a period.
+    for suffix, fill, edge in (("", "#0C1322", "#26324A"), ("-pressed", "#0A4F7E", ACCENT)):
+        write(f"history_row{suffix}", 460, 64,
+              f'<rect x="0.5" y="2.5" width="459" height="59" rx="11.5" fill="{fill}" fill-opacity="0.9" '
+              f'stroke="{edge}" stroke-width="1"/>'
+              f'<rect x="0" y="2" width="5" height="60" rx="2.5" fill="{ACCENT}" opacity="0.8"/>'
+              '<path d="M428 20 L440 32 L428 44" fill="none" stroke="#8FA6C4" stroke-width="3" '
+              'stroke-linecap="round" stroke-linejoin="round"/>',
+              f"Row button of the history lists, a chevron at the right{' (pressed)' if suffix else ''}.")
+
+
 def top_highlight():
     write("top-data-selected", 152, 64,
           f'<defs>{lin("h", [(0, ACCENT, 0.38), (1, ACCENT, 0.10)])}</defs>'
@@ -437,5 +449,5 @@ def app_icon():
 
 
 start_stop(); text_buttons(); round_buttons(); caption_buttons(); checkboxes(); slider(); goal_bar()
-cells(); top_highlight(); unlock(); main_background(); body_backgrounds(); tips("en"); tips("de"); app_icon()
+cells(); history_rows(); top_highlight(); unlock(); main_background(); body_backgrounds(); tips("en"); tips("de"); app_icon()
 print(len(os.listdir(OUT)), "files")

@@ -398,6 +398,24 @@ std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForDate(const QD
                        day, DbDateTime::NextDayStart(day), false);
 }
 
+std::unique_ptr<DAOLap> PedometerDBManager::GetLap(int id) {
+    std::unique_ptr<DAOLap> lap;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db, "SELECT startDate,endDate,techDate FROM Lap WHERE id=?");
+        select.bind(1, id);
+        if (!select.executeStep()) return;
+        lap = std::make_unique<DAOLap>();
+        lap->id = id;
+        lap->startDate = dateColumn(select.getColumn(0));
+        lap->endDate = optionalDateColumn(select.getColumn(1));
+        lap->techDate = dateColumn(select.getColumn(2));
+        SQLite::Statement minutes(db, kSelectMinutes);
+        lap->minutes = readMinutes(minutes, id);
+    });
+    if (!done) lap.reset();
+    return lap;
+}
+
 std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForPeriod(const QDateTime& from,
                                                                           const QDateTime& to) {
     return lapsBetween(statistics_,

@@ -83,6 +83,8 @@ public:
     // laps have no row; an invalid or reversed range gives none. One grouped query,
     // cheap enough for years of history (PedometerDBManagerHistory.cpp).
     std::vector<DAODayTotals> GetDayTotals(const QDate& from, const QDate& to);
+    // The lap with this id and its minutes; null when there is none.
+    std::unique_ptr<DAOLap> GetLap(int id);
     // Deletes the laps started from `from` to `to` plus one day, and their minutes.
     void ResetLogs(const QDateTime& from, const QDateTime& to);
     double GetTodayDistance();  // metres

@@ -1,0 +1,84 @@
+#include "HistoryConfirmPopup.h"
+
+#include <QPainter>
+#include <cmath>
+
+#include "AppResource.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, int actionId,
+                      IActionEventListener* listener) {
+    auto* button = new TivButton(parent);
+    button->setObjectName(QStringLiteral("action%1").arg(actionId));
+    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral(".png"));
+    const auto pressed =
+        TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral("-pressed.png"));
+    button->Initialize(QRect(QPoint(), normal ? normal->size() : QSize(Scaled(200), Scaled(72))));
+    button->SetNormalBitmap(normal.get());
+    button->SetPressedBitmap(pressed.get());
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(listener);
+    auto* caption = new TivLabel(button);
+    caption->Initialize();
+    caption->SetText(AppResource::GetInstance().GetString(QString::fromUtf8(key)));
+    caption->SetFontSize(Scaled(24));
+    caption->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    caption->SetNeedOutline(false);
+    caption->setGeometry(0, 0, button->width(), button->height());
+    button->AddControl(*caption);
+    return button;
+}
+}  // namespace
+
+HistoryConfirmPopup::HistoryConfirmPopup(QWidget& screen, IActionEventListener* listener)
+    : QWidget(&screen) {
+    setGeometry(screen.rect());
+    const QRect panel = PanelRect();
+    question_ = new TivLabel(this);
+    question_->Initialize();
+    question_->SetFontSize(Scaled(26));
+    question_->SetNeedOutline(false);
+    question_->setGeometry(panel.adjusted(Scaled(20), Scaled(16), -Scaled(20), -Scaled(100)));
+    TivButton* cancel = MakeButton(this, QStringLiteral("btn-blue"), "body__ Cancel", ID_CANCEL,
+                                   listener);
+    TivButton* confirm = MakeButton(this, QStringLiteral("btn-red"), "meter__ Reset stats",
+                                    ID_CONFIRM, listener);
+    const int y = panel.bottom() - Scaled(16) - cancel->height();
+    cancel->move(panel.left() + Scaled(14), y);
+    confirm->move(panel.right() - Scaled(14) - confirm->width(), y);
+    hide();
+}
+
+QRect HistoryConfirmPopup::PanelRect() const {
+    const int w = width() - 2 * Scaled(10);
+    const int h = Scaled(250);
+    return QRect((width() - w) / 2, (height() - h) / 2, w, h);
+}
+
+void HistoryConfirmPopup::ShowWithText(const QString& question) {
+    question_->SetText(question);
+    question_->update();
+    raise();
+    show();
+}
+
+QString HistoryConfirmPopup::GetText() const {
+    return question_->GetText();
+}
+
+void HistoryConfirmPopup::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), QColor(0, 0, 0, 150));
+    painter.setPen(QPen(QColor(58, 68, 88), 1));
+    painter.setBrush(QColor(22, 34, 56));
+    painter.drawRoundedRect(QRectF(PanelRect()).adjusted(0.5, 0.5, -0.5, -0.5), Scaled(16),
+                            Scaled(16));
+}

@@ -1,0 +1,140 @@
+#include "HistoryDay.h"
+
+#include <QLocale>
+
+#include "AppResource.h"
+#include "Clock.h"
+#include "DAOLap.h"
+#include "DbDateTime.h"
+#include "HistoryConfirmPopup.h"
+#include "HistoryPanel.h"
+#include "HistoryTotals.h"
+#include "LapEraser.h"
+#include "HistoryLap.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "ScreenDirectory.h"
+#include "SoundsManager.h"
+#include "TivNavigationController.h"
+
+namespace {
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+}  // namespace
+
+HistoryDay::HistoryDay(QWidget* parent) : PedometerForm(parent) {}
+
+HistoryDay::~HistoryDay() = default;
+
+bool HistoryDay::Initialize(const QDateTime& day, bool) {
+    setObjectName(QStringLiteral("HistoryDay"));
+    day_ = DbDateTime::DayStart(day);
+    return true;
+}
+
+bool HistoryDay::IsToday() const {
+    return day_.date() == Clock::Now().date();
+}
+
+void HistoryDay::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    if (IsToday()) {
+        SetTitleText(Text("history__ Today"));
+        SetSoftkeyText(SOFTKEY_0, Text("history__ Reports"));
+        SetSoftkeyActionId(SOFTKEY_0, ID_REPORTS);
+        AddSoftkeyActionListener(SOFTKEY_0, this);
+    } else {
+        SetTitleText(QLocale().toString(day_.date(), QLocale::LongFormat));
+    }
+    ShowBackButton();
+    panel_ = new HistoryPanel(this);
+    panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    panel_->show();
+    popup_ = new HistoryConfirmPopup(*this, this);
+}
+
+void HistoryDay::FormWillAppear() {
+    if (panel_ == nullptr) return;
+    laps_ = PedometerDBManager::GetInstance().GetLapsForDate(day_);
+    HistoryTotals totals(PedometerOptions::GetInstance().measurementSystem);
+    for (const auto& lap : laps_) totals.AddLap(*lap);
+    totals.PadSeries();
+
+    const bool today = IsToday();
+    panel_->Clear();
+    panel_->AddSummary(totals, Text(today ? "history__ Total today" : "history__ Totals"),
+                       Text(today ? "history__ Today averages" : "history__ Averages"));
+    panel_->AddHeader(Text("history__ Laps"));
+    const QLocale locale;
+    for (int i = int(laps_.size()) - 1; i >= 0; --i) {
+        const DAOLap& lap = *laps_[i];
+        QString caption;
+        if (today && i == int(laps_.size()) - 1) {
+            caption = Text("history__ Current");
+        } else {
+            const QDateTime end = lap.endDate.value_or(lap.startDate);
+            caption = locale.toString(lap.startDate, QLocale::ShortFormat) +
+                      QStringLiteral(" - ") + locale.toString(end, QLocale::ShortFormat);
+        }
+        panel_->AddRowButton(caption, ID_LAP_FIRST + i, this);
+    }
+    panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset day stats"), ID_RESET,
+                           this);
+    panel_->AddGap(20);
+}
+
+void HistoryDay::ShowPopupWithText(const QString& text) {
+    popup_->ShowWithText(text);
+}
+
+void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
+    switch (actionId) {
+        case ID_REPORTS:
+            SoundsManager::GetInstance().ClickSound();
+            if (TivNavigationController* navigation = getNavigationController()) {
+                ScreenDirectory::Open(QStringLiteral("history-reports"), *navigation);
+            }
+            return;
+        case ID_RESET:
+            SoundsManager::GetInstance().ClickSound();
+            ShowPopupWithText(Text("history__ Clear whole day data?"));
+            return;
+        case HistoryConfirmPopup::ID_CANCEL:
+            SoundsManager::GetInstance().ClickSound();
+            popup_->hide();
+            return;
+        case HistoryConfirmPopup::ID_CONFIRM:
+            SoundsManager::GetInstance().ClickSound();
+            popup_->hide();
+            Erase();
+            return;
+        default:
+            break;
+    }
+    const int index = actionId - ID_LAP_FIRST;
+    if (index >= 0 && index < int(laps_.size())) {
+        SoundsManager::GetInstance().ClickSound();
+        auto* lapScreen = new HistoryLap;
+        lapScreen->Initialize(std::move(laps_[index]));
+        laps_.erase(laps_.begin() + index);  // the list is read again when this reappears
+        if (TivNavigationController* navigation = getNavigationController()) {
+            navigation->PushForm(lapScreen);
+        } else {
+            delete lapScreen;
+        }
+        return;
+    }
+    PedometerForm::OnActionPerformed(source, actionId);
+}
+
+void HistoryDay::Erase() {
+    for (const auto& lap : laps_) LapEraser::Erase(lap->id);
+    FormWillAppear();
+}
+
+PEDOMETER_SCREEN("history-day", [](const ScreenRequest& request, QString*) -> PedometerForm* {
+    auto* day = new HistoryDay;
+    day->Initialize(request.day.isValid() ? request.day.startOfDay() : Clock::Now());
+    return day;
+});

@@ -1,0 +1,104 @@
+#include "HistoryLap.h"
+
+#include <QLocale>
+
+#include "AppResource.h"
+#include "DAOLap.h"
+#include "HistoryConfirmPopup.h"
+#include "HistoryPanel.h"
+#include "HistoryTotals.h"
+#include "LapEraser.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "ScreenDirectory.h"
+#include "SoundsManager.h"
+#include "TivNavigationController.h"
+
+namespace {
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+}  // namespace
+
+HistoryLap::HistoryLap(QWidget* parent) : PedometerForm(parent) {}
+
+HistoryLap::~HistoryLap() = default;
+
+bool HistoryLap::Initialize(std::unique_ptr<DAOLap> lap) {
+    setObjectName(QStringLiteral("HistoryLap"));
+    lap_ = std::move(lap);
+    return true;
+}
+
+void HistoryLap::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    // The lap's day and its start time: enough to tell it from the day's other laps.
+    const QLocale locale;
+    QString title = Text("meter__ Lap");
+    if (lap_) {
+        title += QLatin1Char(' ') + locale.toString(lap_->startDate.date(), QLocale::ShortFormat) +
+                 QLatin1Char(' ') + locale.toString(lap_->startDate.time(), QLocale::ShortFormat);
+    }
+    SetTitleText(title);
+    ShowBackButton();
+    panel_ = new HistoryPanel(this);
+    panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    panel_->show();
+    popup_ = new HistoryConfirmPopup(*this, this);
+}
+
+void HistoryLap::FormWillAppear() {
+    if (panel_ == nullptr || !lap_) return;
+    HistoryTotals totals(PedometerOptions::GetInstance().measurementSystem);
+    totals.AddLap(*lap_);
+    totals.PadSeries();
+    panel_->Clear();
+    panel_->AddSummary(totals, Text("history__ Totals"), Text("history__ Averages"));
+    panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset lap stats"), ID_RESET,
+                           this);
+    panel_->AddGap(20);
+}
+
+void HistoryLap::ShowPopupWithText(const QString& text) {
+    popup_->ShowWithText(text);
+}
+
+void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
+    switch (actionId) {
+        case ID_RESET:
+            SoundsManager::GetInstance().ClickSound();
+            ShowPopupWithText(Text("history__ Clear whole lap data?"));
+            return;
+        case HistoryConfirmPopup::ID_CANCEL:
+            SoundsManager::GetInstance().ClickSound();
+            popup_->hide();
+            return;
+        case HistoryConfirmPopup::ID_CONFIRM:
+            SoundsManager::GetInstance().ClickSound();
+            popup_->hide();
+            if (lap_) LapEraser::Erase(lap_->id);
+            if (TivNavigationController* navigation = getNavigationController()) {
+                navigation->PopForm(true);
+            }
+            return;
+        default:
+            PedometerForm::OnActionPerformed(source, actionId);
+            return;
+    }
+}
+
+PEDOMETER_SCREEN("history-lap", [](const ScreenRequest& request,
+                                   QString* error) -> PedometerForm* {
+    if (request.lapId < 0) {
+        *error = QStringLiteral("history-lap shows one lap: give its id with --lap ID");
+        return nullptr;
+    }
+    std::unique_ptr<DAOLap> lap = PedometerDBManager::GetInstance().GetLap(request.lapId);
+    if (!lap) {
+        *error = QStringLiteral("there is no lap %1 in the statistics").arg(request.lapId);
+        return nullptr;
+    }
+    auto* screen = new HistoryLap;
+    screen->Initialize(std::move(lap));
+    return screen;
+});

@@ -1,0 +1,184 @@
+#include "HistoryPanel.h"
+
+#include <QScrollBar>
+#include <QScroller>
+#include <cmath>
+
+#include "AppResource.h"
+#include "GraphicHistory.h"
+#include "HistoryTotals.h"
+#include "TivButton.h"
+#include "TivImagePanel.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+constexpr int kMargin = 10;
+constexpr int kRowHeight = 52;
+constexpr int kButtonHeight = 64;
+constexpr int kGraphHeight = 170;
+
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+TivLabel* MakeLabel(QWidget* parent, const QString& text, int size, const QColor& color,
+                    int style = TivUtils::FONT_STYLE_PLAIN) {
+    auto* label = new TivLabel(parent);
+    label->Initialize();
+    label->SetText(text);
+    label->SetFontSize(Scaled(size));
+    label->SetFontStyle(style);
+    label->SetTextColor(color);
+    label->SetNeedOutline(false);
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    label->show();
+    return label;
+}
+
+void SetPictures(TivButton& button, const QString& picture) {
+    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
+    QString pressedName = picture;
+    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
+    button.SetNormalBitmap(normal.get());
+    button.SetPressedBitmap(pressed ? pressed.get() : normal.get());
+}
+}  // namespace
+
+HistoryPanel::HistoryPanel(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(false);
+    setStyleSheet(QStringLiteral(
+        "QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; }"
+        "QScrollBar:vertical { background: transparent; width: 6px; }"
+        "QScrollBar::handle:vertical { background: rgba(255,255,255,70); border-radius: 3px;"
+        " min-height: 30px; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"));
+    viewport()->setAutoFillBackground(false);
+    QScroller::grabGesture(viewport(), QScroller::LeftMouseButtonGesture);
+    content_ = new QWidget;
+    content_->setAttribute(Qt::WA_TranslucentBackground);
+    setWidget(content_);
+}
+
+void HistoryPanel::Clear() {
+    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        child->hide();
+        child->deleteLater();  // a button may be reporting its own release right now
+    }
+    next_ = 0;
+    content_->resize(width(), 0);
+}
+
+int HistoryPanel::Place(int height) {
+    const int y = next_;
+    next_ += height;
+    content_->resize(viewport()->width(), next_);
+    return y;
+}
+
+void HistoryPanel::AddGap(int height) {
+    Place(Scaled(height));
+}
+
+void HistoryPanel::AddTitle(const QString& text) {
+    const int h = Scaled(36);
+    TivLabel* label = MakeLabel(content_, text, 22, kTitleColor, TivUtils::FONT_STYLE_BOLD);
+    label->setGeometry(Scaled(kMargin), Place(h), viewport()->width() - 2 * Scaled(kMargin), h);
+}
+
+GraphicHistory* HistoryPanel::AddGraph(std::vector<double> values, int type) {
+    auto* graph = new GraphicHistory(content_);
+    const int h = Scaled(kGraphHeight);
+    graph->Initialize(QRect(0, Place(h), viewport()->width() - Scaled(kMargin), h),
+                      std::move(values), type, true);
+    graph->show();
+    return graph;
+}
+
+void HistoryPanel::AddWidget(QWidget* widget, int height) {
+    widget->setParent(content_);
+    const int h = Scaled(height);
+    widget->setGeometry(0, Place(h), viewport()->width(), h);
+    widget->show();
+}
+
+void HistoryPanel::AddHeader(const QString& text) {
+    const int h = Scaled(48);
+    TivLabel* label = MakeLabel(content_, text, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);
+    label->SetVerticalAlligment(TivLabel::ALIGN_BOTTOM);
+    label->setGeometry(Scaled(kMargin), Place(h), viewport()->width() - 2 * Scaled(kMargin),
+                       h - Scaled(6));
+}
+
+TivLabel* HistoryPanel::AddRow(const QString& text) {
+    const int h = Scaled(kRowHeight);
+    const int y = Place(h);
+    auto* strip = new QWidget(content_);
+    strip->setGeometry(Scaled(kMargin), y, viewport()->width() - 2 * Scaled(kMargin), h);
+    auto* back = new TivImagePanel(strip);
+    back->Initialize(QPoint(0, 0),
+                     TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("black_cell.png")));
+    back->setAttribute(Qt::WA_TransparentForMouseEvents);
+    TivLabel* label = MakeLabel(strip, text, 22, Qt::white);
+    label->setGeometry(Scaled(18), 0, strip->width() - Scaled(24), h);
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    strip->show();
+    return label;
+}
+
+TivButton* HistoryPanel::AddRowButton(const QString& text, int actionId,
+                                      IActionEventListener* listener) {
+    const int h = Scaled(kButtonHeight);
+    const int y = Place(h + Scaled(6));
+    auto* button = new TivButton(content_);
+    button->Initialize(QRect(Scaled(kMargin), y, viewport()->width() - 2 * Scaled(kMargin), h));
+    button->setObjectName(QStringLiteral("action%1").arg(actionId));
+    SetPictures(*button, QStringLiteral("history_row.png"));
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(listener);
+    TivLabel* label = MakeLabel(button, text, 22, Qt::white);
+    label->setGeometry(Scaled(18), 0, button->width() - Scaled(60), h);
+    button->AddControl(*label);
+    button->show();
+    return button;
+}
+
+TivButton* HistoryPanel::AddResetButton(const QString& buttonText, const QString& caption,
+                                        int actionId, IActionEventListener* listener) {
+    const int h = Scaled(72);
+    const int y = Place(h + Scaled(10)) + Scaled(10);
+    auto* button = new TivButton(content_);
+    button->Initialize(QRect(Scaled(kMargin), y, Scaled(200), h));
+    button->setObjectName(QStringLiteral("action%1").arg(actionId));
+    SetPictures(*button, QStringLiteral("btn-red.png"));
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(listener);
+    TivLabel* label = MakeLabel(button, buttonText, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);
+    label->SetHorizontalAlligment(TivLabel::ALIGN_CENTER);
+    label->setGeometry(0, 0, button->width(), h);
+    button->AddControl(*label);
+    button->show();
+    TivLabel* beside = MakeLabel(content_, caption, 20, QColor(196, 212, 232));
+    const int x = Scaled(kMargin + 200 + 12);
+    beside->setGeometry(x, y, viewport()->width() - x - Scaled(kMargin), h);
+    return button;
+}
+
+void HistoryPanel::AddSummary(const HistoryTotals& totals, const QString& totalsHeader,
+                              const QString& averagesHeader) {
+    AppResource& texts = AppResource::GetInstance();
+    AddGap(6);
+    AddTitle(texts.GetString(QStringLiteral("history__ Calorie burn history")));
+    AddGraph(totals.calorieSeries, GraphicHistory::TYPE_CALORIES);
+    AddTitle(texts.GetString(QStringLiteral("history__ Average speed history")));
+    AddGraph(totals.speedSeries, GraphicHistory::TYPE_SPEED);
+    AddTitle(texts.GetString(QStringLiteral("history__ Average Pace")));
+    AddGraph(totals.paceSeries, GraphicHistory::TYPE_PACE);
+    AddHeader(totalsHeader);
+    for (const QString& row : totals.TotalRows()) AddRow(row);
+    AddHeader(averagesHeader);
+    for (const QString& row : totals.AverageRows()) AddRow(row);
+}

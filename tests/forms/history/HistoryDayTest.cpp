@@ -1,0 +1,199 @@
+// The day and lap history: what they add up, what they show, what the erase keeps.
+#include "HistoryDay.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocale>
+
+#include "AccelerometerSource.h"
+#include "AppFrame.h"
+#include "AppResource.h"
+#include "DAOLap.h"
+#include "FreshProfile.h"
+#include "HistoryConfirmPopup.h"
+#include "HistoryPanel.h"
+#include "HistoryTotals.h"
+#include "MainForm.h"
+#include "PedometerDBManager.h"
+#include "StatisticsManager.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivNavigationController.h"
+
+namespace {
+
+const QDateTime kNow(QDate(2026, 6, 15), QTime(18, 0));
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+
+DAOLapMinutes Minute(int steps, double metres, double kcal, int seconds) {
+    DAOLapMinutes minute;
+    minute.steps = steps;
+    minute.distance = metres;
+    minute.calories = kcal;
+    minute.secondsCompleted = seconds;
+    return minute;
+}
+
+TEST(HistoryTotalsTest, RowsAndSeriesFollowTheMinutes) {
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    struct Case {
+        const char* name;
+        std::vector<DAOLapMinutes> minutes;
+        bool miles;
+        QStringList totals;
+        QStringList averages;
+        std::vector<double> speeds;
+    } cases[] = {
+        {"no minute", {}, false,
+         {"Steps: 0", "Distance: 0.0 km", "Time: 0 min", "Calories: 0.0"},
+         {"Average speed: 0.0 km/h", "Average pace: 0.0 min/km", "Calorie burn: 0.0 (Cal/min)",
+          "Step rate: 0.0  steps/min"},
+         {0.0}},
+        // One record: every series gets a 0 in front of it.
+        {"one minute", {Minute(100, 80.0, 4.0, 60)}, false,
+         {"Steps: 100", "Distance: 0.1 km", "Time: 1 min", "Calories: 4.0"},
+         {"Average speed: 4.8 km/h", "Average pace: 12.5 min/km", "Calorie burn: 4.0 (Cal/min)",
+          "Step rate: 100.0  steps/min"},
+         {0.0, 4.8}},
+        // 90 seconds are one whole minute; 1234 m are 1.2 km or 0.8 mi.
+        {"90 seconds, metric", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, false,
+         {"Steps: 150", "Distance: 1.2 km", "Time: 1 min", "Calories: 9.0"},
+         {"Average speed: 49.4 km/h", "Average pace: 1.2 min/km", "Calorie burn: 6.0 (Cal/min)",
+          "Step rate: 100.0  steps/min"},
+         {74.04, 0.0}},
+        {"90 seconds, imperial", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, true,
+         {"Steps: 150", "Distance: 0.8 mi", "Time: 1 min", "Calories: 9.0"},
+         {"Average speed: 30.7 mph", "Average pace: 2.0 min/mi", "Calorie burn: 6.0 (Cal/min)",
+          "Step rate: 100.0  steps/min"},
+         {74.04 / 1.609344, 0.0}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        HistoryTotals totals(c.miles);
+        for (const DAOLapMinutes& minute : c.minutes) totals.AddMinute(minute);
+        totals.PadSeries();
+        EXPECT_EQ(totals.TotalRows(), c.totals);
+        EXPECT_EQ(totals.AverageRows(), c.averages);
+        ASSERT_EQ(totals.speedSeries.size(), c.speeds.size());
+        ASSERT_EQ(totals.calorieSeries.size(), c.speeds.size());
+        ASSERT_EQ(totals.paceSeries.size(), c.speeds.size());
+        for (size_t i = 0; i < c.speeds.size(); ++i) {
+            EXPECT_NEAR(totals.speedSeries[i], c.speeds[i], 1e-9);
+            EXPECT_NEAR(totals.paceSeries[i], HistoryTotals::PaceOf(c.speeds[i]), 1e-9);
+        }
+    }
+    QLocale::setDefault(QLocale::c());
+}
+
+// A day screen over three laps of today, the last one being recorded by a live
+// statistics manager, as on the phone.
+class HistoryDayTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(profile.IsValid());
+        for (const QTime start : {QTime(7, 30), QTime(12, 10)}) AddLap(kNow.date(), start, true);
+        AddLap(kNow.date().addDays(-1), QTime(9, 0), true);
+        AddLap(kNow.date(), QTime(17, 0), false);  // open: the manager resumes it
+        statistics.UseSensorSource(nullptr);
+        statistics.Initialize();
+        MainForm::__statManager = &statistics;
+        controller = std::make_unique<TivNavigationController>(frame);
+        auto* root = new PedometerForm;
+        controller->InitWithRootForm(root);
+        frame.AddControl(*root);
+        frame.SetCurrentForm(*root);
+        frame.show();
+    }
+    void TearDown() override {
+        controller.reset();
+        MainForm::__statManager = nullptr;
+    }
+    static void AddLap(const QDate& day, const QTime& start, bool finished) {
+        std::vector<std::unique_ptr<DAOLap>> laps;
+        auto lap = std::make_unique<DAOLap>();
+        lap->startDate = QDateTime(day, start);
+        lap->techDate = day.startOfDay();
+        if (finished) lap->endDate = lap->startDate.addSecs(90);
+        for (int i = 1; i <= 2; ++i) {
+            auto minute = std::make_unique<DAOLapMinutes>(Minute(100, 75.0, 4.0, i == 1 ? 60 : 30));
+            minute->lapMinute = i;
+            lap->minutes.push_back(std::move(minute));
+        }
+        laps.push_back(std::move(lap));
+        ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
+    }
+    HistoryDay& Open(const QDate& day) {
+        screen = new HistoryDay;
+        screen->Initialize(day.startOfDay());
+        controller->PushForm(screen);
+        return *screen;
+    }
+    // The captions of the lap buttons, top to bottom.
+    QStringList LapCaptions() const {
+        QStringList captions;
+        for (int i = int(screen->GetLaps().size()) - 1; i >= 0; --i) {
+            auto* button = screen->GetPanel()->Content()->findChild<TivButton*>(
+                QStringLiteral("action%1").arg(HistoryDay::ID_LAP_FIRST + i));
+            const auto* label = button ? button->findChild<TivLabel*>() : nullptr;
+            captions << (label ? label->GetText() : QStringLiteral("(none)"));
+        }
+        return captions;
+    }
+    void Shot(const QString& name) const {
+        const QString dir = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
+        if (dir.isEmpty()) return;
+        QDir().mkpath(dir);
+        screen->GetPanel()->Content()->grab().save(dir + QLatin1Char('/') + name);
+    }
+
+    FreshProfile profile{kNow};
+    StatisticsManager statistics;
+    AppFrame frame;
+    std::unique_ptr<TivNavigationController> controller;
+    HistoryDay* screen = nullptr;
+};
+
+TEST_F(HistoryDayTest, OnlyTodaysLastLapReadsCurrentAndPastDaysHaveNoReports) {
+    HistoryDay& today = Open(kNow.date());
+    EXPECT_EQ(today.GetSoftkeyText(TivForm::SOFTKEY_0), Text("history__ Reports"));
+    const QStringList captions = LapCaptions();
+    ASSERT_EQ(captions.size(), 3);
+    EXPECT_EQ(captions[0], Text("history__ Current"));
+    EXPECT_NE(captions[1], Text("history__ Current"));
+    Shot(QStringLiteral("history-day-content.png"));
+
+    HistoryDay& yesterday = Open(kNow.date().addDays(-1));
+    EXPECT_FALSE(yesterday.HasSoftkey(TivForm::SOFTKEY_0));
+    ASSERT_EQ(LapCaptions().size(), 1);
+    EXPECT_NE(LapCaptions()[0], Text("history__ Current"));
+}
+
+TEST_F(HistoryDayTest, ErasingTodayEmptiesTheRecordingLapAndDeletesTheOthers) {
+    const int recording = statistics.GetCurrentLap()->id;
+    HistoryDay& today = Open(kNow.date());
+    today.OnActionPerformed(today, HistoryDay::ID_RESET);
+    EXPECT_TRUE(today.GetPopup()->isVisible());
+    EXPECT_EQ(today.GetPopup()->GetText(), Text("history__ Clear whole day data?"));
+    today.OnActionPerformed(today, HistoryConfirmPopup::ID_CANCEL);
+    EXPECT_EQ(today.GetLaps().size(), 3u);
+
+    today.OnActionPerformed(today, HistoryDay::ID_RESET);
+    today.OnActionPerformed(today, HistoryConfirmPopup::ID_CONFIRM);
+    EXPECT_FALSE(today.GetPopup()->isVisible());
+    ASSERT_EQ(today.GetLaps().size(), 1u);
+    EXPECT_EQ(today.GetLaps()[0]->id, recording);
+    EXPECT_TRUE(today.GetLaps()[0]->minutes.empty());
+    EXPECT_EQ(statistics.GetCurrentLap()->id, recording);
+    // Yesterday is untouched.
+    EXPECT_EQ(PedometerDBManager::GetInstance()
+                  .GetLapsForDate(kNow.date().addDays(-1).startOfDay())
+                  .size(),
+              1u);
+}
+
+}  // namespace
