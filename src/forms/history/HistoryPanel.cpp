@@ -75,7 +75,7 @@ void HistoryPanel::Clear() {
 int HistoryPanel::Place(int height) {
     const int y = next_;
     next_ += height;
-    content_->resize(viewport()->width(), next_);
+    content_->resize(width(), next_);
     return y;
 }
 
@@ -86,13 +86,13 @@ void HistoryPanel::AddGap(int height) {
 void HistoryPanel::AddTitle(const QString& text) {
     const int h = Scaled(36);
     TivLabel* label = MakeLabel(content_, text, 22, kTitleColor, TivUtils::FONT_STYLE_BOLD);
-    label->setGeometry(Scaled(kMargin), Place(h), viewport()->width() - 2 * Scaled(kMargin), h);
+    label->setGeometry(Scaled(kMargin), Place(h), width() - 2 * Scaled(kMargin), h);
 }
 
 GraphicHistory* HistoryPanel::AddGraph(std::vector<double> values, int type) {
     auto* graph = new GraphicHistory(content_);
     const int h = Scaled(kGraphHeight);
-    graph->Initialize(QRect(0, Place(h), viewport()->width() - Scaled(kMargin), h),
+    graph->Initialize(QRect(0, Place(h), width() - Scaled(kMargin), h),
                       std::move(values), type, true);
     graph->show();
     return graph;
@@ -101,7 +101,7 @@ GraphicHistory* HistoryPanel::AddGraph(std::vector<double> values, int type) {
 void HistoryPanel::AddWidget(QWidget* widget, int height) {
     widget->setParent(content_);
     const int h = Scaled(height);
-    widget->setGeometry(0, Place(h), viewport()->width(), h);
+    widget->setGeometry(0, Place(h), width(), h);
     widget->show();
 }
 
@@ -109,7 +109,7 @@ void HistoryPanel::AddHeader(const QString& text) {
     const int h = Scaled(48);
     TivLabel* label = MakeLabel(content_, text, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);
     label->SetVerticalAlligment(TivLabel::ALIGN_BOTTOM);
-    label->setGeometry(Scaled(kMargin), Place(h), viewport()->width() - 2 * Scaled(kMargin),
+    label->setGeometry(Scaled(kMargin), Place(h), width() - 2 * Scaled(kMargin),
                        h - Scaled(6));
 }
 
@@ -117,7 +117,7 @@ TivLabel* HistoryPanel::AddRow(const QString& text) {
     const int h = Scaled(kRowHeight);
     const int y = Place(h);
     auto* strip = new QWidget(content_);
-    strip->setGeometry(Scaled(kMargin), y, viewport()->width() - 2 * Scaled(kMargin), h);
+    strip->setGeometry(Scaled(kMargin), y, width() - 2 * Scaled(kMargin), h);
     auto* back = new TivImagePanel(strip);
     back->Initialize(QPoint(0, 0),
                      TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("black_cell.png")));
@@ -134,7 +134,7 @@ TivButton* HistoryPanel::AddRowButton(const QString& text, int actionId,
     const int h = Scaled(kButtonHeight);
     const int y = Place(h + Scaled(6));
     auto* button = new TivButton(content_);
-    button->Initialize(QRect(Scaled(kMargin), y, viewport()->width() - 2 * Scaled(kMargin), h));
+    button->Initialize(QRect(Scaled(kMargin), y, width() - 2 * Scaled(kMargin), h));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
     SetPictures(*button, QStringLiteral("history_row.png"));
     button->SetActionId(actionId);
@@ -163,7 +163,7 @@ TivButton* HistoryPanel::AddResetButton(const QString& buttonText, const QString
     button->show();
     TivLabel* beside = MakeLabel(content_, caption, 20, QColor(196, 212, 232));
     const int x = Scaled(kMargin + 200 + 12);
-    beside->setGeometry(x, y, viewport()->width() - x - Scaled(kMargin), h);
+    beside->setGeometry(x, y, width() - x - Scaled(kMargin), h);
     return button;
 }
 

@@ -1,0 +1,122 @@
+#include "HistoryReports.h"
+
+#include <QDateEdit>
+#include <cmath>
+
+#include "AppResource.h"
+#include "Clock.h"
+#include "HistoryPanel.h"
+#include "ScreenDirectory.h"
+#include "SoundsManager.h"
+#include "TivLabel.h"
+#include "TivNavigationController.h"
+#include "TivUtils.h"
+
+namespace {
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+}  // namespace
+
+HistoryReports::HistoryReports(QWidget* parent) : PedometerForm(parent) {}
+
+bool HistoryReports::Initialize() {
+    setObjectName(QStringLiteral("HistoryReports"));
+    return true;
+}
+
+void HistoryReports::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    SetTitleText(Text("history__ Reports"));
+    ShowBackButton();
+    panel_ = new HistoryPanel(this);
+    panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    panel_->AddGap(12);
+    panel_->AddRowButton(Text("history__ All days"), ID_ALL_DAYS, this);
+    panel_->AddRowButton(Text("history__ Last 7 days"), ID_LAST_7, this);
+    panel_->AddRowButton(Text("history__ Last 30 days"), ID_LAST_30, this);
+    panel_->AddRowButton(Text("history__ Last 180 days"), ID_LAST_180, this);
+    panel_->AddHeader(Text("history__ Date range"));
+
+    // Two dates side by side, each under its caption; the range always runs forward.
+    auto* row = new QWidget;
+    panel_->AddWidget(row, 100);
+    const QDate today = Clock::Now().date();
+    const int half = (row->width() - Scaled(30)) / 2;
+    from_ = AddDateField(row, "picker__ From", today.addDays(-13), Scaled(10), half);
+    to_ = AddDateField(row, "picker__ To", today, Scaled(20) + half, half);
+    from_->setMaximumDate(to_->date());
+    to_->setMinimumDate(from_->date());
+    connect(from_, &QDateEdit::dateChanged, to_, &QDateEdit::setMinimumDate);
+    connect(to_, &QDateEdit::dateChanged, from_, &QDateEdit::setMaximumDate);
+    panel_->AddRowButton(Text("history__ Show"), ID_RANGE, this);
+    panel_->show();
+}
+
+QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, const QDate& date,
+                                        int x, int width) {
+    auto* caption = new TivLabel(row);
+    caption->Initialize();
+    caption->SetText(Text(captionKey));
+    caption->SetFontSize(Scaled(20));
+    caption->SetTextColor(QColor(196, 212, 232));
+    caption->SetNeedOutline(false);
+    caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    caption->setGeometry(x, 0, width, Scaled(30));
+    auto* field = new QDateEdit(date, row);
+    field->setCalendarPopup(true);
+    field->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
+    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(30)));
+    field->setStyleSheet(
+        QStringLiteral("QDateEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
+                       " border: %1px solid #3A4458; border-radius: %2px; padding-left: %3px; }"
+                       "QDateEdit:focus { border-color: #0C9FF9; }")
+            .arg(std::max(1, Scaled(2)))
+            .arg(Scaled(10))
+            .arg(Scaled(8)));
+    field->setGeometry(x, Scaled(32), width, Scaled(60));
+    return field;
+}
+
+void HistoryReports::OnActionPerformed(const QWidget& source, int actionId) {
+    ScreenRequest request;
+    QString name;
+    switch (actionId) {
+        case ID_ALL_DAYS:
+            name = QStringLiteral("history-days");
+            break;
+        case ID_LAST_7:
+            name = QStringLiteral("history-7");
+            break;
+        case ID_LAST_30:
+            name = QStringLiteral("history-30");
+            break;
+        case ID_LAST_180:
+            name = QStringLiteral("history-180");
+            break;
+        case ID_RANGE:
+            name = QStringLiteral("history-range");
+            request.from = from_->date();
+            request.to = to_->date();
+            break;
+        default:
+            PedometerForm::OnActionPerformed(source, actionId);
+            return;
+    }
+    SoundsManager::GetInstance().ClickSound();
+    TivNavigationController* navigation = getNavigationController();
+    QString error;
+    if (navigation != nullptr && ScreenDirectory::Open(name, *navigation, request, &error) == nullptr) {
+        qWarning("%s", qPrintable(error));
+    }
+}
+
+PEDOMETER_SCREEN("history-reports", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* reports = new HistoryReports;
+    reports->Initialize();
+    return reports;
+});

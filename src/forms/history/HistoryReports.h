@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPointer>
+
+#include "PedometerForm.h"
+
+class HistoryPanel;
+#include <QDateEdit>
+
+// The choice of period history: all days, the last 7, 30 or 180 days, or a range of two
+// dates picked below (the first can never be after the second). Each opens its screen
+// by name. Reads and writes nothing itself. Opened by today's "Reports" soft key or by
+// name. GUI thread only.
+class HistoryReports : public PedometerForm {
+    Q_OBJECT
+public:
+    static constexpr int ID_ALL_DAYS = 200;
+    static constexpr int ID_LAST_7 = 201;
+    static constexpr int ID_LAST_30 = 202;
+    static constexpr int ID_LAST_180 = 203;
+    static constexpr int ID_RANGE = 204;
+
+    explicit HistoryReports(QWidget* parent = nullptr);
+
+    bool Initialize();
+    void OnInitializing() override;
+    void OnActionPerformed(const QWidget& source, int actionId) override;
+
+    QDateEdit* GetFromField() const { return from_; }
+    QDateEdit* GetToField() const { return to_; }
+
+private:
+    QDateEdit* AddDateField(QWidget* row, const char* captionKey, const QDate& date, int x,
+                            int width);
+
+    HistoryPanel* panel_ = nullptr;
+    QPointer<QDateEdit> from_;
+    QPointer<QDateEdit> to_;
+};
