@@ -126,8 +126,10 @@ void PeriodChart::paintEvent(QPaintEvent*) {
     painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(16)));
     const QLocale locale;
     const int labelTop = plot.bottom() + Scaled(6);
+    const QFontMetrics metrics = painter.fontMetrics();
     const auto mark = [&](int index, const QString& text) {
         const int x = xOf(index);
+        if (x + Scaled(2) + metrics.horizontalAdvance(text) > width()) return;  // cut off
         painter.setPen(QPen(Qt::white, 1));
         painter.drawLine(x, plot.bottom() + 1, x, plot.bottom() + Scaled(5));
         painter.setPen(kTextColor);

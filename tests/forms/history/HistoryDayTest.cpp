@@ -17,6 +17,7 @@
 #include "HistoryTotals.h"
 #include "MainForm.h"
 #include "PedometerDBManager.h"
+#include "ScreenDirectory.h"
 #include "StatisticsManager.h"
 #include "TivButton.h"
 #include "TivLabel.h"
@@ -194,6 +195,34 @@ TEST_F(HistoryDayTest, ErasingTodayEmptiesTheRecordingLapAndDeletesTheOthers) {
                   .GetLapsForDate(kNow.date().addDays(-1).startOfDay())
                   .size(),
               1u);
+}
+
+TEST_F(HistoryDayTest, ScreensThatShowOneRecordRefuseWithoutIt) {
+    const int lap = statistics.GetCurrentLap()->id;
+    const QDate day(2026, 6, 1);
+    const struct {
+        const char* name;
+        ScreenRequest request;
+        const char* refusal;  // null: opens
+    } cases[] = {
+        {"history-lap", {}, "--lap"},
+        {"history-lap", {QDate(), 9999, {}, {}}, "no lap 9999"},
+        {"history-lap", {QDate(), lap, {}, {}}, nullptr},
+        {"history-range", {}, "--from and --to"},
+        {"history-range", {QDate(), -1, day, {}}, "--from and --to"},
+        {"history-range", {QDate(), -1, day, day.addDays(-1)}, "after"},
+        {"history-range", {QDate(), -1, day, day}, nullptr},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.name) + " " + (c.refusal ? c.refusal : "opens"));
+        QString error;
+        QWidget* shown = ScreenDirectory::Open(QString::fromLatin1(c.name), *controller,
+                                               c.request, &error);
+        EXPECT_EQ(shown != nullptr, c.refusal == nullptr);
+        if (c.refusal) {
+            EXPECT_TRUE(error.contains(QString::fromLatin1(c.refusal))) << error.toStdString();
+        }
+    }
 }
 
 }  // namespace
