@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "AppResource.h"
+#include "SoundsManager.h"
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
@@ -67,6 +68,19 @@ void HistoryConfirmPopup::ShowWithText(const QString& question) {
     question_->update();
     raise();
     show();
+}
+
+bool HistoryConfirmPopup::HandleAction(int actionId, const QString& question,
+                                       const std::function<void()>& erase) {
+    if (actionId != ID_RESET && actionId != ID_CANCEL && actionId != ID_CONFIRM) return false;
+    SoundsManager::GetInstance().ClickSound();
+    if (actionId == ID_RESET) {
+        ShowWithText(question);
+        return true;
+    }
+    hide();
+    if (actionId == ID_CONFIRM) erase();
+    return true;
 }
 
 QString HistoryConfirmPopup::GetText() const {

@@ -89,28 +89,16 @@ void HistoryDay::ShowPopupWithText(const QString& text) {
 }
 
 void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
-    switch (actionId) {
-        case ID_REPORTS:
-            SoundsManager::GetInstance().ClickSound();
-            if (TivNavigationController* navigation = getNavigationController()) {
-                ScreenDirectory::Open(QStringLiteral("history-reports"), *navigation);
-            }
-            return;
-        case ID_RESET:
-            SoundsManager::GetInstance().ClickSound();
-            ShowPopupWithText(Text("history__ Clear whole day data?"));
-            return;
-        case HistoryConfirmPopup::ID_CANCEL:
-            SoundsManager::GetInstance().ClickSound();
-            popup_->hide();
-            return;
-        case HistoryConfirmPopup::ID_CONFIRM:
-            SoundsManager::GetInstance().ClickSound();
-            popup_->hide();
-            Erase();
-            return;
-        default:
-            break;
+    if (popup_ != nullptr &&
+        popup_->HandleAction(actionId, Text("history__ Clear whole day data?"), [this] { Erase(); })) {
+        return;
+    }
+    if (actionId == ID_REPORTS) {
+        SoundsManager::GetInstance().ClickSound();
+        if (TivNavigationController* navigation = getNavigationController()) {
+            ScreenDirectory::Open(QStringLiteral("history-reports"), *navigation);
+        }
+        return;
     }
     const int index = actionId - ID_LAP_FIRST;
     if (index >= 0 && index < int(laps_.size())) {

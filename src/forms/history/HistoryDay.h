@@ -23,7 +23,7 @@ class HistoryDay : public PedometerForm {
     Q_OBJECT
 public:
     static constexpr int ID_REPORTS = 20;
-    static constexpr int ID_RESET = 50;
+    static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
     static constexpr int ID_LAP_FIRST = 1000;  // + index in the day's list
 
     explicit HistoryDay(QWidget* parent = nullptr);

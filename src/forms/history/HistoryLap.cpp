@@ -11,7 +11,6 @@
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
-#include "SoundsManager.h"
 #include "TivNavigationController.h"
 
 namespace {
@@ -64,26 +63,15 @@ void HistoryLap::ShowPopupWithText(const QString& text) {
 }
 
 void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
-    switch (actionId) {
-        case ID_RESET:
-            SoundsManager::GetInstance().ClickSound();
-            ShowPopupWithText(Text("history__ Clear whole lap data?"));
-            return;
-        case HistoryConfirmPopup::ID_CANCEL:
-            SoundsManager::GetInstance().ClickSound();
-            popup_->hide();
-            return;
-        case HistoryConfirmPopup::ID_CONFIRM:
-            SoundsManager::GetInstance().ClickSound();
-            popup_->hide();
-            if (lap_) LapEraser::Erase(lap_->id);
-            if (TivNavigationController* navigation = getNavigationController()) {
-                navigation->PopForm(true);
-            }
-            return;
-        default:
-            PedometerForm::OnActionPerformed(source, actionId);
-            return;
+    const auto erase = [this] {
+        if (lap_) LapEraser::Erase(lap_->id);
+        if (TivNavigationController* navigation = getNavigationController()) {
+            navigation->PopForm(true);
+        }
+    };
+    if (popup_ == nullptr ||
+        !popup_->HandleAction(actionId, Text("history__ Clear whole lap data?"), erase)) {
+        PedometerForm::OnActionPerformed(source, actionId);
     }
 }
 

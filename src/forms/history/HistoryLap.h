@@ -15,7 +15,7 @@ class HistoryPanel;
 class HistoryLap : public PedometerForm {
     Q_OBJECT
 public:
-    static constexpr int ID_RESET = 50;
+    static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
 
     explicit HistoryLap(QWidget* parent = nullptr);
     ~HistoryLap() override;

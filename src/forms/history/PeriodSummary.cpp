@@ -73,8 +73,10 @@ double PeriodSummary::Goal(int measure, const DAOTarget& target) const {
 
 std::vector<int> PeriodSummary::WeekStarts(Qt::DayOfWeek firstDay) const {
     std::vector<int> starts;
-    for (int i = 0; i < DayCount(); ++i) {
-        if (days_[size_t(i)].day.dayOfWeek() == firstDay) starts.push_back(i);
+    int index = 0;
+    for (const DAODayTotals& day : days_) {
+        if (day.day.dayOfWeek() == firstDay) starts.push_back(index);
+        ++index;
     }
     return starts;
 }

@@ -12,7 +12,9 @@
 #include "AppResource.h"
 #include "DAOLap.h"
 #include "FreshProfile.h"
+#include "DayList.h"
 #include "HistoryConfirmPopup.h"
+#include "HistoryDays.h"
 #include "HistoryPanel.h"
 #include "HistoryTotals.h"
 #include "MainForm.h"
@@ -22,6 +24,8 @@
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
+
+#include <QTest>
 
 namespace {
 
@@ -223,6 +227,24 @@ TEST_F(HistoryDayTest, ScreensThatShowOneRecordRefuseWithoutIt) {
             EXPECT_TRUE(error.contains(QString::fromLatin1(c.refusal))) << error.toStdString();
         }
     }
+}
+
+// The all-days list: newest first, with each day's steps; a tap opens that day.
+TEST_F(HistoryDayTest, TheAllDaysListOpensTheTappedDay) {
+    auto* days = new HistoryDays;
+    days->Initialize();
+    controller->PushForm(days);
+    DayList* list = days->GetList();
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->Count(), 2);
+    EXPECT_EQ(list->DayAt(0), kNow.date());
+    EXPECT_EQ(list->StepsAt(0), 600);  // three laps of 200
+    EXPECT_EQ(list->StepsAt(1), 200);
+    QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(50, DayList::RowHeight() * 3 / 2));
+    auto* opened = qobject_cast<HistoryDay*>(controller->GetTopForm());
+    ASSERT_NE(opened, nullptr);
+    EXPECT_FALSE(opened->IsToday());
+    EXPECT_EQ(opened->GetLaps().size(), 1u);
 }
 
 }  // namespace
