@@ -45,7 +45,10 @@ void HistoryDay::OnInitializing() {
         SetSoftkeyActionId(SOFTKEY_0, ID_REPORTS);
         AddSoftkeyActionListener(SOFTKEY_0, this);
     } else {
-        SetTitleText(QLocale().toString(day_.date(), QLocale::LongFormat));
+        // Weekday and short date: the long form does not fit the 320-wide title.
+        const QLocale locale;
+        SetTitleText(locale.dayName(day_.date().dayOfWeek(), QLocale::ShortFormat) +
+                     QStringLiteral(", ") + locale.toString(day_.date(), QLocale::ShortFormat));
     }
     ShowBackButton();
     panel_ = new HistoryPanel(this);
