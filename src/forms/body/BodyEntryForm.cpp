@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "AppResource.h"
+#include "PedometerDBManager.h"
 #include "SoundsManager.h"
 #include "TivButton.h"
 #include "TivLabel.h"
@@ -31,6 +32,14 @@ int BodyEntryForm::ParseInt(const QString& text, int fallback) {
     bool ok = false;
     const int value = text.toInt(&ok);
     return ok ? value : fallback;
+}
+
+double BodyEntryForm::LatestLogged(double DAOBodyLog::*field) {
+    const std::vector<DAOBodyLog> logs = PedometerDBManager::GetInstance().GetBodyLogs();
+    for (auto log = logs.rbegin(); log != logs.rend(); ++log) {
+        if ((*log).*field != 0.0) return (*log).*field;
+    }
+    return 0.0;
 }
 
 void BodyEntryForm::OnInitializing() {

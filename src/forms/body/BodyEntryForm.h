@@ -3,6 +3,7 @@
 #include <QList>
 #include <QPointer>
 
+#include "DAOBodyLog.h"
 #include "PedometerForm.h"
 
 class QLineEdit;
@@ -29,6 +30,8 @@ public:
     const QList<QPointer<QLineEdit>>& GetFields() const { return fields_; }
     // The text parsed as a whole number, or `fallback` when it is not one.
     static int ParseInt(const QString& text, int fallback);
+    // The newest non-zero value of one measurement in the body log, or 0.
+    static double LatestLogged(double DAOBodyLog::*field);
 
 protected:
     virtual QString TitleText() const = 0;

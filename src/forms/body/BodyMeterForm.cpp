@@ -85,13 +85,13 @@ void BodyMeterForm::OnInitializing() {
     const int footer = std::max(S(24), height() - y);
     legend_ = new TivLabel(this);
     legend_->Initialize();
-    legend_->setGeometry(S(kSlotX), y, width() / 2 - S(kSlotX), footer);
+    legend_->setGeometry(S(kSlotX), y, width() * 3 / 5 - S(kSlotX), footer);
     legend_->SetFontSize(S(22));
     legend_->SetTextColor(QColor(76, 217, 100));
     legend_->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     bmi_ = new TivLabel(this);
     bmi_->Initialize();
-    bmi_->setGeometry(width() / 2, y, width() / 2 - S(kSlotX), footer);
+    bmi_->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - S(kSlotX), footer);
     bmi_->SetFontSize(S(22));
     bmi_->SetHorizontalAlligment(TivLabel::ALIGN_RIGHT);
 

@@ -38,15 +38,6 @@ const Mode* ModeOf(int mode) {
 QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
-
-// The newest non-zero value of one measurement in the log, or 0.
-double LatestLogged(double DAOBodyLog::*field) {
-    const std::vector<DAOBodyLog> logs = PedometerDBManager::GetInstance().GetBodyLogs();
-    for (auto log = logs.rbegin(); log != logs.rend(); ++log) {
-        if ((*log).*field != 0.0) return (*log).*field;
-    }
-    return 0.0;
-}
 }  // namespace
 
 BodyParametersForm::BodyParametersForm(QWidget* parent) : BodyEntryForm(parent) {}

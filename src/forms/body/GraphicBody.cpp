@@ -52,12 +52,29 @@ void GraphicBody::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = TivUtils::GetScale();
     const QRectF area = PlotArea();
-    const double step = area.width() / double(series_.size() - 1);
-
+    // Years of daily entries are more points than pixels: each point then stands for the
+    // average of a run of days, which shows the trend instead of day-to-day noise. The
+    // newest point stays the newest value.
+    const int maxPoints = std::max(2, int(area.width() / (6.0 * scale)));
+    QVector<double> shown;
+    if (series_.size() <= maxPoints) {
+        shown = series_;
+    } else {
+        const int buckets = maxPoints - 1;
+        for (int b = 0; b < buckets; ++b) {
+            const qsizetype from = series_.size() * b / buckets;
+            const qsizetype to = std::max(from + 1, series_.size() * (b + 1) / buckets);
+            double sum = 0.0;
+            for (qsizetype i = from; i < to; ++i) sum += series_[i];
+            shown.append(sum / double(to - from));
+        }
+        shown.append(series_.last());
+    }
+    const double step = area.width() / double(shown.size() - 1);
     QVector<QPointF> points;
-    points.reserve(series_.size());
-    for (int i = 0; i < series_.size(); ++i)
-        points.append(QPointF(area.left() + i * step, ValueToY(series_[i])));
+    points.reserve(shown.size());
+    for (int i = 0; i < shown.size(); ++i)
+        points.append(QPointF(area.left() + i * step, ValueToY(shown[i])));
 
     // Quadratic curves through the midpoints: smooth, and never beyond the measured values.
     QPainterPath line(points.first());

@@ -1,5 +1,6 @@
 #include "ReportForm.h"
 
+#include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
 #include <cmath>
@@ -172,6 +173,23 @@ void ReportForm::BuildTable(int top) {
         return l;
     };
     const int valuesLeft = S(kLeft + kHeadWidth);
+    // One size for every value, the largest up to 30 at which the widest one fits its cell.
+    QStringList valueTexts;
+    for (int row = 0; row < 4; ++row) {
+        for (int column = 0; column < 4; ++column) {
+            const double value = table_.Value(row, column);
+            valueTexts << (row == BodyReportTable::WEIGHT ? GetWheightString(value)
+                                                          : GetSizeString(value));
+        }
+    }
+    int valueSize = S(30);
+    while (valueSize > 8) {
+        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, valueSize));
+        int widest = 0;
+        for (const QString& text : valueTexts) widest = std::max(widest, metrics.horizontalAdvance(text));
+        if (widest <= S(kColumnWidth - 8)) break;
+        --valueSize;
+    }
     for (int column = 0; column < 4; ++column) {
         const QRect head(valuesLeft + S(column * kColumnWidth), top, S(kColumnWidth),
                          S(kHeadHeight));
@@ -186,15 +204,15 @@ void ReportForm::BuildTable(int top) {
         label(head.adjusted(S(10), S(4), 0, -h / 2 + S(4)), Text(kRows[row].name), S(26),
               Qt::white, TivLabel::ALIGN_LEFT);
         label(head.adjusted(S(10), h / 2, 0, -S(4)),
-              row == BodyReportTable::WEIGHT ? GetWheightSystem() : GetSizeSystem(), S(20),
+              Text(row == BodyReportTable::WEIGHT ? (Imperial() ? "body__ (lb)" : "body__ (kg)")
+                                                  : (Imperial() ? "body__ (in)" : "body__ (cm)")),
+              S(20),
               QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
         AddTapArea(head, ID_ROW_HEAD + row);
         for (int column = 0; column < 4; ++column) {
             const QRect cell(valuesLeft + S(column * kColumnWidth), y, S(kColumnWidth), h);
-            const double value = table_.Value(row, column);
-            label(cell, row == BodyReportTable::WEIGHT ? GetWheightString(value)
-                                                       : GetSizeString(value),
-                  S(30), kValueColor, TivLabel::ALIGN_CENTER);
+            label(cell, valueTexts[row * 4 + column], valueSize, kValueColor,
+                  TivLabel::ALIGN_CENTER);
             AddTapArea(cell, ID_CELL + row * 4 + column);
         }
     }

@@ -39,8 +39,12 @@ QString WheightEnterForm::PromptText() const {
 }
 
 void WheightEnterForm::BuildRow() {
+    // The goal, or the newest weight logged, or the profile's.
     const double desired = DAOTarget::GetInstance().wheight;
-    double kg = mode_ == MODE_DESIRED && desired > 0.0 ? desired : Body::GetInstance().getWeight();
+    const double logged = LatestLogged(&DAOBodyLog::weight);
+    const double kg = mode_ == MODE_DESIRED && desired > 0.0 ? desired
+                      : logged > 0.0                         ? logged
+                                                             : Body::GetInstance().getWeight();
     if (Imperial()) {
         const int tenths = int(std::lround(Converter::KgToPnd(kg) * 10.0));
         AddField(3, QString::number(tenths / 10), 130);
