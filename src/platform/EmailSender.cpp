@@ -14,7 +14,7 @@ EmailSender::EmailSender(QObject* parent) : QObject(parent) {}
 
 EmailSender::~EmailSender() {
     // The mail program may outlive us; it is not ours to stop.
-    if (process_) {
+    if (process_ && process_->state() != QProcess::NotRunning) {
         process_->disconnect(this);
         process_->setParent(nullptr);
         QObject::connect(process_, &QProcess::finished, process_, &QObject::deleteLater);
@@ -52,7 +52,9 @@ bool EmailSender::SendWithXdgEmail(const EmailMessage& message) {
         return false;
     }
     process_ = process;
-    connect(process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
+    connect(process, &QProcess::finished, this,
+            [this, process](int exitCode, QProcess::ExitStatus status) {
+        process->deleteLater();
         // xdg-email's exit codes: 0 handed over, 3 no mail program, 4 the program failed.
         Finish(status == QProcess::NormalExit && exitCode == 0);
     });

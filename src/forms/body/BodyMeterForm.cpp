@@ -193,11 +193,11 @@ void BodyMeterForm::BuildSlot(int index, const std::vector<DAOBodyLog>& logs) {
                (imperial ? QStringLiteral("\"") : QLatin1Char(' ') + Text("body__ cm"));
     };
     const int inset = S(14);
-    slot.high = AddLabel(*button, QRect(inset, 0, w - 2 * inset, S(26)), S(22),
+    slot.high = AddLabel(*button, QRect(inset, 0, w - 2 * inset, S(26)), S(26),
                          withUnit(series.high), TivLabel::ALIGN_RIGHT);
-    slot.low = AddLabel(*button, QRect(inset, h - S(26), w - 2 * inset, S(26)), S(22),
+    slot.low = AddLabel(*button, QRect(inset, h - S(26), w - 2 * inset, S(26)), S(26),
                         withUnit(series.low), TivLabel::ALIGN_RIGHT);
-    slot.middle = AddLabel(*button, QRect(inset, (h - S(30)) / 2, w - 2 * inset, S(30)), S(28),
+    slot.middle = AddLabel(*button, QRect(inset, (h - S(30)) / 2, w - 2 * inset, S(30)), S(30),
                            Text(measurement.name) + QStringLiteral(": ") + withUnit(series.current),
                            TivLabel::ALIGN_LEFT);
     button->show();

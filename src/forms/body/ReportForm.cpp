@@ -71,6 +71,18 @@ QString Text(const char* key) {
 bool Imperial() {
     return PedometerOptions::GetInstance().measurementSystem;
 }
+// The largest font size up to `largest` at which every text fits `width`.
+int FittingSize(const QStringList& texts, int largest, int width) {
+    int size = largest;
+    for (; size > 8; --size) {
+        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
+        int widest = 0;
+        for (const QString& text : texts) widest = std::max(widest, metrics.horizontalAdvance(text));
+        if (widest <= width) break;
+    }
+    return size;
+}
+
 QString ProviderName(const QString& provider) {
     if (provider.isEmpty()) return provider;
     return provider.left(1).toUpper() + provider.mid(1);
@@ -173,7 +185,7 @@ void ReportForm::BuildTable(int top) {
         return l;
     };
     const int valuesLeft = S(kLeft + kHeadWidth);
-    // One size for every value, the largest up to 30 at which the widest one fits its cell.
+    // One size for every value, the largest up to 36 at which the widest one fits its cell.
     QStringList valueTexts;
     for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column) {
@@ -182,14 +194,10 @@ void ReportForm::BuildTable(int top) {
                                                           : GetSizeString(value));
         }
     }
-    int valueSize = S(30);
-    while (valueSize > 8) {
-        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, valueSize));
-        int widest = 0;
-        for (const QString& text : valueTexts) widest = std::max(widest, metrics.horizontalAdvance(text));
-        if (widest <= S(kColumnWidth - 8)) break;
-        --valueSize;
-    }
+    const int valueSize = FittingSize(valueTexts, S(36), S(kColumnWidth - 8));
+    QStringList names;
+    for (const RowText& row : kRows) names << Text(row.name);
+    const int nameSize = FittingSize(names, S(26), S(kHeadWidth - 14));
     for (int column = 0; column < 4; ++column) {
         const QRect head(valuesLeft + S(column * kColumnWidth), top, S(kColumnWidth),
                          S(kHeadHeight));
@@ -201,7 +209,7 @@ void ReportForm::BuildTable(int top) {
         const int y = top + S(kHeadHeight + row * kRowHeight);
         const int h = S(kRowHeight - kRowGap);
         const QRect head(S(kLeft), y, S(kHeadWidth), h);
-        label(head.adjusted(S(10), S(4), 0, -h / 2 + S(4)), Text(kRows[row].name), S(26),
+        label(head.adjusted(S(10), S(4), 0, -h / 2 + S(4)), names[row], nameSize,
               Qt::white, TivLabel::ALIGN_LEFT);
         label(head.adjusted(S(10), h / 2, 0, -S(4)),
               Text(row == BodyReportTable::WEIGHT ? (Imperial() ? "body__ (lb)" : "body__ (kg)")

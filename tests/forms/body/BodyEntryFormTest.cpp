@@ -8,7 +8,10 @@
 #include "BodyParametersForm.h"
 #include "BodyTestSupport.h"
 #include "Converter.h"
+#include "Clock.h"
 #include "PedometerOptions.h"
+#include "ScreenDirectory.h"
+#include "VirtualTime.h"
 #include "WheightEnterForm.h"
 
 namespace {
@@ -44,9 +47,11 @@ protected:
         form->Initialize();
         return Push(form);
     }
+    // Today's logged value; -99 when today has no row.
     static double TodayLog(double DAOBodyLog::*field) {
         const auto logs = PedometerDBManager::GetInstance().GetBodyLogs();
-        return logs.empty() ? -99.0 : logs.back().*field;
+        if (logs.empty() || logs.back().logDate.date() != Clock::Now().date()) return -99.0;
+        return logs.back().*field;
     }
     static DAOTarget StoredGoals() {
         DAOTarget goals;
@@ -77,8 +82,7 @@ TEST_F(BodyEntryFormTest, SavingStoresTheEnteredValueMetricWhereItBelongsAndClos
         {"desired chest", 0, 7, false, {"96", "0"}, [] { return StoredGoals().chest; }, 96.0},
         {"desired waist", 0, 8, false, {"79", "5"}, [] { return StoredGoals().waist; }, 79.5},
         {"desired hips", 0, 9, false, {"98", "0"}, [] { return StoredGoals().hips; }, 98.0},
-        {"mode 3 saves nothing", 0, 3, false, {"50", "0"}, [] { return TodayLog(&DAOBodyLog::chest); },
-         Converter::InchToCm(35.4)},
+        {"mode 3 saves nothing", 0, 3, false, {"50", "0"}, [] { return TodayLog(&DAOBodyLog::chest); }, -99},
         {"weight 72 and 5", 1, 3, false, {"72", "5"}, [] { return TodayLog(&DAOBodyLog::weight); }, 72.0051},
         {"weight 72 and 500", 1, 0, false, {"72", "500"}, [&] { return body.storedWeight(); }, 72.5001},
         {"weight in pounds", 1, 0, true, {"160", "5"}, [] { return TodayLog(&DAOBodyLog::weight); },
@@ -89,6 +93,8 @@ TEST_F(BodyEntryFormTest, SavingStoresTheEnteredValueMetricWhereItBelongsAndClos
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
+        // Each case on a day of its own, which has no log row yet.
+        VirtualTime::AdvanceTo(Clock::Now().addDays(1).toMSecsSinceEpoch());
         PedometerOptions::GetInstance().measurementSystem = c.imperial;
         BodyEntryForm* form = Open(c.kind, c.mode);
         Type(*form, c.typed);
@@ -97,9 +103,44 @@ TEST_F(BodyEntryFormTest, SavingStoresTheEnteredValueMetricWhereItBelongsAndClos
         EXPECT_EQ(navigation->GetTopForm(), root);
         QCoreApplication::processEvents();
     }
-    // The weight went into the profile too, and nothing else was logged today.
+    // The weight went into the profile too; only the measurements made log rows.
     EXPECT_NEAR(body.storedWeight(), Converter::PndToKg(160.5), 1e-9);
-    EXPECT_EQ(PedometerDBManager::GetInstance().GetBodyLogs().size(), 1u);
+    EXPECT_EQ(PedometerDBManager::GetInstance().GetBodyLogs().size(), 7u);
+}
+
+// Every name the other screens open leads to the right form and mode, which opens on
+// the value in use (or a typical one) in the user's units.
+TEST_F(BodyEntryFormTest, NamedScreensOpenTheirModeOnTheValueInUse) {
+    AddLog(3, 81.25, 0, 0, 0);
+    DAOTarget::GetInstance().hips = 99.0;
+    const struct {
+        const char* name;
+        int mode;
+        bool imperial;
+        QStringList shown;
+    } cases[] = {
+        {"body-chest", 0, false, {"95", "0"}},    {"body-chest", 0, true, {"37", "4"}},
+        {"body-waist", 1, false, {"85", "0"}},    {"body-hips", 2, false, {"100", "0"}},
+        {"body-step-walk", 4, false, {"71", "0"}}, {"body-step-jog", 5, false, {"106", "6"}},
+        {"body-step-run", 6, false, {"142", "1"}}, {"body-goal-chest", 7, false, {"95", "0"}},
+        {"body-goal-waist", 8, false, {"85", "0"}}, {"body-goal-hips", 9, true, {"39", "0"}},
+        {"body-weight", 0, false, {"81", "250"}}, {"body-weight", 0, true, {"179", "1"}},
+        {"body-goal-weight", 1000, false, {"81", "250"}}, {"age", -1, false, {"30"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.name) + (c.imperial ? " imperial" : ""));
+        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+        auto* form = qobject_cast<BodyEntryForm*>(
+            ScreenDirectory::Open(QString::fromLatin1(c.name), *navigation));
+        ASSERT_NE(form, nullptr);
+        if (auto* sizes = qobject_cast<BodyParametersForm*>(form)) EXPECT_EQ(sizes->GetMode(), c.mode);
+        if (auto* weight = qobject_cast<WheightEnterForm*>(form)) EXPECT_EQ(weight->GetMode(), c.mode);
+        QStringList shown;
+        for (const auto& field : form->GetFields()) shown << field->text();
+        EXPECT_EQ(shown, c.shown);
+        navigation->PopForm();
+        QCoreApplication::processEvents();
+    }
 }
 
 TEST_F(BodyEntryFormTest, FieldsAreCheckedWhenTheirEditingFinishes) {

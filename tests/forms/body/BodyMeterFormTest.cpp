@@ -35,6 +35,8 @@ TEST(BodyGraphSeriesTest, RangeCurrentAndPaddingFollowTheMeasurementsAndTheDesir
         {"desired 2.0 floors at 0.1", logs({60, 61}), 2.0, 2, 0.1, 61, 61},
         {"desired above", logs({90, 88}), 95, 2, 88, 98, 88},
         {"desired inside", logs({90, 88}), 89, 2, 88, 90, 88},
+        {"desired on the lowest", logs({90, 88}), 88, 2, 85, 90, 88},
+        {"desired 3.0 reaches 0", logs({60, 61}), 3.0, 2, 0.0, 61, 61},
         {"zero rows skipped", logs({0, 90, 0}), -1, 1, 30000, 0, 0},
     };
     for (const auto& c : cases) {

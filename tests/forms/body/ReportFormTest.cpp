@@ -3,6 +3,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QMenu>
+#include <QTest>
 #include <QTimer>
 
 #include "BodyCsvExport.h"
@@ -30,7 +31,8 @@ TEST(BodyReportTableTest, EachColumnTakesTheNewestNonZeroValueOnOrBeforeItsDay) 
         {"empty log", {}, {none, none, none, none}},
         {"only 10 days old", {log(10, 95)}, {95, 95, none, none}},
         {"exactly 7 days ago counts, 6 does not", {log(7, 97), log(6, 96)}, {96, 97, none, none}},
-        {"zeros skipped", {log(100, 99), log(31, 98), log(2, 0), log(0, 0)}, {98, 98, 98, 99}},
+        {"zeros skipped, 30 and 90 days ago count", {log(90, 99), log(30, 98), log(2, 0), log(0, 0)},
+         {98, 98, 98, 99}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -119,7 +121,9 @@ TEST_F(ReportFormTest, TapsBuildShareTextsFilledFromTheLastPlaceholderInTheUsers
     for (const auto& c : cases) {
         PedometerOptions::GetInstance().measurementSystem = c.imperial;
         ReportForm& form = Open();
-        form.OnActionPerformed(form, c.actionId);
+        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(c.actionId));
+        ASSERT_NE(area, nullptr);
+        QTest::mouseClick(area, Qt::LeftButton, {}, area->rect().center());
         EXPECT_EQ(form.GetShareText(), c.text) << c.actionId;
         ASSERT_NE(form.GetContextMenu(), nullptr);
         QStringList items;
@@ -178,6 +182,8 @@ TEST_F(ReportFormTest, ANetworkThatCannotBeReachedLeadsToTheSocialLogin) {
     EXPECT_EQ(form.GetOkTarget(), ReportForm::TARGET_SOCIAL_LOGIN);
     form.OnMySnsStatusTextUpdated(1, "twitter", true, {}, {});
     EXPECT_EQ(form.GetOkPopup()->GetText(), "Posted.");
+    form.OnMySnsStatusTextUpdated(1, "twitter", false, "429", "Too many posts");
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Too many posts");
     form.OnSnsLoggedInStatusReceived(2, "twitter", false, false, "401", "Token expired");
     EXPECT_EQ(form.GetOkPopup()->GetText(), "Token expired");
     form.OnActionPerformed(form, ReportForm::ID_POPUP_OK);
