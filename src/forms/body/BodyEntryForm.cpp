@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "AppResource.h"
+#include "CaptionButton.h"
 #include "PedometerDBManager.h"
 #include "SoundsManager.h"
 #include "TivButton.h"
@@ -63,23 +64,11 @@ void BodyEntryForm::OnInitializing() {
     BuildRow();
     PlaceRow();
 
-    auto* save = new TivButton(this);
-    save->setObjectName(QStringLiteral("save"));
-    save->Initialize(QRect((width() - S(200)) / 2, top + S(kSaveTop), S(200), S(72)));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-green.png"));
-    const auto pressed =
-        TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-green-pressed.png"));
-    save->SetNormalBitmap(normal.get());
-    save->SetPressedBitmap(pressed.get());
-    save->SetActionId(ID_SAVE);
-    save->AddActionEventDelegate(this);
-    auto* caption = new TivLabel(save);
-    caption->Initialize();
-    caption->setGeometry(0, 0, save->width(), save->height());
-    caption->SetFontSize(S(34));
-    caption->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
-    caption->SetText(AppResource::GetInstance().GetString(QStringLiteral("body__ Save")));
-    save->AddControl(*caption);
+    CaptionButton::Create(this, QStringLiteral("btn-green.png"),
+                          QPoint((width() - CaptionButton::Size().width()) / 2, top + S(kSaveTop)),
+                          ID_SAVE, this,
+                          AppResource::GetInstance().GetString(QStringLiteral("body__ Save")))
+        ->setObjectName(QStringLiteral("save"));
 }
 
 QLineEdit* BodyEntryForm::AddField(int maxLength, const QString& text, int width) {

@@ -7,6 +7,7 @@
 
 #include "AppResource.h"
 #include "BodyCsvExport.h"
+#include "CaptionButton.h"
 #include "Clock.h"
 #include "Converter.h"
 #include "EmailSender.h"
@@ -147,23 +148,10 @@ void ReportForm::OnInitializing() {
     hint->SetNeedOutline(false);
     hint->SetText(Text("body__ Tap any value, row or column to share it"));
 
-    auto* exportButton = new TivButton(this);
-    exportButton->setObjectName(QStringLiteral("export"));
-    exportButton->Initialize(QRect((width() - S(200)) / 2, below + S(76), S(200), S(72)));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-blue.png"));
-    const auto pressed =
-        TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-blue-pressed.png"));
-    exportButton->SetNormalBitmap(normal.get());
-    exportButton->SetPressedBitmap(pressed.get());
-    exportButton->SetActionId(ID_EXPORT);
-    exportButton->AddActionEventDelegate(this);
-    auto* caption = new TivLabel(exportButton);
-    caption->Initialize();
-    caption->setGeometry(0, 0, exportButton->width(), exportButton->height());
-    caption->SetFontSize(S(32));
-    caption->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
-    caption->SetText(Text("body__ Export"));
-    exportButton->AddControl(*caption);
+    CaptionButton::Create(this, QStringLiteral("btn-blue.png"),
+                          QPoint((width() - CaptionButton::Size().width()) / 2, below + S(76)),
+                          ID_EXPORT, this, Text("body__ Export"))
+        ->setObjectName(QStringLiteral("export"));
 
     popup_ = new ReportPopup(this);
     popup_->Initialize(ID_POPUP_CLOSE, Text("body__ OK"), this);

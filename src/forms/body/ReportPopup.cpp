@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "CaptionButton.h"
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
@@ -24,22 +25,8 @@ void ReportPopup::Initialize(int actionId, const QString& buttonText,
     text_ = new TivLabel(this);
     text_->Initialize();
     text_->SetFontSize(S(28));
-    button_ = new TivButton(this);
-    button_->Initialize(QRect(0, 0, S(200), S(72)));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-blue.png"));
-    const auto pressed =
-        TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-blue-pressed.png"));
-    button_->SetNormalBitmap(normal.get());
-    button_->SetPressedBitmap(pressed.get());
-    button_->SetActionId(actionId);
-    button_->AddActionEventDelegate(listener);
-    auto* caption = new TivLabel(button_);
-    caption->Initialize();
-    caption->setGeometry(0, 0, button_->width(), button_->height());
-    caption->SetFontSize(S(32));
-    caption->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
-    caption->SetText(buttonText);
-    button_->AddControl(*caption);
+    button_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
+                                    listener, buttonText);
 }
 
 QRect ReportPopup::Card() const {
