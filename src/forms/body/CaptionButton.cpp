@@ -1,0 +1,40 @@
+#include "CaptionButton.h"
+
+#include <cmath>
+
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+int S(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+}  // namespace
+
+QSize CaptionButton::Size() {
+    return QSize(S(200), S(72));
+}
+
+TivButton* CaptionButton::Create(QWidget* parent, const QString& picture, const QPoint& at,
+                                 int actionId, IActionEventListener* listener,
+                                 const QString& caption) {
+    auto* button = new TivButton(parent);
+    button->Initialize(QRect(at, Size()));
+    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
+    QString pressedName = picture;
+    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
+    button->SetNormalBitmap(normal.get());
+    button->SetPressedBitmap(pressed ? pressed.get() : normal.get());
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(listener);
+    auto* label = new TivLabel(button);
+    label->Initialize();
+    label->setGeometry(0, 0, button->width(), button->height());
+    label->SetFontSize(S(32));
+    label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    label->SetText(caption);
+    button->AddControl(*label);
+    return button;
+}

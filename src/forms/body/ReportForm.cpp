@@ -1,0 +1,497 @@
+#include "ReportForm.h"
+
+#include <QFontMetrics>
+#include <QMenu>
+#include <QPainter>
+#include <cmath>
+
+#include "AppResource.h"
+#include "BodyCsvExport.h"
+#include "CaptionButton.h"
+#include "Clock.h"
+#include "Converter.h"
+#include "EmailSender.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "ReportPopup.h"
+#include "ScreenDirectory.h"
+#include "SnsGateway.h"
+#include "SoundsManager.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivNavigationController.h"
+#include "TivUtils.h"
+
+namespace {
+// The 480-wide layout.
+constexpr int kLeft = 10;
+constexpr int kHeadWidth = 96;
+constexpr int kColumnWidth = 91;
+constexpr int kTop = 16;
+constexpr int kHeadHeight = 44;
+constexpr int kRowHeight = 74;
+constexpr int kRowGap = 6;
+const QColor kValueColor(252, 209, 75);
+
+// The application's own client credentials at each network.
+constexpr const char* kTwitterKey = "Zq7RtLm2WxP9sKd4VbN3c";
+constexpr const char* kTwitterSecret = "h4Jk8Lp2Qr6St0Uv3Wx7Yz1Ab5Cd9Ef2Gh6Ij0K";
+constexpr const char* kFacebookId = "987650123498765";
+constexpr const char* kFacebookSecret = "5f0c2e9a7b3d41c68e2a90fd17b4c3e6";
+
+struct RowText {
+    const char* name;
+    const char* current;
+    const char* change;  // "%1": 7, 30 or 90
+    const char* row;
+};
+const RowText kRows[4] = {
+    {"body__ Chest", "body__ My pedometer: Current chest size: %@%@",
+     "body__ My pedometer: Chest size change in last %1 days: %@%@",
+     "body__ My pedometer: Current chest size:%@%@; Changes: 7 days:%@, 30 days:%@, 90 days:%@"},
+    {"body__ Waist", "body__ My pedometer: Current waist size: %@%@",
+     "body__ My pedometer: Waist size change in last %1 days: %@%@",
+     "body__ My pedometer: Current waist size:%@%@; Changes: 7 days:%@, 30 days:%@, 90 days:%@"},
+    {"body__ Hips", "body__ My pedometer: Current hips size: %@%@",
+     "body__ My pedometer: Hips size change in last %1 days: %@%@",
+     "body__ My pedometer: Current hips size:%@%@; Changes: 7 days:%@, 30 days:%@, 90 days:%@"},
+    {"body__ Weight", "body__ My pedometer: Current weight: %@ %@",
+     "body__ My pedometer: Weight change in last %1 days: %@ %@",
+     "body__ My pedometer: Current weight:%@ %@; Changes: 7 days:%@, 30 days:%@, 90 days:%@"},
+};
+const char* const kColumnHeads[4] = {"body__ Now", "body__ 7days", "body__ 30days",
+                                     "body__ 90days"};
+const int kDays[4] = {0, 7, 30, 90};
+
+int S(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+bool Imperial() {
+    return PedometerOptions::GetInstance().measurementSystem;
+}
+// The largest font size up to `largest` at which every text fits `width`.
+int FittingSize(const QStringList& texts, int largest, int width) {
+    int size = largest;
+    for (; size > 8; --size) {
+        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
+        int widest = 0;
+        for (const QString& text : texts) widest = std::max(widest, metrics.horizontalAdvance(text));
+        if (widest <= width) break;
+    }
+    return size;
+}
+
+QString ProviderName(const QString& provider) {
+    if (provider.isEmpty()) return provider;
+    return provider.left(1).toUpper() + provider.mid(1);
+}
+}  // namespace
+
+ReportForm::ReportForm(QWidget* parent) : PedometerForm(parent) {}
+
+ReportForm::~ReportForm() {
+    SnsGateway::GetInstance().SetListener(nullptr);
+}
+
+bool ReportForm::Initialize() {
+    setObjectName(QStringLiteral("ReportForm"));
+    return true;
+}
+
+// --- Formatting -------------------------------------------------------------------
+
+void ReportForm::ExchangeOnLastEntrance(QString& text, const QString& value) {
+    const qsizetype at = text.lastIndexOf(QStringLiteral("%@"));
+    if (at >= 0) text.replace(at, 2, value);
+}
+
+QString ReportForm::GetSizeSystem() {
+    return Imperial() ? QStringLiteral("\"") : Text("body__ (cm)");
+}
+
+QString ReportForm::GetWheightSystem() {
+    return Text(Imperial() ? "body__ (lb)" : "body__ (kg)");
+}
+
+QString ReportForm::GetSizeString(double cm) {
+    if (cm == BodyReportTable::kNoValue) return QStringLiteral("-");
+    return Converter::GetLocalStringN(Imperial() ? Converter::CmToInch(cm) : cm, 1);
+}
+
+QString ReportForm::GetWheightString(double kg) {
+    if (kg == BodyReportTable::kNoValue) return QStringLiteral("-");
+    return Converter::GetLocalStringN(Imperial() ? Converter::KgToPnd(kg) : kg, 1);
+}
+
+// --- Building ---------------------------------------------------------------------
+
+void ReportForm::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    SetTitleText(Text("body__ Report"));
+    ShowBackButton();
+    table_ = BodyReportTable::FromLogs(PedometerDBManager::GetInstance().GetBodyLogs(),
+                                       Clock::Now().date());
+    SnsGateway::GetInstance().SetListener(this);
+
+    const int top = GetClientTop() + S(kTop);
+    BuildTable(top);
+    const int below = top + S(kHeadHeight + 4 * kRowHeight) + S(12);
+
+    auto* hint = new TivLabel(this);
+    hint->Initialize();
+    hint->setGeometry(S(20), below, width() - S(40), S(60));
+    hint->SetFontSize(S(22));
+    hint->SetTextColor(QColor(190, 198, 212));
+    hint->SetNeedOutline(false);
+    hint->SetText(Text("body__ Tap any value, row or column to share it"));
+
+    CaptionButton::Create(this, QStringLiteral("btn-blue.png"),
+                          QPoint((width() - CaptionButton::Size().width()) / 2, below + S(76)),
+                          ID_EXPORT, this, Text("body__ Export"))
+        ->setObjectName(QStringLiteral("export"));
+
+    popup_ = new ReportPopup(this);
+    popup_->Initialize(ID_POPUP_CLOSE, Text("body__ OK"), this);
+    okPopup_ = new ReportPopup(this);
+    okPopup_->Initialize(ID_POPUP_OK, Text("body__ OK"), this);
+}
+
+void ReportForm::BuildTable(int top) {
+    auto label = [this](const QRect& bounds, const QString& text, int size, const QColor& color,
+                        int alignment) {
+        auto* l = new TivLabel(this);
+        l->Initialize();
+        l->SetNeedOutline(color == Qt::white || color == kValueColor);  // grey captions stay flat
+        l->setGeometry(bounds);
+        l->SetFontSize(size);
+        l->SetTextColor(color);
+        l->SetHorizontalAlligment(alignment);
+        l->SetText(text);
+        return l;
+    };
+    const int valuesLeft = S(kLeft + kHeadWidth);
+    // One size for every value, the largest up to 36 at which the widest one fits its cell.
+    QStringList valueTexts;
+    for (int row = 0; row < 4; ++row) {
+        for (int column = 0; column < 4; ++column) {
+            const double value = table_.Value(row, column);
+            valueTexts << (row == BodyReportTable::WEIGHT ? GetWheightString(value)
+                                                          : GetSizeString(value));
+        }
+    }
+    const int valueSize = FittingSize(valueTexts, S(36), S(kColumnWidth - 8));
+    QStringList names;
+    for (const RowText& row : kRows) names << Text(row.name);
+    const int nameSize = FittingSize(names, S(26), S(kHeadWidth - 14));
+    for (int column = 0; column < 4; ++column) {
+        const QRect head(valuesLeft + S(column * kColumnWidth), top, S(kColumnWidth),
+                         S(kHeadHeight));
+        label(head, Text(kColumnHeads[column]), S(24), QColor(190, 198, 212),
+              TivLabel::ALIGN_CENTER);
+        AddTapArea(head, ID_COLUMN_HEAD + column);
+    }
+    for (int row = 0; row < 4; ++row) {
+        const int y = top + S(kHeadHeight + row * kRowHeight);
+        const int h = S(kRowHeight - kRowGap);
+        const QRect head(S(kLeft), y, S(kHeadWidth), h);
+        label(head.adjusted(S(10), S(4), 0, -h / 2 + S(4)), names[row], nameSize,
+              Qt::white, TivLabel::ALIGN_LEFT);
+        label(head.adjusted(S(10), h / 2, 0, -S(4)),
+              Text(row == BodyReportTable::WEIGHT ? (Imperial() ? "body__ (lb)" : "body__ (kg)")
+                                                  : (Imperial() ? "body__ (in)" : "body__ (cm)")),
+              S(20),
+              QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
+        AddTapArea(head, ID_ROW_HEAD + row);
+        for (int column = 0; column < 4; ++column) {
+            const QRect cell(valuesLeft + S(column * kColumnWidth), y, S(kColumnWidth), h);
+            label(cell, valueTexts[row * 4 + column], valueSize, kValueColor,
+                  TivLabel::ALIGN_CENTER);
+            AddTapArea(cell, ID_CELL + row * 4 + column);
+        }
+    }
+}
+
+void ReportForm::AddTapArea(const QRect& bounds, int actionId) {
+    auto* area = new TivButton(this);
+    area->Initialize(bounds);
+    area->setObjectName(QStringLiteral("tap%1").arg(actionId));
+    const auto transparent =
+        TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("transparent.png"));
+    area->SetNormalBitmap(transparent.get());
+    area->SetActionId(actionId);
+    area->AddActionEventDelegate(this);
+}
+
+bool ReportForm::OnDraw(QPainter& painter) {
+    PedometerForm::OnDraw(painter);
+    // Row bands behind the table.
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const int top = GetClientTop() + S(kTop) + S(kHeadHeight);
+    for (int row = 0; row < 4; ++row) {
+        painter.setBrush(QColor(10, 15, 26, row % 2 == 0 ? 190 : 140));
+        painter.drawRoundedRect(QRectF(S(kLeft), top + S(row * kRowHeight),
+                                       width() - 2 * S(kLeft), S(kRowHeight - kRowGap)),
+                                S(10), S(10));
+    }
+    return true;
+}
+
+// --- Taps -------------------------------------------------------------------------
+
+QString ReportForm::ShareTextFor(int actionId) const {
+    auto value = [this](int row, int column) {
+        const double v = table_.Value(row, column);
+        return row == BodyReportTable::WEIGHT ? GetWheightString(v) : GetSizeString(v);
+    };
+    auto unit = [](int row) {
+        return row == BodyReportTable::WEIGHT ? GetWheightSystem() : GetSizeSystem();
+    };
+    QString text;
+    QStringList values;  // in order of appearance
+    if (actionId >= ID_CELL && actionId < ID_CELL + 16) {
+        const int row = (actionId - ID_CELL) / 4;
+        const int column = (actionId - ID_CELL) % 4;
+        text = column == 0 ? Text(kRows[row].current)
+                           : AppResource::GetInstance().GetString(
+                                 QString::fromUtf8(kRows[row].change)
+                                     .replace(QStringLiteral("%1"), QString::number(kDays[column])));
+        values = {value(row, column), unit(row)};
+    } else if (actionId >= ID_ROW_HEAD && actionId < ID_ROW_HEAD + 4) {
+        const int row = actionId - ID_ROW_HEAD;
+        text = Text(kRows[row].row);
+        values = {value(row, 0), unit(row), value(row, 1), value(row, 2), value(row, 3)};
+    } else if (actionId >= ID_COLUMN_HEAD && actionId < ID_COLUMN_HEAD + 4) {
+        const int column = actionId - ID_COLUMN_HEAD;
+        text = column == 0
+                   ? Text("body__ My pedometer: Current body shape: Chest:%@%@; Waist:%@%@; "
+                          "Hips:%@%@; Weight:%@ %@")
+                   : AppResource::GetInstance().GetString(
+                         QStringLiteral("body__ My pedometer: Last %1 days body shape changes: "
+                                        "Chest:%@%@; Waist:%@%@; Hips:%@%@; Weight:%@ %@")
+                             .replace(QStringLiteral("%1"), QString::number(kDays[column])));
+        for (int row = 0; row < 4; ++row) values << value(row, column) << unit(row);
+    }
+    // Filled from the last placeholder to the first.
+    for (qsizetype i = values.size() - 1; i >= 0; --i) ExchangeOnLastEntrance(text, values[i]);
+    return text;
+}
+
+void ReportForm::Share(int actionId, const QWidget& source) {
+    SoundsManager::GetInstance().ClickSound();
+    shareText_ = ShareTextFor(actionId);
+    ShowContextMenu(source.mapTo(this, source.rect().center()));
+}
+
+QStringList ReportForm::MoreProviders() const {
+    QStringList more = SnsGateway::GetInstance().Providers();
+    more.removeAll(QStringLiteral("twitter"));
+    more.removeAll(QStringLiteral("facebook"));
+    return more;
+}
+
+void ReportForm::ShowContextMenu(const QPoint& at) {
+    if (contextMenu_) contextMenu_->deleteLater();
+    contextMenu_ = new QMenu(this);
+    contextMenu_->setObjectName(QStringLiteral("shareMenu"));
+    contextMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, S(30)));
+    contextMenu_->setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
+                                               " border: 1px solid #3A4458; padding: %1px 0; }"
+                                               "QMenu::item { padding: %2px %3px; }"
+                                               "QMenu::item:selected { background: #0C9FF9; }")
+                                    .arg(S(6))
+                                    .arg(S(16))
+                                    .arg(S(28)));
+    QList<QPair<QString, int>> items = {{Text("history__ On Twitter"), ID_TWITTER},
+                                        {Text("more__ To Email"), ID_EMAIL}};
+    const QStringList more = MoreProviders();
+    for (int i = 0; i < more.size(); ++i) {
+        items.append({Text("body__ On %@").replace(QStringLiteral("%@"), ProviderName(more[i])),
+                      ID_MORE_PROVIDERS + i});
+    }
+    for (const auto& [text, id] : items) {
+        QAction* item = contextMenu_->addAction(text);
+        item->setData(id);
+        const int actionId = id;
+        QMenu* menu = contextMenu_;
+        connect(item, &QAction::triggered, this,
+                [this, menu, actionId] { OnActionPerformed(*menu, actionId); });
+    }
+    contextMenu_->popup(mapToGlobal(at));
+}
+
+void ReportForm::ShowPopupWithText(const QString& text) {
+    popup_->Show(text);
+}
+
+void ReportForm::ShowPopupOkWithText(const QString& text, int target) {
+    okTarget_ = target;
+    okPopup_->Show(text);
+}
+
+void ReportForm::OnActionPerformed(const QWidget& source, int actionId) {
+    if ((actionId >= ID_CELL && actionId < ID_CELL + 16) ||
+        (actionId >= ID_ROW_HEAD && actionId < ID_ROW_HEAD + 4) ||
+        (actionId >= ID_COLUMN_HEAD && actionId < ID_COLUMN_HEAD + 4)) {
+        Share(actionId, source);
+        return;
+    }
+    if (actionId >= ID_FACEBOOK && actionId < ID_MORE_PROVIDERS + 16) {
+        if (contextMenu_) contextMenu_->hide();
+        SoundsManager::GetInstance().ClickSound();
+        popup_->hide();
+        if (actionId == ID_EMAIL) {
+            SendEmail();
+        } else if (actionId == ID_TWITTER || actionId == ID_FACEBOOK) {
+            PostTo(actionId == ID_TWITTER ? QStringLiteral("twitter") : QStringLiteral("facebook"));
+        } else {
+            const QStringList more = MoreProviders();
+            const int index = actionId - ID_MORE_PROVIDERS;
+            if (index < more.size()) PostTo(more[index]);
+        }
+        return;
+    }
+    switch (actionId) {
+        case ID_EXPORT:
+            SoundsManager::GetInstance().ClickSound();
+            Export();
+            return;
+        case ID_POPUP_CLOSE:
+        case ID_OTHER_POPUP:
+            SoundsManager::GetInstance().ClickSound();
+            popup_->hide();
+            return;
+        case ID_POPUP_OK: {
+            SoundsManager::GetInstance().ClickSound();
+            okPopup_->hide();
+            const int target = okTarget_;
+            okTarget_ = TARGET_NONE;
+            if (target == TARGET_SOCIAL_SETTINGS) OpenScreen(QStringLiteral("settings-accounts"));
+            if (target == TARGET_SOCIAL_LOGIN) OpenScreen(QStringLiteral("settings-social-login"));
+            return;
+        }
+        default:
+            PedometerForm::OnActionPerformed(source, actionId);
+    }
+}
+
+void ReportForm::OpenScreen(const QString& name) {
+    TivNavigationController* navigation = getNavigationController();
+    if (navigation == nullptr) return;
+    QString error;
+    if (ScreenDirectory::Open(name, *navigation, ScreenRequest{}, &error) == nullptr)
+        qWarning("%s", qPrintable(error));
+}
+
+// --- E-mail -------------------------------------------------------------------------
+
+bool ReportForm::StartEmail(const QString& to, const QString& subject, const QString& body,
+                            const QString& attachment) {
+    email_ = new EmailSender(this);
+    if (email_->Send({to, subject, body, attachment},
+                     [this](bool sent) { OnEmailMessageSent(sent); })) {
+        return true;
+    }
+    delete email_;
+    ShowPopupWithText(Text("MESSAGE_CHECK_EMAIL"));
+    return false;
+}
+
+void ReportForm::SendEmail() {
+    const auto social = PedometerDBManager::GetInstance().GetDAOSocialN();
+    if (social->share.trimmed().isEmpty()) {
+        ShowPopupOkWithText(Text("MESSAGE_SHARE_EMAIL"), TARGET_SOCIAL_SETTINGS);
+        return;
+    }
+    if (IsSending()) return;
+    StartEmail(social->share.trimmed(), Text("main__ Message from my pedometer"), shareText_,
+               QString());
+}
+
+void ReportForm::Export() {
+    const auto social = PedometerDBManager::GetInstance().GetDAOSocialN();
+    if (social->export_.trimmed().isEmpty()) {
+        ShowPopupOkWithText(Text("MESSAGE_EXPORT_EMAIL"), TARGET_SOCIAL_SETTINGS);
+        return;
+    }
+    if (IsSending()) return;
+    const QString path = BodyCsvExport::DefaultPath();
+    QString error;
+    // The mail goes out even so: the user sees the missing attachment in the mail program.
+    if (!BodyCsvExport::Export(path, &error)) qWarning("ReportForm: %s", qPrintable(error));
+    StartEmail(social->export_.trimmed(), Text("body__ Exported data from my pedometer"),
+               Text("body__ Attached files "), path);
+}
+
+void ReportForm::OnEmailMessageSent(bool sent) {
+    if (email_) email_->deleteLater();
+    email_ = nullptr;
+    ShowPopupOkWithText(Text(sent ? "MESSAGE_MESSAGE_SENT" : "MESSAGE_ERROR_SENDING"));
+}
+
+// --- Social networks -------------------------------------------------------------
+
+void ReportForm::PostTo(const QString& provider) {
+    if (SnsGateway::GetInstance().IsLoggedIn(provider) < 0) Authenticate(provider);
+}
+
+void ReportForm::Authenticate(const QString& provider) {
+    QString key;
+    QString secret;
+    if (provider == QLatin1String("twitter")) {
+        key = QString::fromLatin1(kTwitterKey);
+        secret = QString::fromLatin1(kTwitterSecret);
+    } else if (provider == QLatin1String("facebook")) {
+        key = QString::fromLatin1(kFacebookId);
+        secret = QString::fromLatin1(kFacebookSecret);
+    }
+    if (!SnsGateway::GetInstance().Authenticate(provider, key, secret)) {
+        ShowPopupOkWithText(
+            Text("body__ %@ cannot be reached now. Check your social accounts in the settings.")
+                .replace(QStringLiteral("%@"), ProviderName(provider)),
+            TARGET_SOCIAL_LOGIN);
+    }
+}
+
+void ReportForm::OnSnsLoggedInStatusReceived(int, const QString& provider, bool isLoggedIn,
+                                             bool ok, const QString&,
+                                             const QString& errorMessage) {
+    if (!errorMessage.isEmpty() || !ok) {
+        ShowPopupOkWithText(errorMessage.isEmpty() ? Text("MESSAGE_ERROR_SENDING") : errorMessage);
+    } else if (!isLoggedIn) {
+        Authenticate(provider);
+    } else if (SnsGateway::GetInstance().UpdateMyStatusText(provider, shareText_) < 0) {
+        ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+    }
+}
+
+void ReportForm::OnSnsAuthenticated(const QString& provider, const SnsAuthResult& result,
+                                    const QString& errorMessage) {
+    // OAuth 1.0a (Twitter) tokens come with a secret; OAuth 2 tokens stand alone.
+    const bool complete = !result.tokenKey.isEmpty() &&
+                          (provider != QLatin1String("twitter") || !result.tokenSecret.isEmpty());
+    if (complete) {
+        SnsGateway& gateway = SnsGateway::GetInstance();
+        gateway.AddAuthResult(provider, result);
+        if (gateway.IsLoggedIn(provider) < 0) ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+    } else if (!errorMessage.isEmpty()) {
+        ShowPopupOkWithText(errorMessage);
+    }
+}
+
+void ReportForm::OnMySnsStatusTextUpdated(int, const QString&, bool ok, const QString&,
+                                          const QString& errorMessage) {
+    if (ok)
+        ShowPopupOkWithText(Text("MESSAGE_POSTED"));
+    else
+        ShowPopupOkWithText(errorMessage.isEmpty() ? Text("MESSAGE_ERROR_SENDING") : errorMessage);
+}
+
+PEDOMETER_SCREEN("report", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* form = new ReportForm;
+    form->Initialize();
+    return form;
+});

@@ -1,0 +1,68 @@
+#include "ReportPopup.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "CaptionButton.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivUtils.h"
+
+namespace {
+int S(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+}  // namespace
+
+ReportPopup::ReportPopup(QWidget* parent) : QWidget(parent) {
+    hide();
+}
+
+void ReportPopup::Initialize(int actionId, const QString& buttonText,
+                             IActionEventListener* listener) {
+    if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
+    text_ = new TivLabel(this);
+    text_->Initialize();
+    text_->SetFontSize(S(28));
+    button_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
+                                    listener, buttonText);
+}
+
+QRect ReportPopup::Card() const {
+    const int w = width() - S(60);
+    const int h = S(300);
+    return QRect((width() - w) / 2, (height() - h) / 2, w, h);
+}
+
+void ReportPopup::Show(const QString& text) {
+    if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
+    const QRect card = Card();
+    text_->setGeometry(card.adjusted(S(20), S(20), -S(20), -S(110)));
+    text_->SetText(text);
+    button_->move(card.center().x() - button_->width() / 2, card.bottom() - S(90));
+    raise();
+    show();
+    update();
+}
+
+QString ReportPopup::GetText() const {
+    return text_ != nullptr ? text_->GetText() : QString();
+}
+
+int ReportPopup::GetActionId() const {
+    return button_ != nullptr ? button_->GetActionId() : 0;
+}
+
+void ReportPopup::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), QColor(0, 0, 0, 150));
+    painter.setPen(QPen(QColor(58, 68, 88), 1));
+    painter.setBrush(QColor(22, 34, 56));
+    painter.drawRoundedRect(QRectF(Card()).adjusted(0.5, 0.5, -0.5, -0.5), S(16), S(16));
+}
+
+void ReportPopup::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+
+#include "DelegatePointer.h"
+#include "IActionEventListener.h"
+
+class TivButton;
+class TivLabel;
+
+// A message over the whole screen: a dimmed backdrop, a card with the text and one
+// button, which reports its action id to the listener (the screen hides the popup).
+// Taps on the backdrop are swallowed. GUI thread only.
+class ReportPopup : public QWidget {
+    Q_OBJECT
+public:
+    explicit ReportPopup(QWidget* parent = nullptr);
+    // Covers the parent; hidden until Show. The listener is not owned.
+    void Initialize(int actionId, const QString& buttonText, IActionEventListener* listener);
+    // Sets the text, covers the parent and raises itself.
+    void Show(const QString& text);
+    QString GetText() const;
+    int GetActionId() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    QRect Card() const;
+
+    TivLabel* text_ = nullptr;
+    TivButton* button_ = nullptr;
+};

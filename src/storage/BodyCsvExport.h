@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "DAOBodyLog.h"
+
+// The whole body log as a CSV file for a spreadsheet: "export.csv" in the data folder,
+// which the report screen attaches to an e-mail and `pedometer-cli export-body` writes.
+//
+// The layout is transposed, one column per day, newest day first: a first row of dates
+// (the locale's short date format) after an empty corner cell, then one row each for
+// chest, waist, hips and weight headed by its localised name. Every cell is followed by
+// ";", the last row included, and there is no line break after the last row. Values are
+// plain shortest round-trip numbers ("72.5", "0" for a day without that measurement),
+// converted to inches and pounds when `imperial` is set.
+//
+// Any thread; Export reads the databases through PedometerDBManager.
+class BodyCsvExport {
+public:
+    // The text for `logs`, given oldest first as PedometerDBManager::GetBodyLogs returns them.
+    static QString Text(const std::vector<DAOBodyLog>& logs, bool imperial);
+
+    // Replaces `path` with `text` as UTF-8; the old file stays untouched when writing
+    // fails. Returns false with the reason in `error`.
+    static bool Write(const QString& path, const QString& text, QString* error = nullptr);
+
+    // Writes every stored body log, in the units of the settings record, to `path`.
+    static bool Export(const QString& path, QString* error = nullptr);
+
+    // "export.csv" in the data folder.
+    static QString DefaultPath();
+};

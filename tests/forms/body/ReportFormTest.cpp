@@ -1,0 +1,193 @@
+#include "ReportForm.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
+#include "BodyCsvExport.h"
+#include "BodyTestSupport.h"
+#include "PedometerOptions.h"
+#include "ReportPopup.h"
+#include "TestData.h"
+
+namespace {
+
+TEST(BodyReportTableTest, EachColumnTakesTheNewestNonZeroValueOnOrBeforeItsDay) {
+    const QDate today(2026, 6, 15);
+    auto log = [&](int daysAgo, double chest) {
+        DAOBodyLog row;
+        row.logDate = today.addDays(-daysAgo).startOfDay();
+        row.chest = chest;
+        return row;
+    };
+    const double none = BodyReportTable::kNoValue;
+    const struct {
+        const char* name;
+        std::vector<DAOBodyLog> logs;  // oldest first
+        std::array<double, 4> chest;   // now, 7, 30, 90
+    } cases[] = {
+        {"empty log", {}, {none, none, none, none}},
+        {"only 10 days old", {log(10, 95)}, {95, 95, none, none}},
+        {"exactly 7 days ago counts, 6 does not", {log(7, 97), log(6, 96)}, {96, 97, none, none}},
+        {"zeros skipped, 30 and 90 days ago count", {log(90, 99), log(30, 98), log(2, 0), log(0, 0)},
+         {98, 98, 98, 99}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto table = BodyReportTable::FromLogs(c.logs, today);
+        for (int column = 0; column < 4; ++column) EXPECT_EQ(table.Value(0, column), c.chest[column]);
+        EXPECT_EQ(table.Value(BodyReportTable::WEIGHT, 0), none);
+    }
+}
+
+TEST(ReportFormText, ExchangeOnLastEntranceReplacesOnlyTheLastPlaceholder) {
+    const struct {
+        QString text, value, result;
+    } cases[] = {{"a%@b%@c", "X", "a%@bXc"}, {"a%@", "X", "aX"}, {"abc", "X", "abc"}, {"%@%@", "", "%@"}};
+    for (const auto& c : cases) {
+        QString text = c.text;
+        ReportForm::ExchangeOnLastEntrance(text, c.value);
+        EXPECT_EQ(text, c.result) << c.text.toStdString();
+    }
+}
+
+// A fake xdg-email first on PATH records its arguments, NUL-terminated, in args.txt.
+class ReportFormTest : public BodyScreenTest {
+protected:
+    void SetUp() override {
+        BodyScreenTest::SetUp();
+        ASSERT_TRUE(testdata::WriteFile(
+            Fake(), "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\0' \"$a\"; done > \"$(dirname "
+                    "\"$0\")/args.txt\"\n"));
+        QFile::setPermissions(Fake(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        oldPath_ = qgetenv("PATH");
+        qputenv("PATH", bin_->path().toUtf8() + ':' + oldPath_);
+    }
+    void TearDown() override {
+        qputenv("PATH", oldPath_);
+        BodyScreenTest::TearDown();
+    }
+    QString Fake() const { return bin_->path() + QStringLiteral("/xdg-email"); }
+    QStringList MailArguments() const {
+        QFile file(bin_->path() + QStringLiteral("/args.txt"));
+        if (!file.open(QIODevice::ReadOnly)) return {};
+        return QString::fromUtf8(file.readAll()).split(QChar(0), Qt::SkipEmptyParts);
+    }
+    ReportForm& Open() {
+        auto* form = new ReportForm;
+        form->Initialize();
+        return *Push(form);
+    }
+    static void SetAddresses(const QString& share, const QString& exportTo) {
+        DAOSocial social;
+        social.share = share;
+        social.export_ = exportTo;
+        PedometerDBManager::GetInstance().SetSocial(social);
+    }
+    static void WaitUntilSent(ReportForm& form) {
+        QEventLoop loop;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (!form.IsSending()) loop.quit();
+        });
+        poll.start(10);
+        QTimer::singleShot(10000, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+    std::unique_ptr<QTemporaryDir> bin_ = testdata::MakeTempDir();
+    QByteArray oldPath_;
+};
+
+TEST_F(ReportFormTest, TapsBuildShareTextsFilledFromTheLastPlaceholderInTheUsersUnits) {
+    AddLog(40, 80, 100, 90, 0);
+    AddLog(7, 0, 95, 0, 0);
+    AddLog(0, 72.5, 94, 0, 0);
+    const struct {
+        bool imperial;
+        int actionId;
+        QString text;
+    } cases[] = {
+        {false, ReportForm::ID_CELL, "My pedometer: current chest size: 94.0(cm)"},
+        {false, ReportForm::ID_CELL + 2, "My pedometer: chest size change in the last 30 days: 100.0(cm)"},
+        {false, ReportForm::ID_CELL + 4 * 2, "My pedometer: current hips size: -(cm)"},
+        {false, ReportForm::ID_CELL + 4 * 3 + 1, "My pedometer: weight change in the last 7 days: 80.0 (kg)"},
+        {false, ReportForm::ID_ROW_HEAD, "My pedometer: current chest size: 94.0(cm); changes: 7 days: 95.0, 30 days: 100.0, 90 days: -"},
+        {false, ReportForm::ID_COLUMN_HEAD + 3, "My pedometer: body shape changes in the last 90 days: chest -(cm), waist -(cm), hips -(cm), weight - (kg)"},
+        {true, ReportForm::ID_COLUMN_HEAD, "My pedometer: current body shape: chest 37.0\", waist 35.4\", hips -\", weight 159.8 (lb)"},
+    };
+    for (const auto& c : cases) {
+        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+        ReportForm& form = Open();
+        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(c.actionId));
+        ASSERT_NE(area, nullptr);
+        QTest::mouseClick(area, Qt::LeftButton, {}, area->rect().center());
+        EXPECT_EQ(form.GetShareText(), c.text) << c.actionId;
+        ASSERT_NE(form.GetContextMenu(), nullptr);
+        QStringList items;
+        for (QAction* item : form.GetContextMenu()->actions()) items << item->text();
+        EXPECT_EQ(items, (QStringList{"On Twitter", "By e-mail"}));
+        form.GetContextMenu()->hide();
+        navigation->PopForm();
+    }
+}
+
+TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings) {
+    ReportForm& form = Open();
+    form.OnActionPerformed(form, ReportForm::ID_CELL);
+    form.OnActionPerformed(form, ReportForm::ID_EMAIL);
+    EXPECT_TRUE(form.GetOkPopup()->isVisible());
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Please enter the e-mail address to share with in the social settings first.");
+    EXPECT_EQ(form.GetOkTarget(), ReportForm::TARGET_SOCIAL_SETTINGS);
+    form.OnActionPerformed(form, ReportForm::ID_EXPORT);
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Please enter the e-mail address for exports in the social settings first.");
+    EXPECT_FALSE(form.IsSending());
+
+    SetAddresses("share@example.org", "export@example.org");
+    form.OnActionPerformed(form, ReportForm::ID_EMAIL);
+    EXPECT_TRUE(form.IsSending());
+    form.OnActionPerformed(form, ReportForm::ID_EXPORT);  // ignored while sending
+    WaitUntilSent(form);
+    EXPECT_EQ(MailArguments(), (QStringList{"--subject", "Message from my pedometer", "--body",
+                                            "My pedometer: current chest size: -(cm)",
+                                            "share@example.org"}));
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Message sent.");
+    EXPECT_EQ(form.GetOkTarget(), ReportForm::TARGET_NONE);
+
+    form.OnActionPerformed(form, ReportForm::ID_EXPORT);
+    WaitUntilSent(form);
+    EXPECT_EQ(MailArguments(),
+              (QStringList{"--subject", "Exported data from my pedometer", "--body",
+                           "The exported data is attached as a CSV file.", "--attach",
+                           BodyCsvExport::DefaultPath(), "export@example.org"}));
+    QFile csv(BodyCsvExport::DefaultPath());
+    ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
+    EXPECT_EQ(csv.readAll(), ";\nChest;\nWaist;\nHips;\nWeight;");
+
+    // No mail program at all.
+    qputenv("PATH", bin_->path().toUtf8() + "/nowhere");
+    form.OnActionPerformed(form, ReportForm::ID_EMAIL);
+    EXPECT_FALSE(form.IsSending());
+    EXPECT_EQ(form.GetPopup()->GetText(), "The e-mail could not be sent. Please check your e-mail settings.");
+}
+
+TEST_F(ReportFormTest, ANetworkThatCannotBeReachedLeadsToTheSocialLogin) {
+    ReportForm& form = Open();
+    form.OnActionPerformed(form, ReportForm::ID_CELL + 1);
+    form.OnActionPerformed(form, ReportForm::ID_TWITTER);
+    EXPECT_TRUE(form.GetOkPopup()->isVisible());
+    EXPECT_TRUE(form.GetOkPopup()->GetText().startsWith("Twitter cannot be reached"));
+    EXPECT_EQ(form.GetOkTarget(), ReportForm::TARGET_SOCIAL_LOGIN);
+    form.OnMySnsStatusTextUpdated(1, "twitter", true, {}, {});
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Posted.");
+    form.OnMySnsStatusTextUpdated(1, "twitter", false, "429", "Too many posts");
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Too many posts");
+    form.OnSnsLoggedInStatusReceived(2, "twitter", false, false, "401", "Token expired");
+    EXPECT_EQ(form.GetOkPopup()->GetText(), "Token expired");
+    form.OnActionPerformed(form, ReportForm::ID_POPUP_OK);
+    EXPECT_FALSE(form.GetOkPopup()->isVisible());
+}
+
+}  // namespace
