@@ -124,6 +124,12 @@ TEST(SnsGatewayTest, EveryProviderSignsInKeepsTheTokenPrivateAndPosts) {
         g.SignOut(p.name);
         g.IsLoggedIn(p.name);
         EXPECT_EQ(world.Next(), "status 0 1 ");
+        // Signing in again reuses the application's registration with the instance.
+        ASSERT_TRUE(g.Authenticate(p.name, {}, {}));
+        EXPECT_EQ(world.Next(), "auth 1 ");
+        EXPECT_EQ(std::count_if(world.server.seen.begin(), world.server.seen.end(),
+                                [](const auto& r) { return r.path == "/api/v1/apps"; }),
+                  p.name == "mastodon" ? 1 : 0);
         qInstallMessageHandler(previous);
         EXPECT_FALSE(logged.join('\n').contains(p.accessToken)) << logged.join('\n').toStdString();
     }
