@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QRegularExpression>
 
 #include "AppPaths.h"
 #include "FakeSnsServer.h"
@@ -46,15 +47,19 @@ bool WaitFor(const std::function<bool()>& done, int ms = 10000) {
 struct Provider {
     QString name;
     QByteArray authorize, token, verify, post, tokenReply, accessToken;
+    QByteArray client;  // how the application names itself while signing in (a pattern)
 };
 
 const Provider kProviders[] = {
     {"twitter", "/oauth/authorize", "/oauth/access_token", "/2/users/me", "/2/tweets",
-     "oauth_token=TOKEN-T&oauth_token_secret=SECRET-T", "TOKEN-T"},
+     "oauth_token=TOKEN-T&oauth_token_secret=SECRET-T", "TOKEN-T",
+     R"(oauth_consumer_key="Zq7RtLm2WxP9sKd4VbN3c")"},
     {"facebook", "/v19.0/dialog/oauth", "/v19.0/oauth/access_token", "/v19.0/me", "/v19.0/me/feed",
-     R"({"access_token":"TOKEN-F","token_type":"bearer"})", "TOKEN-F"},
+     R"({"access_token":"TOKEN-F","token_type":"bearer"})", "TOKEN-F",
+     "client_id=987650123498765"},
     {"mastodon", "/oauth/authorize", "/oauth/token", "/api/v1/accounts/verify_credentials",
-     "/api/v1/statuses", R"({"access_token":"TOKEN-M","token_type":"Bearer"})", "TOKEN-M"},
+     "/api/v1/statuses", R"({"access_token":"TOKEN-M","token_type":"Bearer"})", "TOKEN-M",
+     "client_id=cid&.*scope=read:accounts%20write:statuses"},
 };
 
 // A fresh profile, a provider played on 127.0.0.1 and a browser that approves at once.
@@ -111,6 +116,14 @@ TEST(SnsGatewayTest, EveryProviderSignsInKeepsTheTokenPrivateAndPosts) {
         EXPECT_EQ(world.Next(), "status 1 1 ");
         g.UpdateMyStatusText(p.name, "Walked 5 km & 3 laps");
         EXPECT_EQ(world.Next(), "posted 1 ");
+        const auto saw = [&](const QByteArray& path, const QByteArray& pattern) {
+            const QRegularExpression expression(QString::fromLatin1(pattern));
+            return std::any_of(world.server.seen.begin(), world.server.seen.end(), [&](const auto& r) {
+                return (path.isEmpty() || r.path == path) && QString::fromLatin1(r.headers).contains(expression);
+            });
+        };
+        EXPECT_TRUE(saw({}, p.client));
+        EXPECT_TRUE(saw(p.verify, p.accessToken));
         const FakeSnsServer::Request post = world.server.seen.last();
         EXPECT_EQ(post.path, p.post);
         EXPECT_TRUE(post.body.contains("Walked 5 km") || post.body.contains("Walked%205%20km%20%26%203"));
