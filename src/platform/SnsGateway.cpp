@@ -16,14 +16,18 @@ const QString kTwitter = QStringLiteral("twitter");
 const QString kFacebook = QStringLiteral("facebook");
 const QString kMastodon = QStringLiteral("mastodon");
 
-QString TokenText(const SnsAuthResult& token) {
+// A token is kept with the server it was issued by (the Mastodon instance), so that it
+// is never shown to another server after the user moved to another instance.
+QString TokenText(const SnsAuthResult& token, const QString& server) {
     return QString::fromUtf8(QJsonDocument(QJsonObject{{QStringLiteral("token"), token.tokenKey},
-                                                       {QStringLiteral("secret"), token.tokenSecret}})
+                                                       {QStringLiteral("secret"), token.tokenSecret},
+                                                       {QStringLiteral("server"), server}})
                                  .toJson(QJsonDocument::Compact));
 }
 
-SnsAuthResult TokenFromText(const QString& text) {
+SnsAuthResult TokenFromText(const QString& text, const QString& server) {
     const QJsonObject json = QJsonDocument::fromJson(text.toUtf8()).object();
+    if (json.value(QStringLiteral("server")).toString() != server) return {};
     return {json.value(QStringLiteral("token")).toString(),
             json.value(QStringLiteral("secret")).toString()};
 }
@@ -49,6 +53,10 @@ QString SnsGateway::MastodonInstance() {
     const QString instance = PedometerDBManager::GetInstance().GetPreference(
         QStringLiteral("mastodon-instance"));
     return SnsEndpoints::InstanceUrl(instance).isEmpty() ? QString() : instance.trimmed();
+}
+
+QString SnsGateway::TokenServer(const QString& provider) {
+    return provider == kMastodon ? MastodonInstance() : QString();
 }
 
 QStringList SnsGateway::Providers() const {
@@ -131,7 +139,7 @@ int SnsGateway::IsLoggedIn(const QString& name) {
         });
     };
     Store().Read(name, [this, name, answer](const QString& stored) {
-        const SnsAuthResult token = TokenFromText(stored);
+        const SnsAuthResult token = TokenFromText(stored, TokenServer(name));
         SnsProvider* provider = Provider(name);
         if (token.tokenKey.isEmpty() || provider == nullptr) return answer(false, true, {}, {});
         provider->Verify(token, [answer](const SnsOutcome& outcome) {
@@ -159,7 +167,7 @@ bool SnsGateway::Authenticate(const QString& name, const QString& key, const QSt
 
 void SnsGateway::AddAuthResult(const QString& name, const SnsAuthResult& result) {
     if (Provider(name) == nullptr || result.tokenKey.isEmpty()) return;
-    Store().Write(name, TokenText(result));
+    Store().Write(name, TokenText(result, TokenServer(name)));
 }
 
 int SnsGateway::UpdateMyStatusText(const QString& name, const QString& text) {
@@ -172,7 +180,7 @@ int SnsGateway::UpdateMyStatusText(const QString& name, const QString& text) {
         });
     };
     Store().Read(name, [this, name, text, answer](const QString& stored) {
-        const SnsAuthResult token = TokenFromText(stored);
+        const SnsAuthResult token = TokenFromText(stored, TokenServer(name));
         SnsProvider* provider = Provider(name);
         if (token.tokenKey.isEmpty() || provider == nullptr)
             return answer(SnsOutcome::Failure(

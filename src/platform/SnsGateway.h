@@ -71,6 +71,8 @@ private:
     // Calls `call` later with the listener, if it is still `listener`.
     void Tell(SnsListener* listener, std::function<void(SnsListener&)> call);
     static QString MastodonInstance();
+    // The server a token of `provider` belongs to: the Mastodon instance, else empty.
+    static QString TokenServer(const QString& provider);
 
     SnsListener* listener_ = nullptr;
     int lastRequestId_ = 0;

@@ -209,6 +209,14 @@ TEST(SnsGatewayTest, AnswersAfterTheListenerIsClearedAreDropped) {
     ASSERT_TRUE(WaitFor([&] { return !world.server.seen.isEmpty(); }));
     EXPECT_EQ(world.Next(300), "nothing");
 
+    // After a move to another instance the old token is not shown to the new server.
+    g.SetListener(&world.events);
+    PedometerDBManager::GetInstance().SetPreference(
+        "mastodon-instance", QStringLiteral("http://localhost:%1").arg(world.server.serverPort()));
+    g.IsLoggedIn("mastodon");
+    EXPECT_EQ(world.Next(), "status 0 1 ");
+    EXPECT_EQ(world.server.seen.size(), 1);
+
     EXPECT_EQ(g.IsLoggedIn("myspace"), -1);
     EXPECT_FALSE(g.Authenticate("myspace", "k", "s"));
     PedometerDBManager::GetInstance().SetPreference("mastodon-instance", " ");
