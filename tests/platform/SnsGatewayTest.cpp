@@ -236,3 +236,18 @@ TEST(SnsGatewayTest, SignInEndsWhenTheBrowserFailsOrTheUserNeverReturns) {
                                       : "auth 0 Could not open the web browser to sign in.");
     }
 }
+
+TEST(SnsGatewayTest, InstanceAddressesAndBaseOverridesBecomeEndpoints) {
+    const std::pair<QString, QString> instances[] = {
+        {"mastodon.social", "https://mastodon.social/api/v1/statuses"},
+        {" http://127.0.0.1:8080/ ", "http://127.0.0.1:8080/api/v1/statuses"},
+        {"", ""}, {"ftp://example.org", ""}, {"https://", ""}, {"exa mple.org", ""},
+    };
+    for (const auto& [typed, post] : instances)
+        EXPECT_EQ(SnsEndpoints::Mastodon(typed).post.toString(), post) << typed.toStdString();
+    qputenv("PEDOMETER_SNS_TWITTER_BASE", "http://127.0.0.1:9");
+    const SnsEndpoints twitter = SnsEndpoints::Twitter();
+    qunsetenv("PEDOMETER_SNS_TWITTER_BASE");
+    EXPECT_EQ(twitter.requestToken.toString(), "http://127.0.0.1:9/oauth/request_token");
+    EXPECT_EQ(twitter.post.toString(), "http://127.0.0.1:9/2/tweets");
+}
