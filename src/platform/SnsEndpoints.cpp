@@ -26,7 +26,6 @@ SnsEndpoints SnsEndpoints::Twitter() {
     e.verify = QUrl(QStringLiteral("https://api.twitter.com/2/users/me"));
     e.post = QUrl(QStringLiteral("https://api.twitter.com/2/tweets"));
     e.postField = QStringLiteral("text");
-    e.postJson = true;
     return FromEnvironment(e, "PEDOMETER_SNS_TWITTER_BASE");
 }
 

@@ -18,11 +18,10 @@ struct SnsEndpoints {
     QUrl accessToken;
     // Answers 2xx while the stored token is valid.
     QUrl verify;
-    // Where a status text is posted, and the form field or JSON member that carries it.
+    // Where a status text is posted, and the JSON member (Twitter) or form field that
+    // carries it.
     QUrl post;
     QString postField;
-    // true: the text goes as a JSON object; false: as a form.
-    bool postJson = false;
     // Mastodon only: where the application registers itself with the instance.
     QUrl registerApp;
     QString scope;
