@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config git
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins
-  qt6-sensors-dev qt6-multimedia-dev qt6-svg-dev qt6-networkauth-dev
+  qt6-sensors-dev qt6-multimedia-dev qt6-svg-dev qt6-networkauth-dev qtkeychain-qt6-dev
   libqt6svg6 libqt6sql6-sqlite
   libsqlitecpp-dev libsqlite3-dev sqlite3
   libgtest-dev libgmock-dev libbenchmark-dev

@@ -3,7 +3,9 @@
 #include <QString>
 
 // What a social-network provider handed back after the user signed in: the access
-// token and, for OAuth 1.0a providers, its secret. Empty when signing in failed.
+// token and, for OAuth 1.0a providers, its secret. OAuth 2 providers put their refresh
+// token, or "Bearer" when they give none, in `tokenSecret`, so a successful result always
+// has both. Empty when signing in failed.
 struct SnsAuthResult {
     QString tokenKey;
     QString tokenSecret;
