@@ -7,6 +7,8 @@
 
 #include "AccelerometerListener.h"
 #include "DetectorChannel.h"
+#include "DetectorKind.h"
+#include "DetectorSwitch.h"
 
 class AccelerometerMonitor;
 class AccelerometerSource;
@@ -27,6 +29,11 @@ class StepReceiver;
 // returns only after a call-out in progress has finished, so its receiver may go away
 // afterwards (never call a stop function from inside addStep or DataRecieved).
 //
+// Which detector's steps are reported, the classic machines' or AdaptiveStepDetector's,
+// is chosen when the detector is made (StepDetectorFactory::Configured: the --detector
+// option or the "detector" preference) and may be changed while counting with
+// SelectDetector; DetectorSwitch hands over without losing or doubling a step.
+//
 // All arithmetic is single precision, except the square root (double) and the raw
 // dead-band test (double against 0.1): the counts must not drift from one build to the
 // next, so the order of operations below is deliberate.
@@ -38,6 +45,8 @@ public:
     QuorPedometer();
     // A detector on `source`; null means no accelerometer.
     explicit QuorPedometer(std::unique_ptr<AccelerometerSource> source);
+    // The same, reporting the steps of the detector `kind` (no settings are read).
+    QuorPedometer(std::unique_ptr<AccelerometerSource> source, DetectorKind kind);
     ~QuorPedometer() override;
     QuorPedometer(const QuorPedometer&) = delete;
     QuorPedometer& operator=(const QuorPedometer&) = delete;
@@ -67,6 +76,14 @@ public:
     // the sensitivity screen stays lit while the user watches the meter.
     void SetScreenKeeper(std::function<void(bool on)> keepScreenOn);
 
+    // Any thread: the detector whose steps count from the next sample on.
+    void SelectDetector(DetectorKind kind) { detectorSwitch.Request(kind); }
+    DetectorKind SelectedDetector() const { return detectorSwitch.Requested(); }
+
+    // Two steps of a gait in a row enter its mode; see the .cpp. Shared with the
+    // adaptive detector, which classifies its steps the same way.
+    static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
+
     bool IsUpdating() const { return updating.load(); }
     bool IsMonitoring() const { return monitoring.load(); }
 
@@ -89,7 +106,6 @@ private:
     static constexpr int kBufferSize = 90;
     static constexpr int kWindow = 8;
 
-    static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
     static void recycleChannel(float* buffer, int32_t& index, DetectorChannel& channel,
                                const float* sumSource, bool& recycled);
     void classifyStep();
@@ -153,4 +169,5 @@ private:
     // can wait for it to finish.
     std::atomic<bool> callOutBusy{false};
     std::function<void(bool)> keepScreenOn;
+    DetectorSwitch detectorSwitch;
 };
