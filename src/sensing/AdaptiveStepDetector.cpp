@@ -13,18 +13,22 @@ bool AdaptiveStepDetector::Sanitise(Parameters& q) {
     q.confirmSteps = std::clamp(q.confirmSteps, 1, kMaxConfirm);
     q.minStepSamples = std::clamp(q.minStepSamples, 1, kMaxDecisionDelay / 2);
     q.maxStepSamples = std::clamp(q.maxStepSamples, q.minStepSamples, 1000);
+    q.maxMergeSamples = std::clamp(q.maxMergeSamples, q.minStepSamples, kMaxDecisionDelay / 2);
     // NaN fails every comparison, so each clamp below also replaces it.
     const auto inRange = [](float v, float lo, float hi, float fallback) {
         return v >= lo && v <= hi ? v : (v > hi ? hi : (v < lo ? lo : fallback));
     };
-    q.relativeThreshold = inRange(q.relativeThreshold, 0.0f, 1.0f, 0.5f);
-    q.noiseFloor = inRange(q.noiseFloor, 0.0f, 10.0f, 0.08f);
-    q.baselineRate = inRange(q.baselineRate, 0.0001f, 1.0f, 0.03f);
-    q.riseRate = inRange(q.riseRate, 0.0001f, 1.0f, 0.25f);
+    const Parameters d;
+    q.relativeThreshold = inRange(q.relativeThreshold, 0.0f, 1.0f, d.relativeThreshold);
+    q.noiseFloor = inRange(q.noiseFloor, 0.0f, 10.0f, d.noiseFloor);
+    q.baselineRate = inRange(q.baselineRate, 0.0001f, 1.0f, d.baselineRate);
+    q.riseRate = inRange(q.riseRate, 0.0001f, 1.0f, d.riseRate);
+    q.mergeShare = inRange(q.mergeShare, 0.0f, 1.0f, d.mergeShare);
     return q.smoothingSamples == given.smoothingSamples && q.confirmSteps == given.confirmSteps &&
            q.minStepSamples == given.minStepSamples && q.maxStepSamples == given.maxStepSamples &&
            q.relativeThreshold == given.relativeThreshold && q.noiseFloor == given.noiseFloor &&
-           q.baselineRate == given.baselineRate && q.riseRate == given.riseRate;
+           q.baselineRate == given.baselineRate && q.riseRate == given.riseRate &&
+           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples;
 }
 
 void AdaptiveStepDetector::Reset() {
@@ -57,7 +61,7 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
         if (rise > threshold) {
             // The footfall precedes the smoothed peak by half the averaging window.
             const int64_t at = n - 1 - (w - 1) / 2;
-            if (hasCandidate && at - candidate.sample < p.minStepSamples) {
+            if (hasCandidate && at - candidate.sample < mergeWindow()) {
                 if (previous > candidate.height) {
                     candidate.sample = at;
                     candidate.height = previous;
@@ -75,8 +79,17 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     previous = s;
 
     // A candidate no later peak can replace any more is a footfall.
-    if (hasCandidate && n - (w - 1) / 2 - candidate.sample >= p.minStepSamples) finishCandidate();
+    if (hasCandidate && n - (w - 1) / 2 - candidate.sample >= mergeWindow()) finishCandidate();
     return decidedCount;
+}
+
+// Peaks closer than this are one footfall. While walking it follows the cadence, so the
+// small bumps between the steps of a slow walk merge into the step; capped, so that a
+// period that doubled after missed steps cannot go on swallowing real ones.
+int AdaptiveStepDetector::mergeWindow() const {
+    if (!walking || period == 0) return p.minStepSamples;
+    return std::clamp(static_cast<int>(p.mergeShare * static_cast<float>(period)), p.minStepSamples,
+                      p.maxMergeSamples);
 }
 
 void AdaptiveStepDetector::finishCandidate() {

@@ -17,23 +17,27 @@
 //     few in a row, each within the longest plausible step period of the one before).
 //     Single bumps, a pick-up or typing never form such a run.
 // It finds footfalls only; QuorPedometer gives each the gait its classic machines see
-// (DetectorSwitch), so walk, jog and run keep their meaning. Each step is decided at most one second after its footfall (a step that would be
-// later, at the start of a walk, is not counted).
+// (DetectorSwitch), so walk, jog and run keep their meaning. Each step is decided at most one
+// second after its footfall (a step that would be later, at the start of a walk, is not counted).
 //
 // Pure computation: no allocation, no threads, no locks; the caller's thread owns it.
 // Used by QuorPedometer (when the "adaptive" detector is chosen), the tools and tests.
 class AdaptiveStepDetector {
 public:
-    // Values chosen from the recorded walks by scripts/tune_adaptive.py; see there.
+    // Smoothing, threshold, floor and merge share were chosen from the recorded walks
+    // (and the floor from the not-walking recordings) by scripts/tune_adaptive.py; the
+    // others are set from the physics of walking, see there.
     struct Parameters {
         int smoothingSamples = 9;        // moving-average length, 1..kMaxSmoothing
-        float relativeThreshold = 0.5f;  // share of the recent steps' rise a step needs
+        float relativeThreshold = 0.4f;  // share of the recent steps' rise a step needs
         float noiseFloor = 0.08f;        // smallest rise (g) that can be a step
         int minStepSamples = 10;         // 300 ms: no one steps faster than 3.3 per second
-        int maxStepSamples = 40;         // 1.2 s: a longer pause ends the walk
-        int confirmSteps = 3;            // regular steps in a row before any counts
-        float baselineRate = 0.03f;      // running-mean weight: about a one-second memory
-        float riseRate = 0.25f;          // weight of the newest step in the recent rise
+        float mergeShare = 0.7f;         // while walking, peaks this share of a step apart merge
+        int maxMergeSamples = 12;    // but never further apart than 360 ms (80 % of a brisk step)
+        int maxStepSamples = 40;     // 1.2 s: a longer pause ends the walk
+        int confirmSteps = 3;        // regular steps in a row before any counts
+        float baselineRate = 0.03f;  // running-mean weight: about a one-second memory
+        float riseRate = 0.25f;      // weight of the newest step in the recent rise
     };
     static constexpr int kMaxSmoothing = 16;  // a power of two: ring positions are masked
     static constexpr int kMaxConfirm = 8;
@@ -67,6 +71,7 @@ private:
         float rise;
     };
     void finishCandidate();
+    int mergeWindow() const;
     void decide(int64_t sample);
 
     Parameters p;

@@ -10,7 +10,7 @@ DetectorSwitch::DetectorSwitch(DetectorKind kind)
 
 int DetectorSwitch::adaptiveGait() const {
     return sample - lastClassicSample <= AdaptiveStepDetector::kMaxDecisionDelay ? lastClassicGait
-                                                                                : 1;
+                                                                                 : 1;
 }
 
 // Steps of the two detectors closer than this are the same footfall.

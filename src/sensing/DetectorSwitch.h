@@ -31,9 +31,10 @@ public:
     void Request(DetectorKind kind) { requested.store(kind, std::memory_order_relaxed); }
     DetectorKind Requested() const { return requested.load(std::memory_order_relaxed); }
     // The detector in charge (during a hand-over, the one handing over).
-    DetectorKind Active() const { return state == State::Classic || state == State::ToAdaptive
-                                             ? DetectorKind::Classic
-                                             : DetectorKind::Adaptive; }
+    DetectorKind Active() const {
+        return state == State::Classic || state == State::ToAdaptive ? DetectorKind::Classic
+                                                                     : DetectorKind::Adaptive;
+    }
 
     // One sample in g. Returns how many steps to report now; their gaits are in `gaits`
     // (room for kMaxReport).
@@ -61,10 +62,10 @@ private:
     std::atomic<DetectorKind> requested;
     State state;
     AdaptiveStepDetector adaptive;
-    int64_t sample = -1;              // index of the current sample
-    int64_t switchSample = 0;         // where the running hand-over began
+    int64_t sample = -1;                   // index of the current sample
+    int64_t switchSample = 0;              // where the running hand-over began
     int64_t lastReported = INT64_MIN / 2;  // footfall of the last step reported
-    int64_t floor = INT64_MIN / 2;    // adaptive footfalls at or before this were counted
+    int64_t floor = INT64_MIN / 2;         // adaptive footfalls at or before this were counted
     int64_t lastClassicSample = INT64_MIN / 2;
     int lastClassicGait = 1;
     int heldCount = 0;

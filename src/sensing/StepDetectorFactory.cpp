@@ -35,7 +35,7 @@ DetectorKind StepDetectorFactory::Configured() {
     DetectorKind kind = DetectorKind::Classic;
     // A stored name this version does not know leaves the classic detector counting.
     Parse(PedometerDBManager::GetInstance().GetPreference(QStringLiteral("detector"),
-                                                         QStringLiteral("classic")),
+                                                          QStringLiteral("classic")),
           &kind);
     return kind;
 }

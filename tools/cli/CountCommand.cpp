@@ -113,7 +113,8 @@ int runCount(const QStringList& args) {
     DetectorKind kind = DetectorKind::Classic;
     if (parser.isSet(detectorOption) &&
         !StepDetectorFactory::Parse(parser.value(detectorOption), &kind)) {
-        std::fprintf(stderr, "pedometer-cli count: --detector must be classic or adaptive, not '%s'\n",
+        std::fprintf(stderr,
+                     "pedometer-cli count: --detector must be classic or adaptive, not '%s'\n",
                      qPrintable(parser.value(detectorOption)));
         return 2;
     }
