@@ -23,6 +23,7 @@ int DetectorSwitch::onSampleSwitching(float x, float y, float z, int* gaits) {
     const DetectorKind wanted = Requested();
     if (state == State::Classic) {  // a hand-over to the adaptive detector begins
         adaptive.Reset();
+        adaptiveOrigin = sample;
         state = State::ToAdaptive;
         switchSample = sample;
     } else if (state == State::ToAdaptive && wanted == DetectorKind::Classic) {
@@ -37,7 +38,7 @@ int DetectorSwitch::onSampleSwitching(float x, float y, float z, int* gaits) {
     int reported = 0;
     const int decided = adaptive.OnSample(x, y, z);
     for (int i = 0; i < decided; ++i) {
-        const int64_t footfall = adaptive.DecidedStep(i);
+        const int64_t footfall = adaptiveOrigin + adaptive.DecidedStep(i);
         if (state == State::ToAdaptive) {  // it found the walk: it takes over here
             floor = lastReported + halfStep();
             state = State::Adaptive;

@@ -64,6 +64,7 @@ private:
     AdaptiveStepDetector adaptive;
     int64_t sample = -1;                   // index of the current sample
     int64_t switchSample = 0;              // where the running hand-over began
+    int64_t adaptiveOrigin = 0;            // the sample the adaptive detector counts from
     int64_t lastReported = INT64_MIN / 2;  // footfall of the last step reported
     int64_t floor = INT64_MIN / 2;         // adaptive footfalls at or before this were counted
     int64_t lastClassicSample = INT64_MIN / 2;

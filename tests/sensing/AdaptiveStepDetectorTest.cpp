@@ -1,0 +1,109 @@
+// The adaptive detector: nothing counted when the phone is not walking, every step of a
+// clean gait counted, and the hand-over between detectors while counting.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <cmath>
+#include <memory>
+
+#include "AccelerationCsvReader.h"
+#include "AccelerationRecording.h"
+#include "AccelerometerSource.h"
+#include "Body.h"
+#include "QuorPedometer.h"
+#include "RecordingStepCounter.h"
+#include "StepTally.h"
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// A walk sampled every 30 ms: `lead` seconds lying still, then `steps` footfalls at
+// `cadence` per second (a swell of `amplitude` g with a second harmonic, as a footfall
+// has), then two seconds still. The phone is tilted, so gravity is spread over x, y, z.
+template <typename Feed>
+void cleanGait(double cadence, double amplitude, int steps, double lead, Feed feed) {
+    const double walk = steps / cadence;
+    for (double t = 0.0; t < lead + walk + 2.0; t += 0.030) {
+        double m = 1.0;
+        if (t >= lead && t < lead + walk) {
+            const double phase = 2 * kPi * cadence * (t - lead);
+            m += amplitude * (0.5 - 0.5 * std::cos(phase) + 0.3 * std::sin(2 * phase));
+        }
+        feed(static_cast<float>(0.36 * m), static_cast<float>(0.48 * m),
+             static_cast<float>(0.8 * m));
+    }
+}
+
+int countWith(DetectorKind kind, double cadence, double amplitude, int steps) {
+    QuorPedometer detector(nullptr, kind);
+    StepTally tally;
+    detector.statistics = &tally;
+    detector.startUpdating();
+    cleanGait(cadence, amplitude, steps, 3.0,
+              [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); });
+    return tally.Total();
+}
+
+TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
+    Body::GetInstance().clear();
+    const QDir folder(QStringLiteral(PEDOMETER_SOURCE_DIR "/tests/data/not-walking"));
+    const QStringList cases = {"table.csv", "table-knock.csv", "car.csv", "typing.csv",
+                               "pickup.csv"};
+    for (const QString& name : cases) {
+        AccelerationRecording recording;
+        QString error;
+        ASSERT_TRUE(AccelerationCsvReader::ReadFile(folder.filePath(name), &recording, &error))
+            << error.toStdString();
+        const int steps = RecordingStepCounter::Count(recording, DetectorKind::Adaptive).Steps();
+        const double minutes = static_cast<double>(recording.DurationNs()) / 60e9;
+        EXPECT_LE(steps, 5.0 * minutes) << name.toStdString();
+    }
+}
+
+// Every footfall counts, slow or fast, gentle or hard. The first footfalls of a slow
+// walk come too late for the one-second decision once three confirm the walk.
+TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStep) {
+    Body::GetInstance().clear();
+    const struct {
+        double cadence;
+        double amplitude;
+        int counted;  // of 60
+    } cases[] = {{1.2, 0.2, 58}, {1.5, 0.3, 58}, {1.8, 0.2, 59}, {2.0, 0.5, 59},
+                 {2.4, 1.0, 59}, {2.8, 1.5, 59}, {3.0, 2.0, 59}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60), c.counted)
+            << c.cadence << " steps/s, " << c.amplitude << " g";
+    }
+}
+
+// Switching at any point of a step, either way and back again, counts what the first
+// detector would have counted alone: no step is lost or counted twice.
+TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
+    Body::GetInstance().clear();
+    for (const DetectorKind first : {DetectorKind::Classic, DetectorKind::Adaptive}) {
+        const DetectorKind other =
+            first == DetectorKind::Classic ? DetectorKind::Adaptive : DetectorKind::Classic;
+        const int alone = countWith(first, 2.0, 0.6, 60);
+        ASSERT_GE(alone, 59);
+        for (int at = 300; at < 300 + 17; ++at) {
+            for (const int back : {0, 40, 400}) {  // never, within the hand-over, later
+                QuorPedometer detector(nullptr, first);
+                StepTally tally;
+                detector.statistics = &tally;
+                detector.startUpdating();
+                int sample = 0;
+                cleanGait(2.0, 0.6, 60, 3.0, [&](float x, float y, float z) {
+                    if (sample == at) detector.SelectDetector(other);
+                    if (back > 0 && sample == at + back) detector.SelectDetector(first);
+                    ++sample;
+                    detector.OnDataReceived(x, y, z);
+                });
+                EXPECT_EQ(tally.Total(), alone) << "from " << static_cast<int>(first)
+                                                << " at sample " << at << ", back after " << back;
+            }
+        }
+    }
+}
+
+}  // namespace
