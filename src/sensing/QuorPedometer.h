@@ -80,10 +80,6 @@ public:
     void SelectDetector(DetectorKind kind) { detectorSwitch.Request(kind); }
     DetectorKind SelectedDetector() const { return detectorSwitch.Requested(); }
 
-    // Two steps of a gait in a row enter its mode; see the .cpp. Shared with the
-    // adaptive detector, which classifies its steps the same way.
-    static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
-
     bool IsUpdating() const { return updating.load(); }
     bool IsMonitoring() const { return monitoring.load(); }
 
@@ -95,6 +91,8 @@ public:
     // 0 falling, 1 rising, 2 not yet known; the raw channel has no state (-1).
     int GetState(Channel channel) const;
     int GetSampleCount() const { return sampleCount; }
+    // The detector whose steps are reported now (during a hand-over, the one handing over).
+    DetectorKind GetActiveDetector() const { return detectorSwitch.Active(); }
     float GetRawDelta() const { return rawDelta; }
 
     // Receiver of addStep. Set before startUpdating, kept alive until stopUpdating.
@@ -106,6 +104,7 @@ private:
     static constexpr int kBufferSize = 90;
     static constexpr int kWindow = 8;
 
+    static int applyGaitMode(int gait, int modeGait, int32_t& entered, int32_t& strays);
     static void recycleChannel(float* buffer, int32_t& index, DetectorChannel& channel,
                                const float* sumSource, bool& recycled);
     void classifyStep();

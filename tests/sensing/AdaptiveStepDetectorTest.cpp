@@ -9,6 +9,7 @@
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecording.h"
 #include "AccelerometerSource.h"
+#include "AdaptiveStepDetector.h"
 #include "Body.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
@@ -99,10 +100,45 @@ TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
                     ++sample;
                     detector.OnDataReceived(x, y, z);
                 });
+                EXPECT_EQ(detector.GetActiveDetector(), back == 0 ? other : first);
                 EXPECT_EQ(tally.Total(), alone) << "from " << static_cast<int>(first)
                                                 << " at sample " << at << ", back after " << back;
             }
         }
+    }
+}
+
+// Parameters outside their working range are brought into it (the ring buffers and
+// step lists have fixed sizes) and reported, so the tuning tool can reject the set.
+TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported) {
+    using P = AdaptiveStepDetector::Parameters;
+    const struct {
+        void (*spoil)(P&);
+        int (*read)(const P&);
+        int expected;
+    } cases[] = {
+        {[](P& p) { p.smoothingSamples = 40; }, [](const P& p) { return p.smoothingSamples; }, 16},
+        {[](P& p) { p.smoothingSamples = 0; }, [](const P& p) { return p.smoothingSamples; }, 1},
+        {[](P& p) { p.confirmSteps = 0; }, [](const P& p) { return p.confirmSteps; }, 1},
+        {[](P& p) { p.confirmSteps = 9; }, [](const P& p) { return p.confirmSteps; }, 8},
+        {[](P& p) { p.maxMergeSamples = 30; }, [](const P& p) { return p.maxMergeSamples; }, 16},
+        {[](P& p) { p.relativeThreshold = -1; },
+         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 0},
+        {[](P& p) { p.relativeThreshold = NAN; },
+         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 4},
+        {[](P& p) { p.mergeShare = 2; },
+         [](const P& p) { return static_cast<int>(p.mergeShare * 10); }, 10},
+        {[](P& p) { p.noiseFloor = NAN; },
+         [](const P& p) { return static_cast<int>(p.noiseFloor * 100); }, 8},
+    };
+    P defaults;
+    EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));
+    int row = 0;
+    for (const auto& c : cases) {
+        P p;
+        c.spoil(p);
+        EXPECT_FALSE(AdaptiveStepDetector::Sanitise(p)) << "row " << row;
+        EXPECT_EQ(c.read(p), c.expected) << "row " << row++;
     }
 }
 
