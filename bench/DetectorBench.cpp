@@ -39,9 +39,10 @@ std::vector<AccelerationSample> walkingSamples(std::size_t count) {
     return samples;
 }
 
-void BM_DetectorWalking(benchmark::State& state) {
+// The engine on a walk, reporting the steps of the detector `kind`.
+void engineWalking(benchmark::State& state, DetectorKind kind) {
     const std::vector<AccelerationSample> samples = walkingSamples(1 << 20);
-    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), DetectorKind::Classic);
+    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), kind);
     CountingReceiver receiver;
     detector.statistics = &receiver;
     detector.startUpdating();
@@ -52,6 +53,10 @@ void BM_DetectorWalking(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(samples.size()));
     state.counters["steps_per_pass"] =
         static_cast<double>(receiver.steps) / static_cast<double>(state.iterations());
+}
+
+void BM_DetectorWalking(benchmark::State& state) {
+    engineWalking(state, DetectorKind::Classic);
 }
 BENCHMARK(BM_DetectorWalking)->Unit(benchmark::kMillisecond);
 
@@ -85,18 +90,7 @@ void BM_AdaptiveWalking(benchmark::State& state) {
 BENCHMARK(BM_AdaptiveWalking)->Unit(benchmark::kMillisecond);
 
 void BM_EngineAdaptiveWalking(benchmark::State& state) {
-    const std::vector<AccelerationSample> samples = walkingSamples(1 << 20);
-    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), DetectorKind::Adaptive);
-    CountingReceiver receiver;
-    detector.statistics = &receiver;
-    detector.startUpdating();
-    for (auto _ : state) {
-        for (const AccelerationSample& s : samples) detector.OnDataReceived(s.x, s.y, s.z);
-        benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(samples.size()));
-    state.counters["steps_per_pass"] =
-        static_cast<double>(receiver.steps) / static_cast<double>(state.iterations());
+    engineWalking(state, DetectorKind::Adaptive);
 }
 BENCHMARK(BM_EngineAdaptiveWalking)->Unit(benchmark::kMillisecond);
 
