@@ -51,7 +51,3 @@ bool StepDetectorFactory::Parse(const QString& name, DetectorKind* kind) {
     }
     return false;
 }
-
-QString StepDetectorFactory::Name(DetectorKind kind) {
-    return kind == DetectorKind::Adaptive ? QStringLiteral("adaptive") : QStringLiteral("classic");
-}

@@ -22,5 +22,4 @@ public:
 
     // "classic" or "adaptive" to its kind; false (kind untouched) for anything else.
     static bool Parse(const QString& name, DetectorKind* kind);
-    static QString Name(DetectorKind kind);
 };

@@ -13,7 +13,7 @@
 #include "Body.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
-#include "StepTally.h"
+#include "StepReceiver.h"
 
 namespace {
 
@@ -36,14 +36,21 @@ void cleanGait(double cadence, double amplitude, int steps, double lead, Feed fe
     }
 }
 
-int countWith(DetectorKind kind, double cadence, double amplitude, int steps) {
+// Every addStep call, whatever its gait, so that a step with a bad gait shows too.
+struct Steps final : StepReceiver {
+    void addStep(int gait) override { ++(gait >= 1 && gait <= 3 ? byGait[gait] : byGait[0]); }
+    int Total() const { return byGait[0] + byGait[1] + byGait[2] + byGait[3]; }
+    int byGait[4] = {};  // [0]: steps with no valid gait
+};
+
+Steps countWith(DetectorKind kind, double cadence, double amplitude, int steps) {
     QuorPedometer detector(nullptr, kind);
-    StepTally tally;
-    detector.statistics = &tally;
+    Steps counted;
+    detector.statistics = &counted;
     detector.startUpdating();
     cleanGait(cadence, amplitude, steps, 3.0,
               [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); });
-    return tally.Total();
+    return counted;
 }
 
 TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
@@ -73,8 +80,19 @@ TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStep) {
     } cases[] = {{1.2, 0.2, 58}, {1.5, 0.3, 58}, {1.8, 0.2, 59}, {2.0, 0.5, 59},
                  {2.4, 1.0, 59}, {2.8, 1.5, 59}, {3.0, 2.0, 59}};
     for (const auto& c : cases) {
-        EXPECT_EQ(countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60), c.counted)
-            << c.cadence << " steps/s, " << c.amplitude << " g";
+        const Steps adaptive = countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60);
+        const Steps classic = countWith(DetectorKind::Classic, c.cadence, c.amplitude, 60);
+        EXPECT_EQ(adaptive.Total(), c.counted) << c.cadence << " steps/s, " << c.amplitude << " g";
+        // Each step takes the gait the classic machines give the walk (walk where they
+        // hardly see it): the shares may differ by a fifth.
+        EXPECT_EQ(adaptive.byGait[0], 0);
+        for (int gait = 1; gait <= 3; ++gait) {
+            const double share = classic.Total() < 10
+                                     ? (gait == 1 ? 1.0 : 0.0)
+                                     : 1.0 * classic.byGait[gait] / classic.Total();
+            EXPECT_NEAR(1.0 * adaptive.byGait[gait] / adaptive.Total(), share, 0.2)
+                << c.cadence << " steps/s, gait " << gait;
+        }
     }
 }
 
@@ -85,12 +103,12 @@ TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
     for (const DetectorKind first : {DetectorKind::Classic, DetectorKind::Adaptive}) {
         const DetectorKind other =
             first == DetectorKind::Classic ? DetectorKind::Adaptive : DetectorKind::Classic;
-        const int alone = countWith(first, 2.0, 0.6, 60);
+        const int alone = countWith(first, 2.0, 0.6, 60).Total();
         ASSERT_GE(alone, 59);
         for (int at = 300; at < 300 + 17; ++at) {
             for (const int back : {0, 40, 400}) {  // never, within the hand-over, later
                 QuorPedometer detector(nullptr, first);
-                StepTally tally;
+                Steps tally;
                 detector.statistics = &tally;
                 detector.startUpdating();
                 int sample = 0;

@@ -13,9 +13,9 @@ TEST(StepDetectorFactoryTest, ChoiceOverridesThePreferenceWhichDefaultsToClassic
         bool overrideAdaptive;
         DetectorKind expected;
     } cases[] = {
-        {nullptr, false, DetectorKind::Classic},   {"adaptive", false, DetectorKind::Adaptive},
-        {"classic", false, DetectorKind::Classic}, {"pedometer", false, DetectorKind::Classic},
-        {"", false, DetectorKind::Classic},        {"classic", true, DetectorKind::Adaptive},
+        {nullptr, false, DetectorKind::Classic},    {"adaptive", false, DetectorKind::Adaptive},
+        {"classic", true, DetectorKind::Adaptive},  {"classic", false, DetectorKind::Classic},
+        {"Adaptive", false, DetectorKind::Classic}, {"", false, DetectorKind::Classic},
     };
     for (const auto& c : cases) {
         FreshProfile profile;
