@@ -24,6 +24,7 @@
 #include "PlatformSettings.h"
 #include "RecordingAccelerometerSource.h"
 #include "ScreenDirectory.h"
+#include "StepDetectorFactory.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
@@ -170,6 +171,10 @@ int main(int argc, char** argv) {
     const QCommandLineOption sensor(QStringLiteral("sensor"),
                                     QStringLiteral("Accelerometer: auto, qt, iio or none."),
                                     QStringLiteral("KIND"), QStringLiteral("auto"));
+    const QCommandLineOption detector(
+        QStringLiteral("detector"),
+        QStringLiteral("Step detector: classic or adaptive (default: the stored setting)."),
+        QStringLiteral("KIND"));
     const QCommandLineOption replay(QStringLiteral("replay"),
                                     QStringLiteral("Use a recording as the accelerometer, at its "
                                                    "own pace."),
@@ -216,8 +221,9 @@ int main(int argc, char** argv) {
     const QCommandLineOption to(QStringLiteral("to"),
                                 QStringLiteral("Last day of the range --open shows."),
                                 QStringLiteral("YYYY-MM-DD"));
-    parser.addOptions({dataDir, sensor, replay, loop, autostart, record, locale, hvga, silent,
-                       screenshot, quitAfter, quitAtEnd, open, listScreens, day, lap, from, to});
+    parser.addOptions({dataDir, sensor, detector, replay, loop, autostart, record, locale, hvga,
+                       silent, screenshot, quitAfter, quitAtEnd, open, listScreens, day, lap, from,
+                       to});
     parser.process(app);
 
     if (parser.isSet(listScreens)) {
@@ -245,6 +251,13 @@ int main(int argc, char** argv) {
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
     if (!AccelerometerSourceFactory::IsValidChoice(parser.value(sensor))) {
         return fail(QStringLiteral("--sensor must be auto, qt, iio or none"));
+    }
+    if (parser.isSet(detector)) {
+        DetectorKind kind = DetectorKind::Classic;
+        if (!StepDetectorFactory::Parse(parser.value(detector), &kind)) {
+            return fail(QStringLiteral("--detector must be classic or adaptive"));
+        }
+        StepDetectorFactory::SetChoice(kind);
     }
     bool quitSeconds = false;
     const int quitAfterSeconds = parser.value(quitAfter).toInt(&quitSeconds);

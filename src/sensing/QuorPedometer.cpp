@@ -10,6 +10,7 @@
 #include "AccelerometerSource.h"
 #include "AccelerometerSourceFactory.h"
 #include "Body.h"
+#include "StepDetectorFactory.h"
 #include "StepReceiver.h"
 
 namespace {
@@ -67,12 +68,14 @@ inline void countUp(int32_t& counter) {
 QuorPedometer::QuorPedometer() : QuorPedometer(AccelerometerSourceFactory::Create()) {}
 
 QuorPedometer::QuorPedometer(std::unique_ptr<AccelerometerSource> source)
-    : sensorManager(std::move(source)) {
-    const Body& body = Body::GetInstance();
-    walkCoef = static_cast<float>(body.getWalkCoef());
-    jogCoef = static_cast<float>(body.getJogCoef());
-    runCoef = static_cast<float>(body.getRunCoef());
-}
+    : QuorPedometer(std::move(source), StepDetectorFactory::Configured()) {}
+
+QuorPedometer::QuorPedometer(std::unique_ptr<AccelerometerSource> source, DetectorKind kind)
+    : walkCoef(static_cast<float>(Body::GetInstance().getWalkCoef())),
+      jogCoef(static_cast<float>(Body::GetInstance().getJogCoef())),
+      runCoef(static_cast<float>(Body::GetInstance().getRunCoef())),
+      sensorManager(std::move(source)),
+      detectorSwitch(kind) {}
 
 QuorPedometer::~QuorPedometer() {
     if (sensorManager) sensorManager->Stop();
@@ -150,6 +153,13 @@ void QuorPedometer::reportRawDelta() {
 // One sample.
 
 void QuorPedometer::OnDataReceived(float x, float y, float z) {
+    // The adaptive detector's steps (nothing while the classic machines count alone).
+    int gaits[DetectorSwitch::kMaxReport];
+    const int adaptiveSteps = detectorSwitch.OnSample(x, y, z, gaits);
+    if (adaptiveSteps > 0 && updating.load(std::memory_order_relaxed)) {
+        for (int i = 0; i < adaptiveSteps; ++i) reportStep(gaits[i]);
+    }
+
     frameCounter = frameCounter <= 29 ? frameCounter + 1 : 0;
 
     // The sums are worked on in locals: the buffer writes below could otherwise alias
@@ -246,7 +256,9 @@ void QuorPedometer::classifyStep() {
     gait = applyGaitMode(gait, kRun, runEntered, runStrays);
     gait = applyGaitMode(gait, kWalk, walkEntered, walkStrays);
 
-    if (updating.load(std::memory_order_relaxed)) reportStep(gait);
+    if (updating.load(std::memory_order_relaxed) && detectorSwitch.OnClassicStep(gait)) {
+        reportStep(gait);
+    }
 
     // Every accepted step recycles the three gait channels, counting or not; the raw
     // channel only wraps.

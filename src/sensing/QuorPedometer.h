@@ -7,6 +7,8 @@
 
 #include "AccelerometerListener.h"
 #include "DetectorChannel.h"
+#include "DetectorKind.h"
+#include "DetectorSwitch.h"
 
 class AccelerometerMonitor;
 class AccelerometerSource;
@@ -27,6 +29,11 @@ class StepReceiver;
 // returns only after a call-out in progress has finished, so its receiver may go away
 // afterwards (never call a stop function from inside addStep or DataRecieved).
 //
+// Which detector's steps are reported, the classic machines' or AdaptiveStepDetector's,
+// is chosen when the detector is made (StepDetectorFactory::Configured: the --detector
+// option or the "detector" preference) and may be changed while counting with
+// SelectDetector; DetectorSwitch hands over without losing or doubling a step.
+//
 // All arithmetic is single precision, except the square root (double) and the raw
 // dead-band test (double against 0.1): the counts must not drift from one build to the
 // next, so the order of operations below is deliberate.
@@ -38,6 +45,8 @@ public:
     QuorPedometer();
     // A detector on `source`; null means no accelerometer.
     explicit QuorPedometer(std::unique_ptr<AccelerometerSource> source);
+    // The same, reporting the steps of the detector `kind` (no settings are read).
+    QuorPedometer(std::unique_ptr<AccelerometerSource> source, DetectorKind kind);
     ~QuorPedometer() override;
     QuorPedometer(const QuorPedometer&) = delete;
     QuorPedometer& operator=(const QuorPedometer&) = delete;
@@ -67,6 +76,10 @@ public:
     // the sensitivity screen stays lit while the user watches the meter.
     void SetScreenKeeper(std::function<void(bool on)> keepScreenOn);
 
+    // Any thread: the detector whose steps count from the next sample on.
+    void SelectDetector(DetectorKind kind) { detectorSwitch.Request(kind); }
+    DetectorKind SelectedDetector() const { return detectorSwitch.Requested(); }
+
     bool IsUpdating() const { return updating.load(); }
     bool IsMonitoring() const { return monitoring.load(); }
 
@@ -78,6 +91,8 @@ public:
     // 0 falling, 1 rising, 2 not yet known; the raw channel has no state (-1).
     int GetState(Channel channel) const;
     int GetSampleCount() const { return sampleCount; }
+    // The detector whose steps are reported now (during a hand-over, the one handing over).
+    DetectorKind GetActiveDetector() const { return detectorSwitch.Active(); }
     float GetRawDelta() const { return rawDelta; }
 
     // Receiver of addStep. Set before startUpdating, kept alive until stopUpdating.
@@ -153,4 +168,5 @@ private:
     // can wait for it to finish.
     std::atomic<bool> callOutBusy{false};
     std::function<void(bool)> keepScreenOn;
+    DetectorSwitch detectorSwitch;
 };

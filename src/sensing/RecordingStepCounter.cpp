@@ -7,10 +7,11 @@
 #include "QuorPedometer.h"
 #include "StepTally.h"
 
-RecordingStepCounter::Result RecordingStepCounter::Count(const AccelerationRecording& recording) {
+RecordingStepCounter::Result RecordingStepCounter::Count(const AccelerationRecording& recording,
+                                                         DetectorKind kind) {
     // The detector gets no live source: it is counting ("updating") while the replay
     // pushes the samples in on this thread.
-    QuorPedometer detector(std::make_unique<NullAccelerometerSource>());
+    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), kind);
     StepTally tally;
     detector.statistics = &tally;
     detector.startUpdating();

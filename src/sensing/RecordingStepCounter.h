@@ -2,10 +2,13 @@
 
 #include <QtGlobal>
 
+#include "DetectorKind.h"
+
 class AccelerationRecording;
 
 // Counts the steps in a recording: replays it at full speed through a fresh step
-// detector, counting as the application would, with the sensitivities Body holds now.
+// detector of the given kind, counting as the application would, with the
+// sensitivities Body holds now.
 class RecordingStepCounter {
 public:
     struct Result {
@@ -16,5 +19,6 @@ public:
         int Steps() const { return walk + jog + run; }
     };
 
-    static Result Count(const AccelerationRecording& recording);
+    static Result Count(const AccelerationRecording& recording,
+                        DetectorKind kind = DetectorKind::Classic);
 };

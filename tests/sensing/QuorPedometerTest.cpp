@@ -85,7 +85,7 @@ class QuorPedometerTest : public ::testing::Test {
 protected:
     void SetUp() override {
         Body::GetInstance().clear();  // default sensitivities 0.3, 0.9, 1.4
-        detector_ = std::make_unique<QuorPedometer>(nullptr);
+        detector_ = std::make_unique<QuorPedometer>(nullptr, DetectorKind::Classic);
         detector_->statistics = &steps_;
         detector_->startUpdating();
     }
@@ -346,7 +346,7 @@ struct LifecycleFixture {
     explicit LifecycleFixture(bool available) {
         auto owned = std::make_unique<FakeSource>(available);
         source = owned.get();
-        detector = std::make_unique<QuorPedometer>(std::move(owned));
+        detector = std::make_unique<QuorPedometer>(std::move(owned), DetectorKind::Classic);
         detector->SetScreenKeeper([this](bool on) { screen.push_back(on); });
     }
     FakeSource* source;
@@ -404,7 +404,7 @@ TEST(QuorPedometerLifecycleTest, StopAndStartKeepTheDetectorState) {
 TEST(QuorPedometerCoefficientTest, SensitivitiesComeFromTheBodyProfile) {
     Body::GetInstance().clear();
     Body::GetInstance().setWalkCoef(5.0);
-    QuorPedometer d(nullptr);
+    QuorPedometer d(nullptr, DetectorKind::Classic);
     Body::GetInstance().clear();
     for (int i = 0; i < 8; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
     // A walk dead-band of 5 holds the warm-up sum at 0 until it moves by 5 at once.

@@ -52,3 +52,54 @@ TEST(RecordedWalksTest, TotalCountIsCloseToTheTruthAndRunStepsAreRare) {
 }
 
 }  // namespace
+
+namespace {
+
+// The adaptive detector's count on every recorded walk, so that any change of its
+// behaviour shows. Without the recordings it skips, except in CI (CI=true), where their
+// absence is an error.
+TEST(RecordedWalksTest, AdaptiveDetectorCountsEachWalkAsBefore) {
+    const QString walks = testdata::WalksDir();
+    if (walks.isEmpty()) {
+        if (qgetenv("CI") == "true") FAIL() << "the walk recordings are missing";
+        GTEST_SKIP() << "no walk recordings beside the checkout";
+    }
+    const struct {
+        const char* walk;  // walker-NAME.csv, in walks/ or walks-more/
+        int steps;
+    } cases[] = {
+        // clang-format off
+        {"a-inhand-samsung-1", 275}, {"a-frontpocket-samsung-1", 314}, {"a-backpocket-samsung-1", 200},
+        {"b-purse-samsung-1", 289}, {"b-neckpouch-samsung-1", 279}, {"b-armband-samsung-1", 292},
+        {"c-inhand-pixel-3", 319}, {"c-swingingarm-pixel-1", 264}, {"c-inhand-nexus-1", 301},
+        {"c-inhand-samsung-1", 250}, {"c-inhand-nexus-2", 301}, {"c-inhand-pixel-carpet-1", 206},
+        {"c-inhand-pixel-carpet-2", 207}, {"c-inhand-pixel-carpet-3", 254}, {"c-inhand-pixel-carpet-4", 239},
+        {"c-armband-pixel-1", 267}, {"c-armband-pixel-2", 262}, {"c-backpocket-pixel-1", 265},
+        {"c-backpocket-pixel-2", 259}, {"c-frontpocket-pixel-1", 271}, {"c-frontpocket-pixel-2", 269},
+        {"c-inhand-pixel-1", 289}, {"c-inhand-pixel-2", 264}, {"c-inhand-pixel-4", 319},
+        {"c-neckpouch-pixel-1", 253}, {"c-neckpouch-pixel-2", 277}, {"c-purse-pixel-1", 368},
+        {"c-purse-pixel-2", 370}, {"c-swingingarm-pixel-2", 255}, {"b-armband-samsung-2", 258},
+        {"b-backpocket-samsung-1", 320}, {"b-backpocket-samsung-2", 292}, {"b-frontpocket-samsung-1", 275},
+        {"b-frontpocket-samsung-2", 328}, {"b-inhand-samsung-1", 360}, {"b-inhand-samsung-2", 298},
+        {"b-neckpouch-samsung-2", 283}, {"b-purse-samsung-2", 268}, {"a-armband-samsung-1", 311},
+        {"a-armband-samsung-2", 303}, {"a-backpocket-samsung-2", 278}, {"a-frontpocket-samsung-2", 302},
+        {"a-inhand-samsung-2", 327}, {"a-neckpouch-samsung-1", 304}, {"a-neckpouch-samsung-2", 308},
+        {"a-purse-samsung-1", 300}, {"a-purse-samsung-2", 304}, {"c-inhand-samsung-2", 259},
+        // clang-format on
+    };
+    Body::GetInstance().clear();
+    for (const auto& c : cases) {
+        const QString name = QStringLiteral("walker-%1.csv").arg(QLatin1String(c.walk));
+        QString path = QDir(walks).filePath(name);
+        if (!QFile::exists(path))
+            path = QDir(walks).filePath(QStringLiteral("../walks-more/") + name);
+        AccelerationRecording recording;
+        QString error;
+        ASSERT_TRUE(AccelerationCsvReader::ReadFile(path, &recording, &error))
+            << error.toStdString();
+        EXPECT_EQ(RecordingStepCounter::Count(recording, DetectorKind::Adaptive).Steps(), c.steps)
+            << c.walk;
+    }
+}
+
+}  // namespace

@@ -11,18 +11,19 @@
 #include "AccelerationRecording.h"
 #include "CliRegistry.h"
 #include "RecordingStepCounter.h"
+#include "StepDetectorFactory.h"
 
 namespace {
 
 const char kHelp[] =
-    "Usage: pedometer-cli accuracy TRUTH.csv\n"
+    "Usage: pedometer-cli accuracy [--detector classic|adaptive] TRUTH.csv\n"
     "\n"
     "Counts the steps in a set of recordings and compares them with their true counts.\n"
     "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
     "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
     "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
     "counted steps, true steps and signed error in percent is printed, followed by the\n"
-    "mean absolute percentage error.\n"
+    "mean absolute percentage error. --detector picks the step detector (default classic).\n"
     "\n"
     "Exit status: 0 on success, 2 on a bad index or a recording that cannot be read.\n";
 
@@ -106,15 +107,26 @@ int runAccuracy(const QStringList& args) {
         std::fputs(kHelp, stdout);
         return 0;
     }
-    if (args.size() != 1 || args.first().startsWith(QLatin1Char('-'))) {
+    QStringList rest = args;
+    DetectorKind kind = DetectorKind::Classic;
+    const qsizetype option = rest.indexOf(QStringLiteral("--detector"));
+    if (option >= 0) {
+        if (option + 1 >= rest.size() || !StepDetectorFactory::Parse(rest[option + 1], &kind)) {
+            std::fprintf(stderr,
+                         "pedometer-cli accuracy: --detector must be classic or adaptive\n");
+            return 2;
+        }
+        rest.remove(option, 2);
+    }
+    if (rest.size() != 1 || rest.first().startsWith(QLatin1Char('-'))) {
         std::fprintf(stderr,
                      "pedometer-cli accuracy: expected one index file\n"
-                     "Usage: pedometer-cli accuracy TRUTH.csv\n");
+                     "Usage: pedometer-cli accuracy [--detector classic|adaptive] TRUTH.csv\n");
         return 2;
     }
     std::vector<Entry> entries;
     QString error;
-    if (!readIndex(args.first(), entries, error)) {
+    if (!readIndex(rest.first(), entries, error)) {
         std::fprintf(stderr, "pedometer-cli accuracy: %s\n", qPrintable(error));
         return 2;
     }
@@ -145,7 +157,7 @@ int runAccuracy(const QStringList& args) {
             status = 2;
             continue;
         }
-        const int counted = RecordingStepCounter::Count(recording).Steps();
+        const int counted = RecordingStepCounter::Count(recording, kind).Steps();
         const double errorPercent = (counted - e.truth) * 100.0 / e.truth;
         sumAbsError += std::fabs(errorPercent);
         totalCounted += counted;

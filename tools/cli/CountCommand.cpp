@@ -9,6 +9,7 @@
 #include "Body.h"
 #include "CliRegistry.h"
 #include "RecordingStepCounter.h"
+#include "StepDetectorFactory.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ const char kHelp[] =
     "are ignored.\n"
     "\n"
     "Options:\n"
+    "  --detector D      the step detector: classic (the default) or adaptive\n"
     "  --json            one JSON object per file instead, with the keys file, steps,\n"
     "                    walk, jog, run, samples and distance_m\n"
     "  --walk-coef C     walk sensitivity: the dead-band of the walk detector's sum of\n"
@@ -80,6 +82,9 @@ int runCount(const QStringList& args) {
     const QCommandLineOption json(QStringLiteral("json"), QString());
     parser.addOption(help);
     parser.addOption(json);
+    const QCommandLineOption detectorOption(QStringLiteral("detector"), QString(),
+                                            QStringLiteral("D"));
+    parser.addOption(detectorOption);
     for (const char* coef : {"walk-coef", "jog-coef", "run-coef"}) {
         parser.addOption(QCommandLineOption(QLatin1String(coef), QString(), QStringLiteral("C")));
     }
@@ -105,6 +110,15 @@ int runCount(const QStringList& args) {
         return 2;
     }
 
+    DetectorKind kind = DetectorKind::Classic;
+    if (parser.isSet(detectorOption) &&
+        !StepDetectorFactory::Parse(parser.value(detectorOption), &kind)) {
+        std::fprintf(stderr,
+                     "pedometer-cli count: --detector must be classic or adaptive, not '%s'\n",
+                     qPrintable(parser.value(detectorOption)));
+        return 2;
+    }
+
     const Body& body = Body::GetInstance();
     int status = 0;
     for (const QString& file : files) {
@@ -115,7 +129,7 @@ int runCount(const QStringList& args) {
             status = 2;
             continue;
         }
-        const RecordingStepCounter::Result r = RecordingStepCounter::Count(recording);
+        const RecordingStepCounter::Result r = RecordingStepCounter::Count(recording, kind);
         const double metres = r.walk * body.getWalkStepSize() + r.jog * body.getJogStepSize() +
                               r.run * body.getRunStepSize();
         // QString::number ignores the locale, so the decimal point is always '.'.

@@ -16,6 +16,7 @@
 #include "PedometerDBManager.h"
 #include "QuorPedometer.h"
 #include "StatisticsManager.h"
+#include "StepDetectorFactory.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
 
@@ -62,7 +63,11 @@ int runReplay(const QStringList& args) {
                              QStringLiteral("YYYY-MM-DD HH:MM:SS"));
     QCommandLineOption realtime(QStringLiteral("realtime"),
                                 QStringLiteral("feed at the recording's own pace, real timers"));
-    parser.addOptions({dataDir, start, realtime});
+    QCommandLineOption detector(QStringLiteral("detector"),
+                                QStringLiteral("step detector: classic or adaptive (default: the "
+                                               "\"detector\" setting, else classic)"),
+                                QStringLiteral("D"));
+    parser.addOptions({dataDir, start, realtime, detector});
     if (!parser.parse(QStringList{QStringLiteral("replay")} + args))
         return fail(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
@@ -80,6 +85,14 @@ int runReplay(const QStringList& args) {
             return fail(
                 QStringLiteral("--start '%1' is not YYYY-MM-DD HH:MM:SS").arg(parser.value(start)));
         }
+    }
+    if (parser.isSet(detector)) {
+        DetectorKind kind = DetectorKind::Classic;
+        if (!StepDetectorFactory::Parse(parser.value(detector), &kind)) {
+            return fail(QStringLiteral("--detector must be classic or adaptive, not '%1'")
+                            .arg(parser.value(detector)));
+        }
+        StepDetectorFactory::SetChoice(kind);
     }
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
 

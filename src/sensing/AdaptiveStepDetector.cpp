@@ -1,0 +1,126 @@
+#include "AdaptiveStepDetector.h"
+
+#include <algorithm>
+#include <cmath>
+
+AdaptiveStepDetector::AdaptiveStepDetector(const Parameters& parameters) : p(parameters) {
+    Sanitise(p);
+}
+
+bool AdaptiveStepDetector::Sanitise(Parameters& q) {
+    const Parameters given = q;
+    q.smoothingSamples = std::clamp(q.smoothingSamples, 1, kMaxSmoothing);
+    q.confirmSteps = std::clamp(q.confirmSteps, 1, kMaxConfirm);
+    q.minStepSamples = std::clamp(q.minStepSamples, 1, kMaxDecisionDelay / 2);
+    q.maxStepSamples = std::clamp(q.maxStepSamples, q.minStepSamples, 1000);
+    q.maxMergeSamples = std::clamp(q.maxMergeSamples, q.minStepSamples, kMaxDecisionDelay / 2);
+    // NaN fails every comparison, so each clamp below also replaces it.
+    const auto inRange = [](float v, float lo, float hi, float fallback) {
+        return v >= lo && v <= hi ? v : (v > hi ? hi : (v < lo ? lo : fallback));
+    };
+    const Parameters d;
+    q.relativeThreshold = inRange(q.relativeThreshold, 0.0f, 1.0f, d.relativeThreshold);
+    q.noiseFloor = inRange(q.noiseFloor, 0.0f, 10.0f, d.noiseFloor);
+    q.baselineRate = inRange(q.baselineRate, 0.0001f, 1.0f, d.baselineRate);
+    q.riseRate = inRange(q.riseRate, 0.0001f, 1.0f, d.riseRate);
+    q.mergeShare = inRange(q.mergeShare, 0.0f, 1.0f, d.mergeShare);
+    return q.smoothingSamples == given.smoothingSamples && q.confirmSteps == given.confirmSteps &&
+           q.minStepSamples == given.minStepSamples && q.maxStepSamples == given.maxStepSamples &&
+           q.relativeThreshold == given.relativeThreshold && q.noiseFloor == given.noiseFloor &&
+           q.baselineRate == given.baselineRate && q.riseRate == given.riseRate &&
+           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples;
+}
+
+void AdaptiveStepDetector::Reset() {
+    *this = AdaptiveStepDetector(p);
+}
+
+int AdaptiveStepDetector::OnSample(float x, float y, float z) {
+    decidedCount = 0;
+    const int64_t n = sampleCount++;
+    const float m = std::sqrt(x * x + y * y + z * z);
+
+    // Stage 1: gravity out. The first sample starts the mean, so a phone that was lying
+    // still does not begin with a jump of 1 g.
+    if (n == 0) baseline = m;
+    baseline += p.baselineRate * (m - baseline);
+    const float d = m - baseline;
+
+    // Stage 2: moving average.
+    const int w = p.smoothingSamples;
+    const int slot = static_cast<int>(n & (kMaxSmoothing - 1));
+    smoothSum += d;
+    if (n >= w) smoothSum -= smoothRing[(n - w) & (kMaxSmoothing - 1)];
+    smoothRing[slot] = d;
+    const float s = static_cast<float>(smoothSum) / static_cast<float>(w);
+
+    // Stage 3: the previous sample was a peak if it rose to it and does not rise further.
+    if (n >= 2 && previous > beforePrevious && previous >= s) {
+        const float rise = previous - trough;
+        const float threshold = std::max(p.noiseFloor, p.relativeThreshold * recentRise);
+        if (rise > threshold) {
+            // The footfall precedes the smoothed peak by half the averaging window.
+            const int64_t at = n - 1 - (w - 1) / 2;
+            if (hasCandidate && at - candidate.sample < mergeWindow()) {
+                if (previous > candidate.height) {
+                    candidate.sample = at;
+                    candidate.height = previous;
+                    candidate.rise = std::max(candidate.rise, rise);
+                }
+            } else {
+                candidate = {at, previous, rise};
+                hasCandidate = true;
+            }
+            trough = s;
+        }
+    }
+    trough = std::min(trough, s);
+    beforePrevious = previous;
+    previous = s;
+
+    // A candidate no later peak can replace any more is a footfall.
+    if (hasCandidate && n - (w - 1) / 2 - candidate.sample >= mergeWindow()) finishCandidate();
+    return decidedCount;
+}
+
+// Peaks closer than this are one footfall. While walking it follows the cadence, so the
+// small bumps between the steps of a slow walk merge into the step; capped, so that a
+// period that doubled after missed steps cannot go on swallowing real ones.
+int AdaptiveStepDetector::mergeWindow() const {
+    if (!walking || period == 0) return p.minStepSamples;
+    return std::clamp(static_cast<int>(p.mergeShare * static_cast<float>(period)), p.minStepSamples,
+                      p.maxMergeSamples);
+}
+
+void AdaptiveStepDetector::finishCandidate() {
+    hasCandidate = false;
+    recentRise = recentRise == 0.0f ? candidate.rise
+                                    : recentRise + p.riseRate * (candidate.rise - recentRise);
+    decide(candidate.sample);
+}
+
+// Stage 4: the regularity gate.
+void AdaptiveStepDetector::decide(int64_t sample) {
+    const int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
+    lastStepSample = sample;
+    if (gap < 0 || gap > p.maxStepSamples) {
+        walking = false;
+        heldCount = 0;
+    } else {
+        period = period == 0 ? static_cast<int>(gap) : (3 * period + static_cast<int>(gap) + 2) / 4;
+    }
+    if (walking) {
+        decided[decidedCount++] = sample;
+        return;
+    }
+    held[heldCount++] = sample;
+    if (heldCount < p.confirmSteps) return;
+    // The walk is confirmed: count the held steps that are still recent enough.
+    walking = true;
+    const int64_t now = sampleCount - 1;
+    for (int i = 0; i < heldCount; ++i) {
+        if (now - held[i] > kMaxDecisionDelay) continue;
+        decided[decidedCount++] = held[i];
+    }
+    heldCount = 0;
+}

@@ -1,0 +1,163 @@
+// The adaptive detector: nothing counted when the phone is not walking, every step of a
+// clean gait counted, and the hand-over between detectors while counting.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <cmath>
+#include <memory>
+
+#include "AccelerationCsvReader.h"
+#include "AccelerationRecording.h"
+#include "AccelerometerSource.h"
+#include "AdaptiveStepDetector.h"
+#include "Body.h"
+#include "QuorPedometer.h"
+#include "RecordingStepCounter.h"
+#include "StepReceiver.h"
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// A walk sampled every 30 ms: `lead` seconds lying still, then `steps` footfalls at
+// `cadence` per second (a swell of `amplitude` g with a second harmonic, as a footfall
+// has), then two seconds still. The phone is tilted, so gravity is spread over x, y, z.
+template <typename Feed>
+void cleanGait(double cadence, double amplitude, int steps, double lead, Feed feed) {
+    const double walk = steps / cadence;
+    for (double t = 0.0; t < lead + walk + 2.0; t += 0.030) {
+        double m = 1.0;
+        if (t >= lead && t < lead + walk) {
+            const double phase = 2 * kPi * cadence * (t - lead);
+            m += amplitude * (0.5 - 0.5 * std::cos(phase) + 0.3 * std::sin(2 * phase));
+        }
+        feed(static_cast<float>(0.36 * m), static_cast<float>(0.48 * m),
+             static_cast<float>(0.8 * m));
+    }
+}
+
+// Every addStep call, whatever its gait, so that a step with a bad gait shows too.
+struct Steps final : StepReceiver {
+    void addStep(int gait) override { ++(gait >= 1 && gait <= 3 ? byGait[gait] : byGait[0]); }
+    int Total() const { return byGait[0] + byGait[1] + byGait[2] + byGait[3]; }
+    int byGait[4] = {};  // [0]: steps with no valid gait
+};
+
+Steps countWith(DetectorKind kind, double cadence, double amplitude, int steps) {
+    QuorPedometer detector(nullptr, kind);
+    Steps counted;
+    detector.statistics = &counted;
+    detector.startUpdating();
+    cleanGait(cadence, amplitude, steps, 3.0,
+              [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); });
+    return counted;
+}
+
+TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
+    Body::GetInstance().clear();
+    const QDir folder(QStringLiteral(PEDOMETER_SOURCE_DIR "/tests/data/not-walking"));
+    const QStringList cases = {"table.csv", "table-knock.csv", "car.csv", "typing.csv",
+                               "pickup.csv"};
+    for (const QString& name : cases) {
+        AccelerationRecording recording;
+        QString error;
+        ASSERT_TRUE(AccelerationCsvReader::ReadFile(folder.filePath(name), &recording, &error))
+            << error.toStdString();
+        const int steps = RecordingStepCounter::Count(recording, DetectorKind::Adaptive).Steps();
+        const double minutes = static_cast<double>(recording.DurationNs()) / 60e9;
+        EXPECT_LE(steps, 5.0 * minutes) << name.toStdString();
+    }
+}
+
+// Every footfall counts, slow or fast, gentle or hard. The first footfalls of a slow
+// walk come too late for the one-second decision once three confirm the walk.
+TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStep) {
+    Body::GetInstance().clear();
+    const struct {
+        double cadence;
+        double amplitude;
+        int counted;  // of 60
+    } cases[] = {{1.2, 0.2, 58}, {1.5, 0.3, 58}, {1.8, 0.2, 59}, {2.0, 0.5, 59},
+                 {2.4, 1.0, 59}, {2.8, 1.5, 59}, {3.0, 2.0, 59}};
+    for (const auto& c : cases) {
+        const Steps adaptive = countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60);
+        const Steps classic = countWith(DetectorKind::Classic, c.cadence, c.amplitude, 60);
+        EXPECT_EQ(adaptive.Total(), c.counted) << c.cadence << " steps/s, " << c.amplitude << " g";
+        // Each step takes the gait the classic machines give the walk (walk where they
+        // hardly see it): the shares may differ by a fifth.
+        EXPECT_EQ(adaptive.byGait[0], 0);
+        for (int gait = 1; gait <= 3; ++gait) {
+            const double share = classic.Total() < 10
+                                     ? (gait == 1 ? 1.0 : 0.0)
+                                     : 1.0 * classic.byGait[gait] / classic.Total();
+            EXPECT_NEAR(1.0 * adaptive.byGait[gait] / adaptive.Total(), share, 0.2)
+                << c.cadence << " steps/s, gait " << gait;
+        }
+    }
+}
+
+// Switching at any point of a step, either way and back again, counts what the first
+// detector would have counted alone: no step is lost or counted twice.
+TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
+    Body::GetInstance().clear();
+    for (const DetectorKind first : {DetectorKind::Classic, DetectorKind::Adaptive}) {
+        const DetectorKind other =
+            first == DetectorKind::Classic ? DetectorKind::Adaptive : DetectorKind::Classic;
+        const int alone = countWith(first, 2.0, 0.6, 60).Total();
+        ASSERT_GE(alone, 59);
+        for (int at = 300; at < 300 + 17; ++at) {
+            for (const int back : {0, 40, 400}) {  // never, within the hand-over, later
+                QuorPedometer detector(nullptr, first);
+                Steps tally;
+                detector.statistics = &tally;
+                detector.startUpdating();
+                int sample = 0;
+                cleanGait(2.0, 0.6, 60, 3.0, [&](float x, float y, float z) {
+                    if (sample == at) detector.SelectDetector(other);
+                    if (back > 0 && sample == at + back) detector.SelectDetector(first);
+                    ++sample;
+                    detector.OnDataReceived(x, y, z);
+                });
+                EXPECT_EQ(detector.GetActiveDetector(), back == 0 ? other : first);
+                EXPECT_EQ(tally.Total(), alone) << "from " << static_cast<int>(first)
+                                                << " at sample " << at << ", back after " << back;
+            }
+        }
+    }
+}
+
+// Parameters outside their working range are brought into it (the ring buffers and
+// step lists have fixed sizes) and reported, so the tuning tool can reject the set.
+TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported) {
+    using P = AdaptiveStepDetector::Parameters;
+    const struct {
+        void (*spoil)(P&);
+        int (*read)(const P&);
+        int expected;
+    } cases[] = {
+        {[](P& p) { p.smoothingSamples = 40; }, [](const P& p) { return p.smoothingSamples; }, 16},
+        {[](P& p) { p.smoothingSamples = 0; }, [](const P& p) { return p.smoothingSamples; }, 1},
+        {[](P& p) { p.confirmSteps = 0; }, [](const P& p) { return p.confirmSteps; }, 1},
+        {[](P& p) { p.confirmSteps = 9; }, [](const P& p) { return p.confirmSteps; }, 8},
+        {[](P& p) { p.maxMergeSamples = 30; }, [](const P& p) { return p.maxMergeSamples; }, 16},
+        {[](P& p) { p.relativeThreshold = -1; },
+         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 0},
+        {[](P& p) { p.relativeThreshold = NAN; },
+         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 4},
+        {[](P& p) { p.mergeShare = 2; },
+         [](const P& p) { return static_cast<int>(p.mergeShare * 10); }, 10},
+        {[](P& p) { p.noiseFloor = NAN; },
+         [](const P& p) { return static_cast<int>(p.noiseFloor * 100); }, 8},
+    };
+    P defaults;
+    EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));
+    int row = 0;
+    for (const auto& c : cases) {
+        P p;
+        c.spoil(p);
+        EXPECT_FALSE(AdaptiveStepDetector::Sanitise(p)) << "row " << row;
+        EXPECT_EQ(c.read(p), c.expected) << "row " << row++;
+    }
+}
+
+}  // namespace
