@@ -11,8 +11,9 @@ SnsSignIn::SnsSignIn(SnsHttp* http, const SnsEndpoints& endpoints, SnsProvider::
     : QObject(parent), http_(http), endpoints_(endpoints), done_(std::move(done)) {
     timeout_.setSingleShot(true);
     connect(&timeout_, &QTimer::timeout, this, [this] {
-        Fail(SnsOutcome::Text(QStringLiteral("sns__ Signing in to %@ took too long. Please try again."),
-                              {http_->ProviderTitle()}));
+        Fail(SnsOutcome::Text(
+            QStringLiteral("sns__ Signing in to %@ took too long. Please try again."),
+            {http_->ProviderTitle()}));
     });
     timeout_.start(endpoints_.signInTimeoutMs);
     connect(http_->Manager(), &QNetworkAccessManager::finished, this, &SnsSignIn::OnReplyFinished);
@@ -59,7 +60,8 @@ void SnsSignIn::Watch(QAbstractOAuth* flow, const SnsProvider::Browser& browser,
     flow_->setReplyHandler(handler_);
     connect(flow_, &QAbstractOAuth::authorizeWithBrowser, this, [this, browser](const QUrl& url) {
         if (!browser || !browser(url))
-            Fail(SnsOutcome::Text(QStringLiteral("sns__ Could not open the web browser to sign in.")));
+            Fail(SnsOutcome::Text(
+                QStringLiteral("sns__ Could not open the web browser to sign in.")));
     });
     connect(flow_, &QAbstractOAuth::granted, this,
             [this, result = std::move(result)] { Finish(result(), QString(), true); });
@@ -87,20 +89,35 @@ void SnsSignIn::Finish(const SnsAuthResult& result, const QString& message, bool
     timeout_.stop();
     if (handler_ != nullptr) handler_->close();
     if (flow_ != nullptr) flow_->disconnect(this);
+    StopTokenRequests();
     deleteLater();
     if (tell) done_(result, message);
 }
 
-void SnsSignIn::OnReplyFinished(QNetworkReply* reply) {
-    if (finished_) return;
+bool SnsSignIn::IsTokenRequest(const QNetworkReply* reply) const {
     const QUrl url = reply->url().adjusted(QUrl::RemoveQuery);
-    if (url != endpoints_.requestToken && url != endpoints_.accessToken) return;
+    return url == endpoints_.requestToken || url == endpoints_.accessToken;
+}
+
+void SnsSignIn::StopTokenRequests() {
+    // Qt's OAuth flows hear their token requests through connections that do not end
+    // with the flow: a request still running when the flow is deleted would answer into
+    // freed memory. Aborting finishes it now, while the flow is still there.
+    for (QNetworkReply* reply : http_->Manager()->findChildren<QNetworkReply*>()) {
+        if (reply->isRunning() && IsTokenRequest(reply)) reply->abort();
+    }
+}
+
+void SnsSignIn::OnReplyFinished(QNetworkReply* reply) {
+    if (finished_ || !IsTokenRequest(reply)) return;
     // OAuth 1.0a token endpoints answer with a form, OAuth 2 ones with JSON.
     const bool json = endpoints_.requestToken.isEmpty();
     const SnsOutcome outcome = SnsOutcome::From(reply, http_->ProviderTitle(), json);
-    const bool hasToken = json ? !outcome.json.value(QStringLiteral("access_token")).toString().isEmpty()
-                               : reply->isOpen() && reply->peek(reply->bytesAvailable()).contains("oauth_token=");
-    if (!outcome.ok) Fail(outcome.errorMessage);
+    const bool hasToken =
+        json ? !outcome.json.value(QStringLiteral("access_token")).toString().isEmpty()
+             : reply->isOpen() && reply->peek(reply->bytesAvailable()).contains("oauth_token=");
+    if (!outcome.ok)
+        Fail(outcome.errorMessage);
     else if (!hasToken)
         Fail(SnsOutcome::Text(QStringLiteral("sns__ %@ sent an answer that could not be read."),
                               {http_->ProviderTitle()}));

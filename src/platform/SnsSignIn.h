@@ -46,6 +46,8 @@ public:
 private:
     void Finish(const SnsAuthResult& result, const QString& message, bool tell);
     void OnReplyFinished(QNetworkReply* reply);
+    bool IsTokenRequest(const QNetworkReply* reply) const;
+    void StopTokenRequests();
 
     SnsHttp* http_;
     SnsEndpoints endpoints_;
