@@ -58,7 +58,7 @@ int PeriodSummary::BestDay(int measure) const {
 
 int PeriodSummary::ActiveDays() const {
     int active = 0;
-    for (const DAODayTotals& day : days_) active += day.laps > 0 ? 1 : 0;
+    for (const DAODayTotals& day : days_) active += day.steps > 0 ? 1 : 0;
     return active;
 }
 

@@ -34,7 +34,8 @@ public:
     double Highest(int measure) const;
     // The day with the highest value (the earliest of equals); -1 when none is above 0.
     int BestDay(int measure) const;
-    int ActiveDays() const;  // days with a lap
+    // Days with at least one step: a lap opened and never walked is not activity.
+    int ActiveDays() const;
     // The daily goal in the measure's units when the goal is of that measure; else -1.
     double Goal(int measure, const DAOTarget& target) const;
     // Indexes of the days that start a week, for the locale's first day of the week.

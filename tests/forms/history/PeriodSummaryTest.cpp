@@ -21,9 +21,10 @@ DAODayTotals Row(const QDate& day, int steps, double metres, double kcal, int se
 
 TEST(PeriodSummaryTest, EveryDayHasABarAndTheFiguresCoverTheWholePeriod) {
     const QDate monday(2026, 6, 15);
-    // Rows out of order and one outside the period, which is ignored.
+    // Rows out of order, a lap without steps, and one outside the period, which is ignored.
     const PeriodSummary week(monday, monday.addDays(6),
                              {Row(monday.addDays(4), 8000, 6000.0, 300.0, 3600),
+                              Row(monday.addDays(2), 0, 0.0, 0.0, 0),
                               Row(monday, 2000, 1609.344, 400.0, 1200),
                               Row(monday.addDays(7), 99999, 1e6, 1e4, 99999)},
                              true);
