@@ -12,6 +12,7 @@
 
 #include "AccelerationSample.h"
 #include "AccelerometerListener.h"
+#include "IioMountMatrix.h"
 #include "TestData.h"
 
 namespace {
@@ -99,6 +100,120 @@ TEST(IioAccelerometerSourceTest, DeliversScaledReadingsInGWhenTheyChange) {
     EXPECT_FLOAT_EQ(samples[0].y, -0.05f);
     EXPECT_FLOAT_EQ(samples[0].z, 2.0f);
     EXPECT_FLOAT_EQ(samples[1].y, 0.5f);
+}
+
+// The chip turned a quarter turn in its case: its y is the screen's x, its -x the
+// screen's y. udev's property beats the kernel's attribute; a broken one is ignored.
+TEST(IioAccelerometerSourceTest, MountMatrixTurnsChipAxesIntoScreenAxes) {
+    const QByteArray quarterTurn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
+    struct Case {
+        const char* name;
+        QByteArray kernel, udev;
+        AccelerationSample expected;  // chip reads x 0.1 g, y -0.05 g, z 1 g
+    } cases[] = {
+        {"none", "", "", {0.1f, -0.05f, 1.0f}},
+        {"kernel", quarterTurn, "", {-0.05f, -0.1f, 1.0f}},
+        {"udev beats kernel", "1,0,0;0,1,0;0,0,-1", quarterTurn, {-0.05f, -0.1f, 1.0f}},
+        {"broken udev", quarterTurn, "0, 1, 0; -1, 0", {-0.05f, -0.1f, 1.0f}},
+        {"zero row", "0,0,0;0,1,0;0,0,1", "", {0.1f, -0.05f, 1.0f}},
+        {"not numbers", "a,b,c;0,1,0;0,0,1", "", {0.1f, -0.05f, 1.0f}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        FakeIio iio;
+        const QString device = QStringLiteral("iio:device0");
+        iio.WriteAccelerometer(device);
+        if (!c.kernel.isEmpty())
+            iio.Write(device, QStringLiteral("in_accel_mount_matrix"), c.kernel);
+        if (!c.udev.isEmpty()) {
+            iio.Write(device, QStringLiteral("dev"), "247:3");
+            iio.Write(QStringLiteral("udev"), QStringLiteral("c247:3"),
+                      "E:ID_X=1\nE:ACCEL_MOUNT_MATRIX=" + c.udev);
+        }
+        IioAccelerometerSource source(iio.Root(), iio.Root() + QStringLiteral("/udev"));
+        auto log = std::make_unique<SampleLog>();
+        source.Start(log.get());
+        ASSERT_TRUE(log->WaitFor(1));
+        source.Stop();
+        const AccelerationSample got = log->Samples().front();
+        EXPECT_FLOAT_EQ(got.x, c.expected.x);
+        EXPECT_FLOAT_EQ(got.y, c.expected.y);
+        EXPECT_FLOAT_EQ(got.z, c.expected.z);
+    }
+}
+
+TEST(IioAccelerometerSourceTest, PicksTheScreenAccelerometerAmongSeveral) {
+    struct Case {
+        std::vector<std::pair<const char*, const char*>> devices;  // folder, label
+        const char* expected;
+    } cases[] = {
+        {{{"iio:device0", ""}, {"iio:device1", ""}}, "iio:device0"},
+        {{{"iio:device0", "accel-base"}, {"iio:device1", "accel-display"}}, "iio:device1"},
+        {{{"iio:device0", "accel-base"}, {"iio:device1", ""}}, "iio:device1"},
+        {{{"iio:device0", "accel-base"}}, "iio:device0"},
+        {{{"iio:device0", ""}, {"iio:device1", "accel-display"}}, "iio:device1"},
+    };
+    for (const Case& c : cases) {
+        FakeIio iio;
+        for (const auto& [folder, label] : c.devices) {
+            iio.WriteAccelerometer(QLatin1String(folder));
+            if (*label != 0) iio.Write(QLatin1String(folder), QStringLiteral("label"), label);
+        }
+        EXPECT_EQ(IioAccelerometerSource::FindDevice(iio.Root()).section('/', -1),
+                  QLatin1String(c.expected))
+            << c.expected;
+    }
+}
+
+TEST(IioAccelerometerSourceTest, AsksForAtLeast33HzWhenOffered) {
+    struct Case {
+        QByteArray current, available, expected;
+    } cases[] = {
+        {"12.5", "1.5 12.5 25 50 100 200", "50"},
+        {"12.5", "100 50", "50"},
+        {"50", "12.5 50 100", "50"},  // already fast enough
+        {"10", "5 10 20", "10"},      // nothing fast enough offered
+        {"10", "", "10"},             // nothing offered at all
+    };
+    for (const Case& c : cases) {
+        FakeIio iio;
+        const QString device = QStringLiteral("iio:device0");
+        iio.WriteAccelerometer(device);
+        iio.Write(device, QStringLiteral("in_accel_sampling_frequency"), c.current);
+        if (!c.available.isEmpty())
+            iio.Write(device, QStringLiteral("in_accel_sampling_frequency_available"), c.available);
+        IioAccelerometerSource source(iio.Root());
+        auto log = std::make_unique<SampleLog>();
+        source.Start(log.get());
+        ASSERT_TRUE(log->WaitFor(1));
+        source.Stop();
+        QFile written(iio.Root() + QStringLiteral("/iio:device0/in_accel_sampling_frequency"));
+        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        EXPECT_EQ(written.readAll().trimmed(), c.expected) << c.available.constData();
+    }
+}
+
+// After a suspend the device may come back under another number, with its own matrix.
+TEST(IioAccelerometerSourceTest, CarriesOnWhenTheDeviceVanishesAndComesBack) {
+    FakeIio iio;
+    iio.WriteAccelerometer(QStringLiteral("iio:device0"));
+    IioAccelerometerSource source(iio.Root());
+    auto log = std::make_unique<SampleLog>();
+    source.Start(log.get());
+    ASSERT_TRUE(log->WaitFor(1));
+    // Reading a removed sysfs file fails; an emptied file fails the same way here.
+    ASSERT_TRUE(QFile(iio.Root() + QStringLiteral("/iio:device0/in_accel_x_raw")).resize(0));
+    ASSERT_TRUE(QDir(iio.Root() + QStringLiteral("/iio:device0")).removeRecursively());
+    QThread::msleep(200);
+    const QString back = QStringLiteral("iio:device3");
+    iio.WriteAccelerometer(back);
+    iio.Write(back, QStringLiteral("in_accel_mount_matrix"), "-1,0,0;0,-1,0;0,0,1");
+    ASSERT_TRUE(log->WaitFor(2));
+    source.Stop();
+    const std::vector<AccelerationSample> samples = log->Samples();
+    ASSERT_EQ(samples.size(), 2u);
+    EXPECT_FLOAT_EQ(samples[1].x, -0.1f);
+    EXPECT_FLOAT_EQ(samples[1].y, 0.05f);
 }
 
 }  // namespace
