@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QProcess>
+#include <QString>
+#include <functional>
+
+// A session bus of the test's own: a dbus-daemon started for the test and stopped
+// with it, so D-Bus services can be played without touching the machine's buses.
+class PrivateBus {
+public:
+    PrivateBus();
+    ~PrivateBus();
+    bool IsRunning() const { return !address_.isEmpty(); }
+    // A new connection to the bus under `name` (each name is its own client).
+    QDBusConnection Connect(const QString& name);
+
+private:
+    QProcess daemon_;
+    QString address_;
+    QStringList names_;
+};
+
+// Runs the event loop until `done` holds or five seconds have passed.
+bool SpinUntil(const std::function<bool()>& done);
+// Runs the event loop for `ms` milliseconds.
+void SpinFor(int ms);
