@@ -157,6 +157,10 @@ bool IioAccelerometerSource::ReadRaw(QFile& file, double& value) {
 }
 
 IioAccelerometerSource::PollResult IioAccelerometerSource::Poll(AccelerationSample& sample) {
+    if (reopen_.exchange(false) && open_) {
+        CloseDevice();
+        pollsSinceLost_ = kReopenPolls - 1;  // look for it again right now
+    }
     if (!open_) {
         if (++pollsSinceLost_ < kReopenPolls) return PollResult::NoSample;
         pollsSinceLost_ = 0;

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QString>
 #include <array>
+#include <atomic>
 
 #include "IioMountMatrix.h"
 #include "PolledAccelerometerSource.h"
@@ -22,6 +23,7 @@
 // A device that stops answering (unplugged, or renumbered after a resume) is closed;
 // the sensor thread looks for an accelerometer again about once a second and carries
 // on with it when one is back, so counting survives a suspend without a restart.
+// After a resume the device is opened anew (and looked for) before the next reading.
 class IioAccelerometerSource final : public PolledAccelerometerSource {
 public:
     // Polls between two searches for a device that went away (about a second).
@@ -36,6 +38,7 @@ public:
     ~IioAccelerometerSource() override;
 
     bool IsAvailable() const override;
+    void ReopenAfterResume() override { reopen_.store(true); }
     // The device folder found when the source was made; empty when none was found.
     QString DevicePath() const { return device_; }
 
@@ -63,6 +66,7 @@ private:
     const QString root_;
     const QString udevRoot_;
     const QString device_;
+    std::atomic<bool> reopen_{false};
     // Sensor thread only from here on.
     std::array<Axis, 3> axes_;
     IioMountMatrix matrix_;

@@ -209,11 +209,16 @@ TEST(IioAccelerometerSourceTest, CarriesOnWhenTheDeviceVanishesAndComesBack) {
     iio.WriteAccelerometer(back);
     iio.Write(back, QStringLiteral("in_accel_mount_matrix"), "-1,0,0;0,-1,0;0,0,1");
     ASSERT_TRUE(log->WaitFor(2));
+    // A resume opens the device anew, rereading what may have changed meanwhile.
+    iio.Write(back, QStringLiteral("in_accel_mount_matrix"), "1,0,0;0,1,0;0,0,1");
+    source.ReopenAfterResume();
+    ASSERT_TRUE(log->WaitFor(3));
     source.Stop();
     const std::vector<AccelerationSample> samples = log->Samples();
-    ASSERT_EQ(samples.size(), 2u);
+    ASSERT_EQ(samples.size(), 3u);
     EXPECT_FLOAT_EQ(samples[1].x, -0.1f);
     EXPECT_FLOAT_EQ(samples[1].y, 0.05f);
+    EXPECT_FLOAT_EQ(samples[2].x, 0.1f);
 }
 
 }  // namespace
