@@ -41,6 +41,21 @@ check_installed() {
   echo "test-package: $label: $(grep '^painted' "$out")"
 }
 
+# A second pedometer on a data folder in use says so and leaves; the first goes on.
+check_one_writer() {
+  local prefix="$1" data="$work/shared-data" out="$work/second.txt"
+  env -u DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORM=offscreen \
+    "$prefix/bin/pedometer" --data-dir "$data" --quit-after 4 >"$work/first.txt" 2>&1 &
+  local first=$!
+  for _ in $(seq 50); do [ -s "$data/pedometer.lock" ] && break; sleep 0.1; done
+  if env -u DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORM=offscreen \
+    "$prefix/bin/pedometer" --data-dir "$data" --quit-after 1 >"$out" 2>&1; then
+    fail "a second pedometer ran on a data folder in use"
+  fi
+  grep -q "is using the data folder" "$out" || { cat "$out"; fail "the second one did not say why"; }
+  wait "$first" || { cat "$work/first.txt"; fail "the first pedometer did not go on"; }
+}
+
 cmake --build --preset "$preset" --target pedometer pedometer-cli pedometer_resources pedometer_seed_databases >/dev/null
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
 check_installed "$work/prefix" prefix
@@ -53,4 +68,5 @@ for lib in libqt6widgets6 libqt6svg6 libsqlite3-0 qt6-qpa-plugins; do
 done
 dpkg-deb -x "$deb" "$work/root"
 check_installed "$work/root/usr" deb
+check_one_writer "$work/root/usr"
 echo "test-package: $(basename "$deb") passes"
