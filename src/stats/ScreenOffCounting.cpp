@@ -26,16 +26,7 @@ void ScreenOffCounting::SetOverride(std::optional<bool> on) {
 }
 
 bool ScreenOffCounting::Parse(const QString& text, bool* on) {
-    const QString t = text.trimmed().toLower();
-    if (t == QLatin1String("on") || t == QLatin1String("1") || t == QLatin1String("yes") ||
-        t == QLatin1String("true")) {
-        *on = true;
-        return true;
-    }
-    if (t == QLatin1String("off") || t == QLatin1String("0") || t == QLatin1String("no") ||
-        t == QLatin1String("false")) {
-        *on = false;
-        return true;
-    }
-    return false;
+    if (text != QLatin1String("on") && text != QLatin1String("off")) return false;
+    *on = text == QLatin1String("on");
+    return true;
 }

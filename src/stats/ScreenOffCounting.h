@@ -16,6 +16,6 @@ public:
     static bool Store(bool on);
     // Overrides the stored choice for this run; nullopt goes back to the stored one.
     static void SetOverride(std::optional<bool> on);
-    // "on" or "off" (also "1"/"0", "yes"/"no", "true"/"false"); false for anything else.
+    // "on" or "off"; false for anything else.
     static bool Parse(const QString& text, bool* on);
 };

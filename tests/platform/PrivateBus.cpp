@@ -2,16 +2,12 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QThread>
 
 PrivateBus::PrivateBus() {
     daemon_.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--session"), QStringLiteral("--nofork"),
                    QStringLiteral("--print-address=1")});
-    if (!daemon_.waitForStarted(5000)) return;
-    QElapsedTimer timer;
-    timer.start();
-    while (!daemon_.canReadLine() && timer.elapsed() < 5000) daemon_.waitForReadyRead(100);
+    if (daemon_.waitForStarted(5000)) SpinUntil([this] { return daemon_.canReadLine(); });
     address_ = QString::fromLocal8Bit(daemon_.readLine()).trimmed();
 }
 
@@ -26,18 +22,10 @@ QDBusConnection PrivateBus::Connect(const QString& name) {
     return QDBusConnection::connectToBus(address_, name);
 }
 
-bool SpinUntil(const std::function<bool()>& done) {
+bool SpinUntil(const std::function<bool()>& done, int ms) {
     QElapsedTimer timer;
     timer.start();
-    while (!done() && timer.elapsed() < 5000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        QThread::msleep(2);
-    }
+    while (!done() && timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     return done();
-}
-
-void SpinFor(int ms) {
-    QElapsedTimer timer;
-    timer.start();
-    SpinUntil([&] { return timer.elapsed() >= ms; });
 }

@@ -2,17 +2,16 @@
 
 #include <QDBusConnection>
 #include <QProcess>
-#include <QString>
 #include <functional>
 
-// A session bus of the test's own: a dbus-daemon started for the test and stopped
-// with it, so D-Bus services can be played without touching the machine's buses.
+// A session bus of the test's own (a dbus-daemon started and stopped with it), so D-Bus
+// services can be played without touching the machine's buses.
 class PrivateBus {
 public:
     PrivateBus();
     ~PrivateBus();
     bool IsRunning() const { return !address_.isEmpty(); }
-    // A new connection to the bus under `name` (each name is its own client).
+    // A new connection under `name` (each name is its own client).
     QDBusConnection Connect(const QString& name);
 
 private:
@@ -21,7 +20,5 @@ private:
     QStringList names_;
 };
 
-// Runs the event loop until `done` holds or five seconds have passed.
-bool SpinUntil(const std::function<bool()>& done);
-// Runs the event loop for `ms` milliseconds.
-void SpinFor(int ms);
+// Runs the event loop until `done` holds (true) or `ms` milliseconds have passed.
+bool SpinUntil(const std::function<bool()>& done, int ms = 5000);

@@ -14,127 +14,78 @@
 namespace {
 
 const QString kPath = QStringLiteral("/org/freedesktop/login1");
-const QString kManager = QStringLiteral("org.freedesktop.login1.Manager");
 
-// Plays logind: each Inhibit call hands out the write end of a pipe and keeps the
-// read end, which reports a hang-up once every copy of the lock has been closed.
+// Plays logind: each Inhibit hands out the write end of a pipe and keeps the read end,
+// which hangs up once every copy of that lock is closed. Called on Qt's D-Bus thread.
 class FakeLogind : public QDBusVirtualObject {
 public:
-    ~FakeLogind() override {
-        for (const Lock& lock : locks_) ::close(lock.readEnd);
-    }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-        if (message.member() != QLatin1String("Inhibit") || message.arguments().size() != 4)
-            return false;
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
         int fds[2];
-        if (::pipe(fds) != 0) return false;
-        const QDBusUnixFileDescriptor lock(fds[1]);  // keeps a copy of its own
+        if (call.member() != QLatin1String("Inhibit") || ::pipe(fds) != 0) return false;
+        const QDBusUnixFileDescriptor lock(fds[1]);  // holds a copy of its own
         ::close(fds[1]);
-        {
-            std::lock_guard guard(mutex_);
-            locks_.push_back(
-                {message.arguments()[0].toString() + '/' + message.arguments()[3].toString(),
-                 fds[0]});
-        }
-        connection.send(message.createReply(QVariant::fromValue(lock)));
+        std::lock_guard guard(mutex_);
+        locks_.emplace_back(call.arguments()[3].toString(), fds[0]);
+        bus.send(call.createReply(QVariant::fromValue(lock)));
         return true;
     }
     QString introspect(const QString&) const override { return {}; }
-
-    // How many locks of this "what/mode" are still held.
-    int Held(const QString& kind) {
+    int Held(const QString& mode) {  // "delay" or "block" locks still held
         std::lock_guard guard(mutex_);
         int held = 0;
-        for (const Lock& lock : locks_) {
-            pollfd p{lock.readEnd, POLLIN, 0};
-            if (lock.kind == kind && ::poll(&p, 1, 0) == 0) ++held;
+        for (const auto& [kind, fd] : locks_) {
+            pollfd p{fd, POLLIN, 0};
+            held += kind == mode && ::poll(&p, 1, 0) == 0;
         }
         return held;
     }
 
-    static void Send(QDBusConnection& connection, bool sleeping) {
-        QDBusMessage signal =
-            QDBusMessage::createSignal(kPath, kManager, QStringLiteral("PrepareForSleep"));
-        signal << sleeping;
-        connection.send(signal);
-    }
-
 private:
-    struct Lock {
-        QString kind;
-        int readEnd;
-    };
     std::mutex mutex_;
-    std::vector<Lock> locks_;
+    std::vector<std::pair<QString, int>> locks_;  // read ends stay open until the end
 };
 
-struct LogindOnPrivateBus {
-    LogindOnPrivateBus() {
-        service = bus.Connect(QStringLiteral("logind"));
-        service.registerService(QStringLiteral("org.freedesktop.login1"));
-        service.registerVirtualObject(kPath, &logind);
-    }
+TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks) {
     PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
     FakeLogind logind;
-    QDBusConnection service{QString()};
-};
+    QDBusConnection service = bus.Connect(QStringLiteral("logind"));
+    service.registerService(QStringLiteral("org.freedesktop.login1"));
+    service.registerVirtualObject(kPath, &logind);
+    const auto prepareForSleep = [&](bool sleeping) {
+        service.send(QDBusMessage::createSignal(kPath,
+                                                QStringLiteral("org.freedesktop.login1.Manager"),
+                                                QStringLiteral("PrepareForSleep"))
+                     << sleeping);
+    };
+    const auto held = [&](int delay, int block) {
+        return SpinUntil(
+            [&] { return logind.Held("delay") == delay && logind.Held("block") == block; });
+    };
 
-TEST(SleepInhibitorTest, DelaysSleepToWriteAndBlocksItWhenCountingWithTheScreenOff) {
-    LogindOnPrivateBus world;
-    ASSERT_TRUE(world.bus.IsRunning());
-    FakeLogind& logind = world.logind;
-    SleepInhibitor inhibitor(world.bus.Connect(QStringLiteral("app")),
-                             SleepInhibitor::Service::Logind);
-    int written = 0, resumed = 0, delaysWhileWriting = -1;
-    inhibitor.SetBeforeSleep([&] {
-        ++written;
-        delaysWhileWriting = logind.Held(QStringLiteral("sleep/delay"));
-    });
+    SleepInhibitor inhibitor(bus.Connect(QStringLiteral("app")), SleepInhibitor::Service::Logind);
+    int resumed = 0, delaysWhileWriting = -1;
+    inhibitor.SetBeforeSleep([&] { delaysWhileWriting = logind.Held("delay"); });
     inhibitor.SetAfterResume([&] { ++resumed; });
+    inhibitor.Hold(true);
+    inhibitor.Release();    // before the answers come: the locks are let go on arrival
+    prepareForSleep(true);  // while nothing is held: none of its business
+    SpinUntil([] { return false; }, 300);
+    EXPECT_EQ(delaysWhileWriting, -1);
+    EXPECT_TRUE(held(0, 0));
 
-    // Signals while nothing is held are none of its business.
-    FakeLogind::Send(world.service, true);
-    SpinFor(300);
     inhibitor.Hold(false);
-    ASSERT_TRUE(SpinUntil([&] { return inhibitor.HasDelayLock(); }));
-    EXPECT_EQ(logind.Held(QStringLiteral("sleep/delay")), 1);
-    EXPECT_EQ(logind.Held(QStringLiteral("sleep/block")), 0);
-    EXPECT_EQ(written, 0);
-
+    EXPECT_TRUE(held(1, 0));
     inhibitor.Hold(true);
-    ASSERT_TRUE(SpinUntil([&] { return logind.Held(QStringLiteral("sleep/block")) == 1; }));
-    EXPECT_TRUE(SpinUntil([&] { return logind.Held(QStringLiteral("sleep/delay")) == 1; }));
-
-    FakeLogind::Send(world.service, true);
-    ASSERT_TRUE(SpinUntil([&] { return logind.Held(QStringLiteral("sleep/delay")) == 0; }));
-    EXPECT_EQ(written, 1);
+    EXPECT_TRUE(held(1, 1));
+    prepareForSleep(true);
+    EXPECT_TRUE(held(0, 1));
     EXPECT_EQ(delaysWhileWriting, 1);  // written before the delay was let go
-    EXPECT_EQ(logind.Held(QStringLiteral("sleep/block")), 1);
-
-    FakeLogind::Send(world.service, false);
-    ASSERT_TRUE(SpinUntil([&] { return logind.Held(QStringLiteral("sleep/delay")) == 1; }));
+    prepareForSleep(false);
+    EXPECT_TRUE(held(1, 1));
     EXPECT_EQ(resumed, 1);
-
     inhibitor.Release();
-    EXPECT_TRUE(SpinUntil([&] {
-        return logind.Held(QStringLiteral("sleep/delay")) +
-                   logind.Held(QStringLiteral("sleep/block")) ==
-               0;
-    }));
-    EXPECT_FALSE(inhibitor.HasDelayLock() || inhibitor.HasBlockLock());
-}
-
-TEST(SleepInhibitorTest, ALockGrantedAfterReleaseIsLetGo) {
-    LogindOnPrivateBus world;
-    ASSERT_TRUE(world.bus.IsRunning());
-    SleepInhibitor inhibitor(world.bus.Connect(QStringLiteral("app")),
-                             SleepInhibitor::Service::Logind);
-    inhibitor.Hold(true);
-    inhibitor.Release();  // before any answer came
-    SpinFor(300);
-    EXPECT_EQ(world.logind.Held(QStringLiteral("sleep/delay")), 0);
-    EXPECT_EQ(world.logind.Held(QStringLiteral("sleep/block")), 0);
-    EXPECT_FALSE(inhibitor.HasDelayLock() || inhibitor.HasBlockLock());
+    EXPECT_TRUE(held(0, 0));
 }
 
 }  // namespace
