@@ -49,6 +49,10 @@ public:
         ASSERT_TRUE(testdata::WriteFile(
             Root() + QLatin1Char('/') + device + QLatin1Char('/') + name, value + "\n"));
     }
+    QByteArray Read(const QString& device, const QString& name) const {
+        QFile file(Root() + QLatin1Char('/') + device + QLatin1Char('/') + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+    }
     void WriteAccelerometer(const QString& device) {
         Write(device, QStringLiteral("in_accel_x_raw"), "100");
         Write(device, QStringLiteral("in_accel_y_raw"), "-50");
@@ -104,92 +108,62 @@ TEST(IioAccelerometerSourceTest, DeliversScaledReadingsInGWhenTheyChange) {
 
 // The chip turned a quarter turn in its case: its y is the screen's x, its -x the
 // screen's y. udev's property beats the kernel's attribute; a broken one is ignored.
-TEST(IioAccelerometerSourceTest, MountMatrixTurnsChipAxesIntoScreenAxes) {
-    const QByteArray quarterTurn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
+// Opening asks for the slowest offered rate of at least 33 Hz.
+TEST(IioAccelerometerSourceTest, MountMatrixAndSamplingFrequency) {
+    const QByteArray turn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
     struct Case {
-        const char* name;
-        QByteArray kernel, udev;
-        AccelerationSample expected;  // chip reads x 0.1 g, y -0.05 g, z 1 g
+        QByteArray kernel, udev, rate, offered, expectedRate;
+        float x, y;  // the chip reads x 0.1 g, y -0.05 g
     } cases[] = {
-        {"none", "", "", {0.1f, -0.05f, 1.0f}},
-        {"kernel", quarterTurn, "", {-0.05f, -0.1f, 1.0f}},
-        {"udev beats kernel", "1,0,0;0,1,0;0,0,-1", quarterTurn, {-0.05f, -0.1f, 1.0f}},
-        {"broken udev", quarterTurn, "0, 1, 0; -1, 0", {-0.05f, -0.1f, 1.0f}},
-        {"zero row", "0,0,0;0,1,0;0,0,1", "", {0.1f, -0.05f, 1.0f}},
-        {"not numbers", "a,b,c;0,1,0;0,0,1", "", {0.1f, -0.05f, 1.0f}},
+        {"", "", "12.5", "1.5 12.5 25 100 50", "50", 0.1f, -0.05f},
+        {turn, "", "50", "12.5 50 100", "50", -0.05f, -0.1f},
+        {"1,0,0;0,1,0;0,0,-1", turn, "10", "5 10 20", "10", -0.05f, -0.1f},
+        {turn, "0, 1, 0; -1, 0", "10", "", "10", -0.05f, -0.1f},
+        {"0,0,0;0,1,0;0,0,1", "", "40", "", "40", 0.1f, -0.05f},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE((c.kernel + " | " + c.udev + " | " + c.offered).constData());
         FakeIio iio;
         const QString device = QStringLiteral("iio:device0");
         iio.WriteAccelerometer(device);
-        if (!c.kernel.isEmpty())
-            iio.Write(device, QStringLiteral("in_accel_mount_matrix"), c.kernel);
+        iio.Write(device, "in_accel_sampling_frequency", c.rate);
+        if (!c.offered.isEmpty())
+            iio.Write(device, "in_accel_sampling_frequency_available", c.offered);
+        if (!c.kernel.isEmpty()) iio.Write(device, "in_accel_mount_matrix", c.kernel);
         if (!c.udev.isEmpty()) {
-            iio.Write(device, QStringLiteral("dev"), "247:3");
-            iio.Write(QStringLiteral("udev"), QStringLiteral("c247:3"),
-                      "E:ID_X=1\nE:ACCEL_MOUNT_MATRIX=" + c.udev);
+            iio.Write(device, "dev", "247:3");
+            iio.Write("udev", "c247:3", "E:ID_X=1\nE:ACCEL_MOUNT_MATRIX=" + c.udev);
         }
-        IioAccelerometerSource source(iio.Root(), iio.Root() + QStringLiteral("/udev"));
+        IioAccelerometerSource source(iio.Root(), iio.Root() + "/udev");
         auto log = std::make_unique<SampleLog>();
         source.Start(log.get());
         ASSERT_TRUE(log->WaitFor(1));
         source.Stop();
-        const AccelerationSample got = log->Samples().front();
-        EXPECT_FLOAT_EQ(got.x, c.expected.x);
-        EXPECT_FLOAT_EQ(got.y, c.expected.y);
-        EXPECT_FLOAT_EQ(got.z, c.expected.z);
+        EXPECT_FLOAT_EQ(log->Samples()[0].x, c.x);
+        EXPECT_FLOAT_EQ(log->Samples()[0].y, c.y);
+        EXPECT_FLOAT_EQ(log->Samples()[0].z, 1.0f);
+        EXPECT_EQ(iio.Read(device, "in_accel_sampling_frequency"), c.expectedRate);
     }
 }
 
 TEST(IioAccelerometerSourceTest, PicksTheScreenAccelerometerAmongSeveral) {
-    struct Case {
-        std::vector<std::pair<const char*, const char*>> devices;  // folder, label
-        const char* expected;
-    } cases[] = {
-        {{{"iio:device0", ""}, {"iio:device1", ""}}, "iio:device0"},
-        {{{"iio:device0", "accel-base"}, {"iio:device1", "accel-display"}}, "iio:device1"},
-        {{{"iio:device0", "accel-base"}, {"iio:device1", ""}}, "iio:device1"},
-        {{{"iio:device0", "accel-base"}}, "iio:device0"},
-        {{{"iio:device0", ""}, {"iio:device1", "accel-display"}}, "iio:device1"},
-    };
-    for (const Case& c : cases) {
+    const struct {
+        std::vector<const char*> labels;  // one device each, "" unlabelled
+        int expected;
+    } cases[] = {{{"", ""}, 0},
+                 {{"accel-base", "accel-display"}, 1},
+                 {{"accel-base", ""}, 1},
+                 {{"accel-base"}, 0},
+                 {{"", "accel-display"}, 1}};
+    for (const auto& c : cases) {
         FakeIio iio;
-        for (const auto& [folder, label] : c.devices) {
-            iio.WriteAccelerometer(QLatin1String(folder));
-            if (*label != 0) iio.Write(QLatin1String(folder), QStringLiteral("label"), label);
+        for (std::size_t d = 0; d < c.labels.size(); ++d) {
+            iio.WriteAccelerometer(QStringLiteral("iio:device%1").arg(d));
+            if (*c.labels[d] != 0)
+                iio.Write(QStringLiteral("iio:device%1").arg(d), "label", c.labels[d]);
         }
-        EXPECT_EQ(IioAccelerometerSource::FindDevice(iio.Root()).section('/', -1),
-                  QLatin1String(c.expected))
-            << c.expected;
-    }
-}
-
-TEST(IioAccelerometerSourceTest, AsksForAtLeast33HzWhenOffered) {
-    struct Case {
-        QByteArray current, available, expected;
-    } cases[] = {
-        {"12.5", "1.5 12.5 25 50 100 200", "50"},
-        {"12.5", "100 50", "50"},
-        {"50", "12.5 50 100", "50"},  // already fast enough
-        {"10", "5 10 20", "10"},      // nothing fast enough offered
-        {"10", "", "10"},             // nothing offered at all
-    };
-    for (const Case& c : cases) {
-        FakeIio iio;
-        const QString device = QStringLiteral("iio:device0");
-        iio.WriteAccelerometer(device);
-        iio.Write(device, QStringLiteral("in_accel_sampling_frequency"), c.current);
-        if (!c.available.isEmpty())
-            iio.Write(device, QStringLiteral("in_accel_sampling_frequency_available"), c.available);
-        IioAccelerometerSource source(iio.Root());
-        auto log = std::make_unique<SampleLog>();
-        source.Start(log.get());
-        ASSERT_TRUE(log->WaitFor(1));
-        source.Stop();
-        QFile written(iio.Root() + QStringLiteral("/iio:device0/in_accel_sampling_frequency"));
-        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
-        EXPECT_EQ(written.readAll().trimmed(), c.expected) << c.available.constData();
+        EXPECT_EQ(IioAccelerometerSource::FindDevice(iio.Root()),
+                  iio.Root() + QStringLiteral("/iio:device%1").arg(c.expected));
     }
 }
 
