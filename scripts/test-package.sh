@@ -4,7 +4,8 @@
 # unpacked with dpkg-deb into a temporary root. Each installed pedometer runs offscreen
 # on an empty data folder, must paint its main screen and find its resources under
 # share/ (never in the build tree), and the installed desktop entry and metainfo must
-# pass their validators. Usage: scripts/test-package.sh [preset]
+# pass their validators; a second writer on a data folder and a second launch on the
+# user's own data are turned away. Usage: scripts/test-package.sh [preset]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset="${1:-default}"
@@ -56,6 +57,19 @@ check_one_writer() {
   wait "$first" || { cat "$work/first.txt"; fail "the first pedometer did not go on"; }
 }
 
+# On a session bus of its own: a second launch on the user's data brings the first
+# one forward and leaves at once.
+check_one_instance() {
+  local prefix="$1"
+  XDG_DATA_HOME="$work/xdg" QT_QPA_PLATFORM=offscreen dbus-run-session -- bash -c '
+    "$1/bin/pedometer" --quit-after 4 >/dev/null 2>&1 & first=$!
+    for _ in $(seq 50); do [ -s "$XDG_DATA_HOME/pedometer/pedometer.lock" ] && break; sleep 0.1; done
+    "$1/bin/pedometer" --quit-after 1 && wait "$first"' _ "$prefix" >"$work/instance.txt" 2>&1 ||
+    { cat "$work/instance.txt"; fail "one instance: a launch failed"; }
+  grep -q "already running; its window was brought forward" "$work/instance.txt" ||
+    { cat "$work/instance.txt"; fail "the second launch did not hand over"; }
+}
+
 cmake --build --preset "$preset" --target pedometer pedometer-cli pedometer_resources pedometer_seed_databases >/dev/null
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
 check_installed "$work/prefix" prefix
@@ -69,4 +83,5 @@ done
 dpkg-deb -x "$deb" "$work/root"
 check_installed "$work/root/usr" deb
 check_one_writer "$work/root/usr"
+check_one_instance "$work/root/usr"
 echo "test-package: $(basename "$deb") passes"
