@@ -300,7 +300,8 @@ int main(int argc, char** argv) {
     }
     QApplication::setWindowIcon(
         QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
-    StatisticsManager::GuardSleepWhileCounting(true);
+    // Headless runs (tests, screenshots) leave the machine's power management alone.
+    StatisticsManager::GuardSleepWhileCounting(!onOffscreenPlatform());
 
     // The accelerometer: a replayed recording or the machine's own, maybe recorded.
     CsvReplaySource* replaySource = nullptr;
