@@ -12,6 +12,7 @@ packages=(
   libsqlitecpp-dev libsqlite3-dev sqlite3
   libgtest-dev libgmock-dev libbenchmark-dev
   clang-format fonts-dejavu-core xdg-utils
+  desktop-file-utils appstream dbus-daemon dpkg-dev
 )
 
 missing=()

@@ -1,13 +1,14 @@
 // pedometer: the windowed application.
+#include <time.h>
+#include <unistd.h>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QIcon>
 #include <QLocale>
 #include <QTimer>
-#include <time.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
@@ -18,12 +19,16 @@
 #include "AppResource.h"
 #include "CsvReplaySource.h"
 #include "DAOLapSeconds.h"
+#include "DataFolderLock.h"
 #include "MainForm.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
 #include "PlatformSettings.h"
 #include "RecordingAccelerometerSource.h"
 #include "ScreenDirectory.h"
+#include "ScreenOffCounting.h"
+#include "SingleInstance.h"
+#include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
@@ -137,7 +142,6 @@ void reportDatabaseProblems() {
     }
 }
 
-
 // Whether the command line only asks for information (help, version, screen names):
 // such a run shows no window, so it must not need a display.
 bool onlyPrints(int argc, char** argv) {
@@ -160,6 +164,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("pedometer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
+    QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A pedometer and fitness companion."));
@@ -221,9 +226,14 @@ int main(int argc, char** argv) {
     const QCommandLineOption to(QStringLiteral("to"),
                                 QStringLiteral("Last day of the range --open shows."),
                                 QStringLiteral("YYYY-MM-DD"));
-    parser.addOptions({dataDir, sensor, detector, replay, loop, autostart, record, locale, hvga,
-                       silent, screenshot, quitAfter, quitAtEnd, open, listScreens, day, lap, from,
-                       to});
+    const QCommandLineOption screenOff(
+        QStringLiteral("keep-counting-screen-off"),
+        QStringLiteral("on: keep the system awake while counting, also with the screen off; "
+                       "off: let it sleep (default: the stored setting, on)."),
+        QStringLiteral("on|off"));
+    parser.addOptions({dataDir,     sensor, detector, replay,     loop,      autostart, record,
+                       locale,      hvga,   silent,   screenshot, quitAfter, quitAtEnd, open,
+                       listScreens, day,    lap,      from,       to,        screenOff});
     parser.process(app);
 
     if (parser.isSet(listScreens)) {
@@ -259,11 +269,39 @@ int main(int argc, char** argv) {
         }
         StepDetectorFactory::SetChoice(kind);
     }
+    if (parser.isSet(screenOff)) {
+        bool on = true;
+        if (!ScreenOffCounting::Parse(parser.value(screenOff), &on)) {
+            return fail(QStringLiteral("--keep-counting-screen-off must be on or off"));
+        }
+        ScreenOffCounting::SetOverride(on);
+    }
     bool quitSeconds = false;
     const int quitAfterSeconds = parser.value(quitAfter).toInt(&quitSeconds);
     if (parser.isSet(quitAfter) && (!quitSeconds || quitAfterSeconds < 0)) {
         return fail(QStringLiteral("--quit-after needs a number of seconds"));
     }
+
+    // One pedometer per session on the user's own data: a second launch brings the
+    // first one forward and leaves. Any process writing to a data folder locks it.
+    std::unique_ptr<SingleInstance> single;
+    if (!parser.isSet(dataDir) && !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
+        single = std::make_unique<SingleInstance>(QDBusConnection::sessionBus());
+        if (single->Claim() == SingleInstance::Outcome::HandedOver) {
+            std::printf("pedometer is already running; its window was brought forward\n");
+            return 0;
+        }
+    }
+    std::unique_ptr<DataFolderLock> folderLock;
+    if (const QString home = AppPaths::Home(); !home.isEmpty()) {
+        QString lockError;
+        folderLock = DataFolderLock::Acquire(home, &lockError);
+        if (!folderLock) return fail(lockError);
+    }
+    QApplication::setWindowIcon(
+        QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
+    // Headless runs (tests, screenshots) leave the machine's power management alone.
+    StatisticsManager::GuardSleepWhileCounting(!onOffscreenPlatform());
 
     // The accelerometer: a replayed recording or the machine's own, maybe recorded.
     CsvReplaySource* replaySource = nullptr;
@@ -305,6 +343,15 @@ int main(int argc, char** argv) {
         return fail(openError);
     }
     opened->installEventFilter(&firstPaint);
+    if (single) {
+        single->SetOnActivate([frame = pedometer.GetFrame()](const QString& token) {
+            if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+            frame->show();
+            frame->setWindowState((frame->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+            frame->raise();
+            frame->activateWindow();
+        });
+    }
     if (parser.isSet(autostart)) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),

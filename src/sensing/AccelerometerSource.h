@@ -20,4 +20,7 @@ public:
     // Stops delivering; does nothing if not started.
     virtual void Stop() = 0;
     virtual bool IsRunning() const = 0;
+    // The system is back from sleep: a source on a device opens it anew at its next
+    // reading, for a device may come back renumbered or reset. Any thread.
+    virtual void ReopenAfterResume() {}
 };

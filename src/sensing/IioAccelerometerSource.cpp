@@ -7,13 +7,18 @@ namespace {
 constexpr double kStandardGravity = 9.80665;
 const char* const kAxes[] = {"x", "y", "z"};
 
+// A whole sysfs attribute, trimmed; empty if missing.
+QByteArray readText(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return file.read(4096).trimmed();
+}
+
 // A whole sysfs attribute as a number; false if missing or not a number.
 bool readNumber(const QString& path, double& value) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return false;
-    const QByteArray text = file.read(64).trimmed();
     bool ok = false;
-    value = text.toDouble(&ok);
+    const double read = readText(path).toDouble(&ok);
+    if (ok) value = read;
     return ok;
 }
 
@@ -25,10 +30,36 @@ bool readAttribute(const QString& device, const char* axis, const char* attribut
            readNumber(QStringLiteral("%1/in_accel_%2").arg(device, QLatin1String(attribute)),
                       value);
 }
+
+bool isAccelerometer(const QString& device) {
+    for (const char* axis : kAxes) {
+        double scale = 0.0;
+        if (!QFile::exists(QStringLiteral("%1/in_accel_%2_raw").arg(device, QLatin1String(axis))) ||
+            !readAttribute(device, axis, "scale", scale)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// udev's ACCEL_MOUNT_MATRIX for the device, from the property file of its character
+// device ("c<major>:<minor>"); empty when udev has none.
+QString udevMountMatrix(const QString& device, const QString& udevDataRoot) {
+    const QByteArray number = readText(device + QStringLiteral("/dev"));
+    if (number.isEmpty()) return {};
+    QFile data(udevDataRoot + QStringLiteral("/c") + QString::fromLatin1(number));
+    if (!data.open(QIODevice::ReadOnly)) return {};
+    const QByteArray key("E:ACCEL_MOUNT_MATRIX=");
+    for (const QByteArray& line : data.readAll().split('\n')) {
+        if (line.startsWith(key)) return QString::fromLatin1(line.mid(key.size()));
+    }
+    return {};
+}
 }  // namespace
 
-IioAccelerometerSource::IioAccelerometerSource(const QString& devicesRoot)
-    : device_(FindDevice(devicesRoot)) {}
+IioAccelerometerSource::IioAccelerometerSource(const QString& devicesRoot,
+                                               const QString& udevDataRoot)
+    : root_(devicesRoot), udevRoot_(udevDataRoot), device_(FindDevice(devicesRoot)) {}
 
 IioAccelerometerSource::~IioAccelerometerSource() {
     Stop();
@@ -36,40 +67,77 @@ IioAccelerometerSource::~IioAccelerometerSource() {
 
 QString IioAccelerometerSource::FindDevice(const QString& root) {
     const QDir dir(root);
-    const QStringList entries = dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString& entry : entries) {
+    QString display, plain, base;
+    for (const QString& entry : dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
         const QString device = dir.filePath(entry);
-        bool complete = true;
-        for (const char* axis : kAxes) {
-            double scale = 0.0;
-            if (!QFile::exists(
-                    QStringLiteral("%1/in_accel_%2_raw").arg(device, QLatin1String(axis))) ||
-                !readAttribute(device, axis, "scale", scale)) {
-                complete = false;
-                break;
-            }
-        }
-        if (complete) return device;
+        if (!isAccelerometer(device)) continue;
+        const QByteArray label = readText(device + QStringLiteral("/label"));
+        QString& slot = label == "accel-display" ? display : label == "accel-base" ? base : plain;
+        if (slot.isEmpty()) slot = device;
     }
-    return {};
+    return !display.isEmpty() ? display : !plain.isEmpty() ? plain : base;
+}
+
+IioMountMatrix IioAccelerometerSource::ReadMountMatrix(const QString& device,
+                                                       const QString& udevDataRoot) {
+    IioMountMatrix matrix;
+    const QString candidates[] = {udevMountMatrix(device, udevDataRoot),
+                                  QString::fromLatin1(readText(device + "/in_accel_mount_matrix")),
+                                  QString::fromLatin1(readText(device + "/mount_matrix"))};
+    for (const QString& text : candidates) {
+        if (!text.isEmpty() && IioMountMatrix::Parse(text, &matrix)) break;
+    }
+    return matrix;
 }
 
 bool IioAccelerometerSource::IsAvailable() const {
     return !device_.isEmpty();
 }
 
-bool IioAccelerometerSource::OpenDevice() {
-    if (device_.isEmpty()) return false;
+void IioAccelerometerSource::RaiseSamplingFrequency(const QString& device) {
+    for (const QString& prefix : {QStringLiteral("/in_accel_"), QStringLiteral("/")}) {
+        const QString attribute = device + prefix + QStringLiteral("sampling_frequency");
+        double current = 0.0;
+        if (!readNumber(attribute, current)) continue;
+        if (current >= kWantedFrequencyHz) return;
+        // The slowest offered rate that is fast enough; a device that offers none
+        // is left as it is.
+        double best = 0.0;
+        for (const QByteArray& item :
+             readText(attribute + QStringLiteral("_available")).split(' ')) {
+            bool ok = false;
+            const double rate = item.toDouble(&ok);
+            if (ok && rate >= kWantedFrequencyHz && (best == 0.0 || rate < best)) best = rate;
+        }
+        if (best == 0.0) return;
+        QFile file(attribute);
+        if (file.open(QIODevice::WriteOnly)) file.write(QByteArray::number(best) + '\n');
+        return;
+    }
+}
+
+bool IioAccelerometerSource::OpenAxes(const QString& device) {
     for (int i = 0; i < 3; ++i) {
         Axis& axis = axes_[i];
-        if (!readAttribute(device_, kAxes[i], "scale", axis.scale)) return false;
+        axis.raw.close();
+        if (!readAttribute(device, kAxes[i], "scale", axis.scale)) return false;
         axis.offset = 0.0;
-        readAttribute(device_, kAxes[i], "offset", axis.offset);
+        readAttribute(device, kAxes[i], "offset", axis.offset);
         axis.raw.setFileName(
-            QStringLiteral("%1/in_accel_%2_raw").arg(device_, QLatin1String(kAxes[i])));
+            QStringLiteral("%1/in_accel_%2_raw").arg(device, QLatin1String(kAxes[i])));
         if (!axis.raw.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return false;
     }
+    matrix_ = ReadMountMatrix(device, udevRoot_);
+    RaiseSamplingFrequency(device);
     return true;
+}
+
+bool IioAccelerometerSource::OpenDevice() {
+    if (device_.isEmpty()) return false;
+    pollsSinceLost_ = 0;
+    open_ = OpenAxes(device_);
+    if (!open_) CloseDevice();
+    return open_;
 }
 
 bool IioAccelerometerSource::ReadRaw(QFile& file, double& value) {
@@ -89,16 +157,36 @@ bool IioAccelerometerSource::ReadRaw(QFile& file, double& value) {
 }
 
 IioAccelerometerSource::PollResult IioAccelerometerSource::Poll(AccelerationSample& sample) {
-    double g[3];
+    if (reopen_.exchange(false) && open_) {
+        CloseDevice();
+        pollsSinceLost_ = kReopenPolls - 1;  // look for it again right now
+    }
+    if (!open_) {
+        if (++pollsSinceLost_ < kReopenPolls) return PollResult::NoSample;
+        pollsSinceLost_ = 0;
+        const QString device = FindDevice(root_);
+        open_ = !device.isEmpty() && OpenAxes(device);
+        if (!open_) {
+            CloseDevice();
+            return PollResult::NoSample;
+        }
+    }
+    std::array<double, 3> chip{};
     for (int i = 0; i < 3; ++i) {
         double raw = 0.0;
-        if (!ReadRaw(axes_[i].raw, raw)) return PollResult::NoSample;
-        g[i] = (raw + axes_[i].offset) * axes_[i].scale / kStandardGravity;
+        if (!ReadRaw(axes_[i].raw, raw)) {
+            // Gone (or renumbered): look for it again on later polls.
+            CloseDevice();
+            return PollResult::NoSample;
+        }
+        chip[i] = (raw + axes_[i].offset) * axes_[i].scale / kStandardGravity;
     }
+    const std::array<double, 3> g = matrix_.Apply(chip);
     sample = {static_cast<float>(g[0]), static_cast<float>(g[1]), static_cast<float>(g[2])};
     return PollResult::Sample;
 }
 
 void IioAccelerometerSource::CloseDevice() {
     for (Axis& axis : axes_) axis.raw.close();
+    open_ = false;
 }

@@ -51,6 +51,9 @@ public:
     QuorPedometer(const QuorPedometer&) = delete;
     QuorPedometer& operator=(const QuorPedometer&) = delete;
 
+    // The accelerometer this detector listens to; null when it has none.
+    AccelerometerSource* Source() const { return sensorManager.get(); }
+
     // Counting: steps reach `statistics` while this mode is on.
     void startUpdating();
     void stopUpdating();

@@ -24,6 +24,7 @@ public:
     void Start(AccelerometerListener* listener) override;
     void Stop() override;
     bool IsRunning() const override { return inner_->IsRunning(); }
+    void ReopenAfterResume() override { inner_->ReopenAfterResume(); }
 
 private:
     void OnDataReceived(float x, float y, float z) override;

@@ -7,6 +7,8 @@
 #include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "QuorPedometer.h"
+#include "ScreenOffCounting.h"
+#include "SleepInhibitor.h"
 #include "Timer.h"
 #include "UpdaterThread.h"
 
@@ -15,11 +17,17 @@ QuorPedometer* StatisticsManager::__engine = nullptr;
 namespace {
 constexpr int kTickMs = 1000;
 constexpr int kTicksPerInterval = 5;
+std::atomic<bool> guardSleep{false};
 }  // namespace
+
+void StatisticsManager::GuardSleepWhileCounting(bool on) {
+    guardSleep.store(on);
+}
 
 StatisticsManager::StatisticsManager() = default;
 
 StatisticsManager::~StatisticsManager() {
+    sleepInhibitor_.reset();
     if (engine_) engine_->stopUpdating();
     if (timer) timer->Cancel();
     // The detector goes first so no step arrives while the rest is taken down.
@@ -64,6 +72,12 @@ void StatisticsManager::Initialize() {
     updaterThread->Initialize(engine_.get(), mainForm);
     updaterThread->SetIntervalObserver(intervalObserver_);
     updaterThread->Start();
+
+    if (guardSleep.load()) sleepInhibitor_ = SleepInhibitor::ForThisSystem();
+    if (sleepInhibitor_) {
+        sleepInhibitor_->SetBeforeSleep([this] { WriteBeforeSleep(); });
+        sleepInhibitor_->SetAfterResume([this] { OnResumed(); });
+    }
 }
 
 void StatisticsManager::start() {
@@ -73,6 +87,7 @@ void StatisticsManager::start() {
     ForceMainScreenUpdate();
     timer->Start(kTickMs);
     Metronome::GetInstance().Start();
+    if (sleepInhibitor_) sleepInhibitor_->Hold(ScreenOffCounting::IsOn());
 }
 
 void StatisticsManager::stop() {
@@ -81,6 +96,21 @@ void StatisticsManager::stop() {
     timer->Cancel();
     engine_->stopUpdating();
     Metronome::GetInstance().Stop();
+    if (sleepInhibitor_) sleepInhibitor_->Release();
+}
+
+void StatisticsManager::WriteBeforeSleep() {
+    if (!started) return;
+    if (secondTicks > 0 || intervalSteps.load() > 0) {
+        UpdateUI();
+        secondTicks = 0;
+        timer->Start(kTickMs);
+    }
+    updaterThread->WaitUntilIdle();
+}
+
+void StatisticsManager::OnResumed() {
+    if (AccelerometerSource* source = engine_->Source()) source->ReopenAfterResume();
 }
 
 void StatisticsManager::addStep(int gait) {

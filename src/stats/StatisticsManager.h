@@ -12,6 +12,7 @@ class DAOLap;
 class DAOLapSeconds;
 class MainFormListener;
 class QuorPedometer;
+class SleepInhibitor;
 class Timer;
 class UpdaterThread;
 
@@ -45,9 +46,24 @@ public:
         intervalObserver_ = std::move(observer);
     }
 
+    // Whether the managers made from now on keep the system awake while counting
+    // (SleepInhibitor::ForThisSystem). Off by default, so tests and tools never touch
+    // the machine's power management; the application turns it on.
+    static void GuardSleepWhileCounting(bool on);
+
     void Initialize();
+    // Counting starts: the system may not suspend without letting the interval be
+    // written first, nor at all when ScreenOffCounting is on. stop() lifts both.
     void start();
     void stop();
+
+    // The system is about to sleep: the interval in progress is handed over now (as
+    // a whole interval, so no step waits in memory across the sleep) and stored
+    // before this returns. The next interval starts afresh; the time asleep adds
+    // nothing, as the counting time only moves with the one-second ticks.
+    void WriteBeforeSleep();
+    // Back from sleep: the accelerometer is opened anew at its next reading.
+    void OnResumed();
     bool GetStarted() const { return started.load(); }
 
     // Sensor thread: one accepted step of the given gait (1 walk, 2 jog, 3 run).
@@ -86,4 +102,5 @@ private:
     std::unique_ptr<QuorPedometer> engine_;
     std::optional<std::unique_ptr<AccelerometerSource>> sensorSource_;
     std::function<void(int, const DAOLapSeconds&)> intervalObserver_;
+    std::unique_ptr<SleepInhibitor> sleepInhibitor_;
 };

@@ -107,6 +107,26 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
 }
 
+// Before a sleep the interval in progress is stored at once, and the next one starts
+// afresh: nothing is stored twice.
+TEST_F(StatisticsManagerTest, WritesTheIntervalInProgressBeforeSleep) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.WriteBeforeSleep();  // nothing counted yet
+    EXPECT_TRUE(storedSeconds().empty());
+    m.addStep(1);
+    m.addStep(1);
+    advanceSeconds(2);
+    m.WriteBeforeSleep();
+    ASSERT_EQ(storedSeconds().size(), 1u);
+    EXPECT_EQ(storedSeconds()[0].steps, 2);
+    advanceSeconds(4);
+    EXPECT_EQ(storedSeconds().size(), 1u);  // the next interval needs five ticks of its own
+    advanceSeconds(1);
+    ASSERT_EQ(storedSeconds().size(), 2u);
+    EXPECT_EQ(storedSeconds()[1].steps, 0);
+}
+
 TEST_F(StatisticsManagerTest, UnknownGaitCountsAStepWithoutDistance) {
     StatisticsManager& m = makeManager();
     m.start();

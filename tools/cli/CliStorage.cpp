@@ -14,6 +14,15 @@ void CliStorage::ApplyDataDir(const QCommandLineParser& parser) {
     }
 }
 
+std::unique_ptr<DataFolderLock> CliStorage::LockDataFolder(const char* command) {
+    const QString home = AppPaths::Home();
+    QString error = AppPaths::HomeError();
+    std::unique_ptr<DataFolderLock> lock;
+    if (!home.isEmpty()) lock = DataFolderLock::Acquire(home, &error);
+    if (!lock) std::fprintf(stderr, "pedometer-cli %s: %s\n", command, error.toUtf8().constData());
+    return lock;
+}
+
 void CliStorage::PrintStatus(const char* command, const DatabaseStatus& status) {
     if (!status.error.isEmpty()) {
         std::fprintf(stderr, "pedometer-cli %s: %s\n", command, status.error.toUtf8().constData());

@@ -2,6 +2,9 @@
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <memory>
+
+#include "DataFolderLock.h"
 
 #include "DatabaseStatus.h"
 
@@ -16,6 +19,10 @@ public:
         "                    (default: ~/.local/share/pedometer)\n";
     // Points AppPaths::Home() at the folder given with --data-dir, if any.
     static void ApplyDataDir(const QCommandLineParser& parser);
+
+    // Locks the data folder for a command that writes to it; null, after printing
+    // "pedometer-cli COMMAND: <why>", when another process writes there already.
+    static std::unique_ptr<DataFolderLock> LockDataFolder(const char* command);
 
     // Prints "pedometer-cli COMMAND: <why>" to stderr when `status` has an error.
     static void PrintStatus(const char* command, const DatabaseStatus& status);

@@ -10,6 +10,7 @@
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "CliRegistry.h"
+#include "CliStorage.h"
 #include "Clock.h"
 #include "CsvReplaySource.h"
 #include "DAOLap.h"
@@ -95,6 +96,8 @@ int runReplay(const QStringList& args) {
         StepDetectorFactory::SetChoice(kind);
     }
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
+    const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("replay");
+    if (!lock) return 1;
 
     QString error;
     std::unique_ptr<CsvReplaySource> source = CsvReplaySource::FromFile(file, &error);

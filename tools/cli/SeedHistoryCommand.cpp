@@ -77,6 +77,8 @@ int runSeedHistory(const QStringList& args) {
         return 2;
     }
     CliStorage::ApplyDataDir(parser);
+    const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("seed-history");
+    if (!lock) return 1;
 
     PedometerDBManager& manager = PedometerDBManager::GetInstance();
     const DatabaseStatus status = manager.StatisticsStatus();

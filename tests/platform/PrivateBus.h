@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <functional>
+
+// Runs the event loop until `done` holds (true) or `ms` milliseconds have passed.
+inline bool SpinUntil(const std::function<bool()>& done, int ms = 5000) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!done() && timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return done();
+}
+
+// A session bus of the test's own (a dbus-daemon that ends with it), on which D-Bus
+// services are played without touching the machine's buses.
+class PrivateBus {
+public:
+    PrivateBus() {
+        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
+        if (daemon_.waitForStarted(5000)) SpinUntil([this] { return daemon_.canReadLine(); });
+        address_ = QString::fromLocal8Bit(daemon_.readLine()).trimmed();
+    }
+    ~PrivateBus() {
+        for (const QString& name : names_) QDBusConnection::disconnectFromBus(name);
+        daemon_.terminate();
+        daemon_.waitForFinished(5000);
+    }
+    bool IsRunning() const { return !address_.isEmpty(); }
+    QDBusConnection Connect(const QString& name) {  // each name is a client of its own
+        names_.append(name);
+        return QDBusConnection::connectToBus(address_, name);
+    }
+
+private:
+    QProcess daemon_;
+    QString address_;
+    QStringList names_;
+};

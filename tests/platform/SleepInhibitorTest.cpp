@@ -1,0 +1,91 @@
+#include "SleepInhibitor.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <mutex>
+#include <vector>
+
+#include "PrivateBus.h"
+
+namespace {
+
+const QString kPath = QStringLiteral("/org/freedesktop/login1");
+
+// Plays logind: each Inhibit hands out the write end of a pipe and keeps the read end,
+// which hangs up once every copy of that lock is closed. Called on Qt's D-Bus thread.
+class FakeLogind : public QDBusVirtualObject {
+public:
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+        int fds[2];
+        if (call.member() != QLatin1String("Inhibit") || ::pipe(fds) != 0) return false;
+        const QDBusUnixFileDescriptor lock(fds[1]);  // holds a copy of its own
+        ::close(fds[1]);
+        std::lock_guard guard(mutex_);
+        locks_.emplace_back(call.arguments()[3].toString(), fds[0]);
+        bus.send(call.createReply(QVariant::fromValue(lock)));
+        return true;
+    }
+    QString introspect(const QString&) const override { return {}; }
+    int Held(const QString& mode) {  // "delay" or "block" locks still held
+        std::lock_guard guard(mutex_);
+        int held = 0;
+        for (const auto& [kind, fd] : locks_) {
+            pollfd p{fd, POLLIN, 0};
+            held += kind == mode && ::poll(&p, 1, 0) == 0;
+        }
+        return held;
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<std::pair<QString, int>> locks_;  // read ends stay open until the end
+};
+
+TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks) {
+    PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    FakeLogind logind;
+    QDBusConnection service = bus.Connect(QStringLiteral("logind"));
+    service.registerService(QStringLiteral("org.freedesktop.login1"));
+    service.registerVirtualObject(kPath, &logind);
+    const auto prepareForSleep = [&](bool sleeping) {
+        service.send(QDBusMessage::createSignal(kPath,
+                                                QStringLiteral("org.freedesktop.login1.Manager"),
+                                                QStringLiteral("PrepareForSleep"))
+                     << sleeping);
+    };
+    const auto held = [&](int delay, int block) {
+        return SpinUntil(
+            [&] { return logind.Held("delay") == delay && logind.Held("block") == block; });
+    };
+
+    SleepInhibitor inhibitor(bus.Connect(QStringLiteral("app")), SleepInhibitor::Service::Logind);
+    int resumed = 0, delaysWhileWriting = -1;
+    inhibitor.SetBeforeSleep([&] { delaysWhileWriting = logind.Held("delay"); });
+    inhibitor.SetAfterResume([&] { ++resumed; });
+    inhibitor.Hold(true);
+    inhibitor.Release();    // before the answers come: the locks are let go on arrival
+    prepareForSleep(true);  // while nothing is held: none of its business
+    SpinUntil([] { return false; }, 300);
+    EXPECT_EQ(delaysWhileWriting, -1);
+    EXPECT_TRUE(held(0, 0));
+
+    inhibitor.Hold(false);
+    EXPECT_TRUE(held(1, 0));
+    inhibitor.Hold(true);
+    EXPECT_TRUE(held(1, 1));
+    prepareForSleep(true);
+    EXPECT_TRUE(held(0, 1));
+    EXPECT_EQ(delaysWhileWriting, 1);  // written before the delay was let go
+    prepareForSleep(false);
+    EXPECT_TRUE(held(1, 1));
+    EXPECT_EQ(resumed, 1);
+    inhibitor.Release();
+    EXPECT_TRUE(held(0, 0));
+}
+
+}  // namespace
