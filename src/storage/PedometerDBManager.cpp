@@ -235,9 +235,19 @@ void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, doubl
 // --- Connections --------------------------------------------------------------
 
 PedometerDBManager::PedometerDBManager()
-    : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"}),
-      statistics_(QStringLiteral("Statistics.db3"), {"Lap", "LapMinutes", "LastFiveMinutes",
-                                                     "SygnalValues", "BODYLOGS", "TargetValues"}) {}
+    : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"},
+               // 1: the version number itself.
+               {QString()}),
+      statistics_(
+          QStringLiteral("Statistics.db3"),
+          {"Lap", "LapMinutes", "LastFiveMinutes", "SygnalValues", "BODYLOGS", "TargetValues"},
+          // 1: the indexes the history and the per-interval updates rely on,
+          // missing from files of the first releases.
+          {QStringLiteral("CREATE INDEX IF NOT EXISTS LapStartDate ON Lap (startDate);"
+                          "CREATE INDEX IF NOT EXISTS LapMinutesLap ON LapMinutes "
+                          "(lapId, lapMinute);"
+                          "CREATE INDEX IF NOT EXISTS LastFiveMinutesLap ON "
+                          "LastFiveMinutes (lapId);")}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -897,9 +907,11 @@ bool PedometerDBManager::SetPreference(const QString& name, const QString& value
     return options_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         // Files seeded by earlier versions have no such table yet.
-        db.exec("CREATE TABLE IF NOT EXISTS Preferences (name TEXT PRIMARY KEY, value TEXT "
-                "NOT NULL)");
-        SQLite::Statement upsert(db, "INSERT OR REPLACE INTO Preferences (name, value) VALUES (?, ?)");
+        db.exec(
+            "CREATE TABLE IF NOT EXISTS Preferences (name TEXT PRIMARY KEY, value TEXT "
+            "NOT NULL)");
+        SQLite::Statement upsert(db,
+                                 "INSERT OR REPLACE INTO Preferences (name, value) VALUES (?, ?)");
         upsert.bind(1, name.toStdString());
         upsert.bind(2, value.toStdString());
         upsert.exec();

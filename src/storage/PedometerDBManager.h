@@ -39,6 +39,8 @@ public:
     // --- Connections ---------------------------------------------------------
     DatabaseStatus OptionsStatus();
     DatabaseStatus StatisticsStatus();
+    // The statistics database itself, for whole-table work such as export and import.
+    DatabaseConnection& StatisticsConnection() { return statistics_; }
     bool IsOptionsUsable() { return OptionsStatus().usable(); }
     bool IsStatisticsUsable() { return StatisticsStatus().usable(); }
     // Closes both files; the next operation opens them again under the current

@@ -7,8 +7,7 @@
 #include "ActivityCsv.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
-#include "DataBackup.h"
-#include "DatabaseConnection.h"
+#include "PedometerDBManager.h"
 
 namespace {
 
@@ -71,9 +70,9 @@ int runExport(const QStringList& args) {
     }
     CliStorage::ApplyDataDir(parser);
 
-    const DataBackup::Entry& entry = DataBackup::Entries().at(1);
-    DatabaseConnection statistics(entry.name, entry.requiredTables);
-    statistics.SetReadOnly(true);
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    manager.SetReadOnly(true);
+    DatabaseConnection& statistics = manager.StatisticsConnection();
     if (!statistics.Status().open) {
         CliStorage::PrintStatus("export", statistics.Status());
         return 1;

@@ -7,8 +7,7 @@
 #include "ActivityCsv.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
-#include "DataBackup.h"
-#include "DatabaseConnection.h"
+#include "PedometerDBManager.h"
 
 namespace {
 
@@ -59,8 +58,8 @@ int runImport(const QStringList& args) {
         return 1;
     }
 
-    const DataBackup::Entry& entry = DataBackup::Entries().at(1);
-    DatabaseConnection statistics(entry.name, entry.requiredTables);
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    DatabaseConnection& statistics = manager.StatisticsConnection();
     if (!statistics.Status().usable()) {
         CliStorage::PrintStatus("import", statistics.Status());
         return 1;
