@@ -1,4 +1,6 @@
 // pedometer: the windowed application.
+#include <time.h>
+#include <unistd.h>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -6,8 +8,6 @@
 #include <QFile>
 #include <QLocale>
 #include <QTimer>
-#include <time.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
@@ -129,14 +129,15 @@ void printInterval(int lapId, const DAOLapSeconds& s) {
 // but what it counts is not kept.
 void reportDatabaseProblems() {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
+    QStringList told;
     for (const DatabaseStatus& status : {db.OptionsStatus(), db.StatisticsStatus()}) {
-        if (!status.usable()) {
-            std::fprintf(stderr, "pedometer: %s cannot be used (%s); nothing will be saved to it\n",
-                         qPrintable(status.path), qPrintable(status.error));
+        if (!status.usable() && !told.contains(status.error)) {
+            told << status.error;
+            std::fprintf(stderr, "pedometer: %s; nothing will be saved\n",
+                         qPrintable(status.error));
         }
     }
 }
-
 
 // Whether the command line only asks for information (help, version, screen names):
 // such a run shows no window, so it must not need a display.

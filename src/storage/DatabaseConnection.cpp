@@ -143,9 +143,11 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
         if (verdict != QLatin1String("ok")) {
             status_.error =
                 QStringLiteral("%1 is damaged (%2); it is left as it is")
-                    .arg(status_.path, verdict.simplified()
-                                           .remove(QStringLiteral("*** in database main *** "))
-                                           .left(120));
+                    .arg(status_.path,
+                         verdict
+                             .section('\n', verdict.startsWith(QLatin1Char('*')) ? 1 : 0,
+                                      verdict.startsWith(QLatin1Char('*')) ? 1 : 0)
+                             .left(80));
             return false;
         }
     }

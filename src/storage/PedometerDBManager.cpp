@@ -262,6 +262,13 @@ DatabaseStatus PedometerDBManager::StatisticsStatus() {
     return statistics_.Status();
 }
 
+DatabaseStatus PedometerDBManager::SavingProblem() {
+    for (const DatabaseStatus& status : {statistics_.Status(), options_.Status()}) {
+        if (!status.usable() || !status.lastFailure.isEmpty()) return status;
+    }
+    return {};
+}
+
 void PedometerDBManager::Reopen() {
     options_.Close();
     statistics_.Close();

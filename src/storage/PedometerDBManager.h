@@ -39,6 +39,9 @@ public:
     // --- Connections ---------------------------------------------------------
     DatabaseStatus OptionsStatus();
     DatabaseStatus StatisticsStatus();
+    // The first database that does not save what it is given (unusable, or a write
+    // failed since it was opened); a default status when both save.
+    DatabaseStatus SavingProblem();
     // The statistics database itself, for whole-table work such as export and import.
     DatabaseConnection& StatisticsConnection() { return statistics_; }
     bool IsOptionsUsable() { return OptionsStatus().usable(); }
