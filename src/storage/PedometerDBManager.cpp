@@ -343,8 +343,8 @@ void PedometerDBManager::CreateNewLapSecond(const DAOLapSeconds& second) {
     });
 }
 
-void PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second) {
-    statistics_.Run([&](SQLite::Database& db) {
+bool PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second) {
+    return statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         updateMinute(db, minute);
         insertSecond(db, second);
@@ -352,9 +352,9 @@ void PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSe
     });
 }
 
-void PedometerDBManager::UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
+bool PedometerDBManager::UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
                                     const DAOLapMinutes& next) {
-    statistics_.Run([&](SQLite::Database& db) {
+    return statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         updateMinute(db, minute);
         insertSecond(db, second);

@@ -65,8 +65,9 @@ public:
     void CreateNewLapSecond(const DAOLapSeconds& second);
     // The per-interval writes, each one transaction: the minute's new values and the
     // interval; UpdateFull also creates the next minute's row.
-    void UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second);
-    void UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
+    // Both return whether the interval was stored.
+    bool UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second);
+    bool UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
                     const DAOLapMinutes& next);
     void ClearLapSeconds();
     // Append the stored records to the lap's lists (under its lock).
