@@ -28,9 +28,9 @@ lostTotal=0
 failures=0
 for ((i = 1; i <= trials; i++)); do
   data="$work/kill-$i"
-  QT_QPA_PLATFORM=offscreen "$app" --data-dir "$data" --replay "$walk" --loop >"$work/out" 2>/dev/null &
+  QT_QPA_PLATFORM=offscreen "$app" --data-dir "$data" --replay "$walk" --loop --autostart >"$work/out" 2>/dev/null &
   pid=$!
-  sleep "$(awk -v s="$RANDOM" 'BEGIN { srand(s); printf "%.2f", 2 + rand() * 6 }')"
+  sleep "$(awk -v s="$RANDOM" 'BEGIN { srand(s); printf "%.2f", 12 + rand() * 6 }')"
   kill -9 "$pid"
   wait "$pid" 2>/dev/null || true
   reported=$(grep -c '^interval ' "$work/out" || true)
