@@ -134,10 +134,12 @@ void printInterval(int lapId, const DAOLapSeconds& s) {
 // but what it counts is not kept.
 void reportDatabaseProblems() {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
+    QStringList told;
     for (const DatabaseStatus& status : {db.OptionsStatus(), db.StatisticsStatus()}) {
-        if (!status.usable()) {
-            std::fprintf(stderr, "pedometer: %s cannot be used (%s); nothing will be saved to it\n",
-                         qPrintable(status.path), qPrintable(status.error));
+        if (!status.usable() && !told.contains(status.error)) {
+            told << status.error;
+            std::fprintf(stderr, "pedometer: %s; nothing will be saved\n",
+                         qPrintable(status.error));
         }
     }
 }

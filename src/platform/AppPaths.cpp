@@ -5,7 +5,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 
 namespace {
 std::mutex pathsMutex;
@@ -41,8 +43,13 @@ QString AppPaths::Home() {
     }
     QDir dir(homeDir);
     if (!dir.exists()) {
-        if (!dir.mkpath(".")) {
-            homeError = QStringLiteral("cannot create the data folder %1").arg(homeDir);
+        std::error_code why;
+        std::filesystem::create_directories(QFile::encodeName(homeDir).toStdString(), why);
+        if (!dir.exists()) {
+            homeError = QStringLiteral("cannot create the data folder %1: %2")
+                            .arg(homeDir, QFileInfo::exists(homeDir)
+                                              ? QStringLiteral("a file has that name")
+                                              : QString::fromLocal8Bit(why.message()));
             return {};
         }
         QFile::setPermissions(homeDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

@@ -126,8 +126,9 @@ void UpdaterThread::UpdatingFnc() {
         second->caloriesNoise += rate * (noise / 1000.0 + 1.0);
         second->calories = rate / 12.0;
 
+        bool stored = false;
         if (minute.secondsCompleted % 60 != 0) {
-            db.UpdateSmall(minute, *second);
+            stored = db.UpdateSmall(minute, *second);
         } else {
             auto next = std::make_unique<DAOLapMinutes>();
             next->lapId = lap->id;
@@ -135,9 +136,10 @@ void UpdaterThread::UpdatingFnc() {
             DAOLapMinutes& nextMinute = *lap->minutes.back();
             nextMinute.lapMinute = static_cast<int>(lap->minutes.size());
             // `minute` is still valid: the records are owned through unique_ptrs.
-            db.UpdateFull(minute, *second, nextMinute);
+            stored = db.UpdateFull(minute, *second, nextMinute);
         }
-        if (intervalObserver_) intervalObserver_(lap->id, *second);
+        // Only stored intervals are reported; a failed write shows in the storage status.
+        if (stored && intervalObserver_) intervalObserver_(lap->id, *second);
         lap->seconds.push_back(std::move(second));
     }
 

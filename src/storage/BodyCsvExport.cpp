@@ -31,11 +31,12 @@ QString BodyCsvExport::Text(const std::vector<DAOBodyLog>& logs, bool imperial) 
                                 {"body__ Hips", &DAOBodyLog::hip, false},
                                 {"body__ Weight", &DAOBodyLog::weight, true}};
     for (const Row& row : kRows) {
-        text += QLatin1Char('\n') + AppResource::GetInstance().GetString(QString::fromUtf8(row.key)) +
-                QLatin1Char(';');
+        text += QLatin1Char('\n') +
+                AppResource::GetInstance().GetString(QString::fromUtf8(row.key)) + QLatin1Char(';');
         for (auto log = logs.rbegin(); log != logs.rend(); ++log) {
             double value = (*log).*row.field;
-            if (imperial) value = row.weight ? Converter::KgToPnd(value) : Converter::CmToInch(value);
+            if (imperial)
+                value = row.weight ? Converter::KgToPnd(value) : Converter::CmToInch(value);
             text += Number(value) + QLatin1Char(';');
         }
     }

@@ -22,8 +22,11 @@ bool isDamage(int code) {
 }
 }  // namespace
 
-DatabaseConnection::DatabaseConnection(QString fileName, QStringList requiredTables)
-    : fileName_(std::move(fileName)), requiredTables_(std::move(requiredTables)) {}
+DatabaseConnection::DatabaseConnection(QString fileName, QStringList requiredTables,
+                                       QStringList upgrades)
+    : fileName_(std::move(fileName)),
+      requiredTables_(std::move(requiredTables)),
+      upgrades_(std::move(upgrades)) {}
 
 DatabaseConnection::~DatabaseConnection() = default;
 
@@ -67,6 +70,18 @@ bool DatabaseConnection::OpenLocked() {
         return false;
     }
     status_.path = home + '/' + fileName_;
+    if (QFileInfo(status_.path).isSymLink()) {
+        status_.error = QStringLiteral(
+                            "%1 is a symbolic link; the databases must be files in "
+                            "the data folder")
+                            .arg(status_.path);
+        return false;
+    }
+    if (!readOnly_) {
+        // Account names and health data: only the owner may look, whatever an older
+        // version or another program left.
+        QFile::setPermissions(home, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
     if (!QFileInfo::exists(status_.path)) {
         if (readOnly_) {
             status_.error = QStringLiteral("%1 does not exist").arg(status_.path);
@@ -78,8 +93,9 @@ bool DatabaseConnection::OpenLocked() {
     try {
         // Run() already keeps other threads out, so SQLite's own per-call locking
         // (serialized mode) would only cost time on every column read.
-        const int flags =
-            (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) | SQLite::OPEN_NOMUTEX;
+        const int flags = (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) |
+                          SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
+        if (!readOnly_) QFile::setPermissions(status_.path, QFile::ReadOwner | QFile::WriteOwner);
         database_ = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
         // Reading the schema proves that the file is a database at all, and ours,
@@ -103,6 +119,7 @@ bool DatabaseConnection::OpenLocked() {
             database_->exec("PRAGMA journal_mode=WAL");
         }
         database_->exec("PRAGMA synchronous=NORMAL");
+        if (!CheckAndUpgradeLocked()) return false;
     } catch (const SQLite::Exception& e) {
         status_.error = QStringLiteral("%1 cannot be opened: %2")
                             .arg(status_.path, QString::fromUtf8(e.what()));
@@ -110,10 +127,47 @@ bool DatabaseConnection::OpenLocked() {
     }
 
     status_.open = true;
-    status_.writable = sqlite3_db_readonly(database_->getHandle(), "main") == 0;
-    if (!status_.writable) {
+    status_.writable =
+        sqlite3_db_readonly(database_->getHandle(), "main") == 0 && !status_.olderApp;
+    if (!status_.writable && !status_.olderApp) {
         status_.error = QStringLiteral("%1 is read-only: changes are not saved").arg(status_.path);
     }
+    return true;
+}
+
+bool DatabaseConnection::CheckAndUpgradeLocked() {
+    {
+        SQLite::Statement check(*database_, "PRAGMA quick_check");
+        const QString verdict =
+            check.executeStep() ? QString::fromUtf8(check.getColumn(0).getText()) : QString();
+        if (verdict != QLatin1String("ok")) {
+            status_.error =
+                QStringLiteral("%1 is damaged (%2); it is left as it is")
+                    .arg(status_.path,
+                         verdict
+                             .section('\n', verdict.startsWith(QLatin1Char('*')) ? 1 : 0,
+                                      verdict.startsWith(QLatin1Char('*')) ? 1 : 0)
+                             .left(80));
+            return false;
+        }
+    }
+    const int version = database_->execAndGet("PRAGMA user_version").getInt();
+    const int current = static_cast<int>(upgrades_.size());
+    if (version > current) {
+        status_.error =
+            QStringLiteral("%1 was written by a newer version of the app").arg(status_.path);
+        status_.olderApp = true;
+        // Our writes could break what the newer version relies on.
+        database_->exec("PRAGMA query_only=1");
+        return true;
+    }
+    if (version == current || sqlite3_db_readonly(database_->getHandle(), "main") != 0) {
+        return true;
+    }
+    SQLite::Transaction transaction(*database_);
+    for (int i = version; i < current; ++i) database_->exec(upgrades_[i].toStdString());
+    database_->exec("PRAGMA user_version=" + std::to_string(current));
+    transaction.commit();
     return true;
 }
 
@@ -164,7 +218,7 @@ void DatabaseConnection::NoteFailureLocked(int sqliteCode, const QString& messag
         status_.error = QStringLiteral("%1 is damaged: %2").arg(status_.path, message);
         return;
     }
-    if ((sqliteCode & 0xff) == SQLITE_READONLY) {
+    if ((sqliteCode & 0xff) == SQLITE_READONLY && !status_.olderApp) {
         status_.writable = false;
         status_.error = QStringLiteral("%1 is read-only: changes are not saved").arg(status_.path);
     }

@@ -16,6 +16,13 @@
 // without permission to create it, in WAL mode with synchronous=NORMAL, so a killed
 // process loses no committed transaction and leaves a consistent file.
 //
+// Before it is trusted the file passes SQLite's quick_check (a few milliseconds on
+// years of history), so a damaged file is never written to. The data folder and the
+// file are tightened to 0700/0600 at every opening, and a file that is a symbolic
+// link is refused rather than followed out of the folder. PRAGMA user_version holds
+// the layout's version: an older file is brought up to date in place, in one
+// transaction, and a file from a newer version is opened read-only.
+//
 // A file that cannot be opened (missing seed, not a database, damaged, tables
 // missing, folder not accessible) is never deleted or replaced: the connection
 // becomes unusable, Run() does nothing and Status() says why. The same happens when a
@@ -27,8 +34,10 @@
 class DatabaseConnection {
 public:
     // `fileName` is the name in the data folder and in the resources folder;
-    // `requiredTables` must all exist for the file to be accepted.
-    DatabaseConnection(QString fileName, QStringList requiredTables);
+    // `requiredTables` must all exist for the file to be accepted. `upgrades[i]` is the
+    // SQL that turns a version-i file into version i+1; the current version is their
+    // number.
+    DatabaseConnection(QString fileName, QStringList requiredTables, QStringList upgrades = {});
     ~DatabaseConnection();
     DatabaseConnection(const DatabaseConnection&) = delete;
     DatabaseConnection& operator=(const DatabaseConnection&) = delete;
@@ -51,10 +60,12 @@ private:
     bool EnsureOpenLocked();
     bool OpenLocked();
     bool SeedLocked();
+    bool CheckAndUpgradeLocked();
     void NoteFailureLocked(int sqliteCode, const QString& message);
 
     const QString fileName_;
     const QStringList requiredTables_;
+    const QStringList upgrades_;
     std::mutex mutex_;
     std::unique_ptr<SQLite::Database> database_;
     bool attempted_ = false;

@@ -8,6 +8,7 @@ struct DatabaseStatus {
     bool open = false;      // opened and recognised as ours
     bool writable = false;  // changes are saved
     QString error;          // why it is not open or not writable; empty when it is
+    bool olderApp = false;  // the file is from a newer version: read, never written
     QString lastFailure;    // the latest statement that failed on a usable connection
 
     bool usable() const { return open && writable; }

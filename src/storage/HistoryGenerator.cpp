@@ -27,17 +27,17 @@ struct HistoryGenerator::Outing {
 namespace {
 using Outing = HistoryGenerator::Outing;
 constexpr std::array<Outing, 5> kWorkday{{
-    {7 * 60 + 5, 8 * 60 + 15, 12, 25, 85, false},      // to work
-    {12 * 60, 13 * 60, 10, 30, 35, false},             // lunch walk
-    {16 * 60 + 45, 18 * 60 + 20, 12, 25, 85, false},   // home again
-    {19 * 60, 20 * 60 + 30, 25, 50, 30, true},         // evening training
-    {21 * 60 + 15, 22 * 60, 10, 20, 25, false},        // late walk
+    {7 * 60 + 5, 8 * 60 + 15, 12, 25, 85, false},     // to work
+    {12 * 60, 13 * 60, 10, 30, 35, false},            // lunch walk
+    {16 * 60 + 45, 18 * 60 + 20, 12, 25, 85, false},  // home again
+    {19 * 60, 20 * 60 + 30, 25, 50, 30, true},        // evening training
+    {21 * 60 + 15, 22 * 60, 10, 20, 25, false},       // late walk
 }};
 constexpr std::array<Outing, 4> kWeekend{{
-    {8 * 60 + 30, 10 * 60, 25, 60, 30, true},          // morning run
-    {10 * 60 + 30, 14 * 60, 45, 120, 55, false},       // long walk
-    {16 * 60, 18 * 60, 10, 30, 45, false},             // errands
-    {19 * 60 + 30, 21 * 60, 15, 40, 30, false},        // evening stroll
+    {8 * 60 + 30, 10 * 60, 25, 60, 30, true},     // morning run
+    {10 * 60 + 30, 14 * 60, 45, 120, 55, false},  // long walk
+    {16 * 60, 18 * 60, 10, 30, 45, false},        // errands
+    {19 * 60 + 30, 21 * 60, 15, 40, 30, false},   // evening stroll
 }};
 constexpr int kIdleDayChance = 7;  // percent: ill, rain, a day on the sofa
 }  // namespace
@@ -132,7 +132,8 @@ std::unique_ptr<DAOLap> HistoryGenerator::MakeLap(const Outing& outing, const QD
     int seconds = 60 * (Uniform(outing.shortest, outing.longest) - 1) + kInterval * Uniform(1, 11);
     const qint64 available = start.secsTo(until);
     const bool cut = available < seconds;
-    if (cut) seconds = static_cast<int>(std::max<qint64>(available, kInterval) / kInterval * kInterval);
+    if (cut)
+        seconds = static_cast<int>(std::max<qint64>(available, kInterval) / kInterval * kInterval);
 
     for (int left = seconds, number = 1; left > 0; left -= 60, ++number) {
         auto minute = std::make_unique<DAOLapMinutes>();
@@ -140,7 +141,7 @@ std::unique_ptr<DAOLap> HistoryGenerator::MakeLap(const Outing& outing, const QD
         const int counted = std::min(left, 60);
         int gait = mainGait;
         if (mainGait != kWalk && Uniform(0, 4) == 0) gait = kWalk;  // catching breath
-        int cadence = 0;  // steps per minute while moving
+        int cadence = 0;                                            // steps per minute while moving
         switch (gait) {
             case kWalk:
                 cadence = Uniform(95, 125);

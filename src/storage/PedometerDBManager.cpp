@@ -235,9 +235,19 @@ void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, doubl
 // --- Connections --------------------------------------------------------------
 
 PedometerDBManager::PedometerDBManager()
-    : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"}),
-      statistics_(QStringLiteral("Statistics.db3"), {"Lap", "LapMinutes", "LastFiveMinutes",
-                                                     "SygnalValues", "BODYLOGS", "TargetValues"}) {}
+    : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"},
+               // 1: the version number itself.
+               {QString()}),
+      statistics_(
+          QStringLiteral("Statistics.db3"),
+          {"Lap", "LapMinutes", "LastFiveMinutes", "SygnalValues", "BODYLOGS", "TargetValues"},
+          // 1: the indexes the history and the per-interval updates rely on,
+          // missing from files of the first releases.
+          {QStringLiteral("CREATE INDEX IF NOT EXISTS LapStartDate ON Lap (startDate);"
+                          "CREATE INDEX IF NOT EXISTS LapMinutesLap ON LapMinutes "
+                          "(lapId, lapMinute);"
+                          "CREATE INDEX IF NOT EXISTS LastFiveMinutesLap ON "
+                          "LastFiveMinutes (lapId);")}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -250,6 +260,13 @@ DatabaseStatus PedometerDBManager::OptionsStatus() {
 
 DatabaseStatus PedometerDBManager::StatisticsStatus() {
     return statistics_.Status();
+}
+
+DatabaseStatus PedometerDBManager::SavingProblem() {
+    for (const DatabaseStatus& status : {statistics_.Status(), options_.Status()}) {
+        if (!status.usable() || !status.lastFailure.isEmpty()) return status;
+    }
+    return {};
 }
 
 void PedometerDBManager::Reopen() {
@@ -326,8 +343,8 @@ void PedometerDBManager::CreateNewLapSecond(const DAOLapSeconds& second) {
     });
 }
 
-void PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second) {
-    statistics_.Run([&](SQLite::Database& db) {
+bool PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second) {
+    return statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         updateMinute(db, minute);
         insertSecond(db, second);
@@ -335,9 +352,9 @@ void PedometerDBManager::UpdateSmall(const DAOLapMinutes& minute, const DAOLapSe
     });
 }
 
-void PedometerDBManager::UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
+bool PedometerDBManager::UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
                                     const DAOLapMinutes& next) {
-    statistics_.Run([&](SQLite::Database& db) {
+    return statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         updateMinute(db, minute);
         insertSecond(db, second);
@@ -897,9 +914,11 @@ bool PedometerDBManager::SetPreference(const QString& name, const QString& value
     return options_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
         // Files seeded by earlier versions have no such table yet.
-        db.exec("CREATE TABLE IF NOT EXISTS Preferences (name TEXT PRIMARY KEY, value TEXT "
-                "NOT NULL)");
-        SQLite::Statement upsert(db, "INSERT OR REPLACE INTO Preferences (name, value) VALUES (?, ?)");
+        db.exec(
+            "CREATE TABLE IF NOT EXISTS Preferences (name TEXT PRIMARY KEY, value TEXT "
+            "NOT NULL)");
+        SQLite::Statement upsert(db,
+                                 "INSERT OR REPLACE INTO Preferences (name, value) VALUES (?, ?)");
         upsert.bind(1, name.toStdString());
         upsert.bind(2, value.toStdString());
         upsert.exec();

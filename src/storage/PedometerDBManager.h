@@ -39,6 +39,11 @@ public:
     // --- Connections ---------------------------------------------------------
     DatabaseStatus OptionsStatus();
     DatabaseStatus StatisticsStatus();
+    // The first database that does not save what it is given (unusable, or a write
+    // failed since it was opened); a default status when both save.
+    DatabaseStatus SavingProblem();
+    // The statistics database itself, for whole-table work such as export and import.
+    DatabaseConnection& StatisticsConnection() { return statistics_; }
     bool IsOptionsUsable() { return OptionsStatus().usable(); }
     bool IsStatisticsUsable() { return StatisticsStatus().usable(); }
     // Closes both files; the next operation opens them again under the current
@@ -60,8 +65,9 @@ public:
     void CreateNewLapSecond(const DAOLapSeconds& second);
     // The per-interval writes, each one transaction: the minute's new values and the
     // interval; UpdateFull also creates the next minute's row.
-    void UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second);
-    void UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
+    // Both return whether the interval was stored.
+    bool UpdateSmall(const DAOLapMinutes& minute, const DAOLapSeconds& second);
+    bool UpdateFull(const DAOLapMinutes& minute, const DAOLapSeconds& second,
                     const DAOLapMinutes& next);
     void ClearLapSeconds();
     // Append the stored records to the lap's lists (under its lock).

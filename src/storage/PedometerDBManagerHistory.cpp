@@ -23,8 +23,8 @@ std::vector<DAODayTotals> PedometerDBManager::GetDayTotals(const QDate& from, co
         select.bind(2, DbDateTime::ToText(to.addDays(1).startOfDay()));
         while (select.executeStep()) {
             DAODayTotals row;
-            row.day = QDate::fromString(QString::fromLatin1(select.getColumn(0).getText()),
-                                        Qt::ISODate);
+            row.day =
+                QDate::fromString(QString::fromLatin1(select.getColumn(0).getText()), Qt::ISODate);
             if (!row.day.isValid()) continue;  // a damaged start date has no day to go to
             row.laps = select.getColumn(1).getInt();
             row.steps = static_cast<int>(select.getColumn(2).getDouble());

@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
+#include <functional>
 #include <random>
 #include <set>
 #include <utility>
@@ -355,3 +356,74 @@ TEST_F(DatabaseConnectionTest, KilledWriterLosesNoCommittedInterval) {
 }
 
 }  // namespace
+
+namespace {
+// How a data folder left by someone else looks when the app opens it.
+struct FoundState {
+    const char* what;
+    std::function<void(const QString& home, const QString& file)> prepare;
+    bool usable;
+    const char* error;
+};
+}  // namespace
+
+TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening) {
+    const FoundState states[] = {
+        {"loose permissions",
+         [](const QString& home, const QString& file) {
+             QFile::setPermissions(home, QFileDevice::Permissions(0x7777));
+             QFile::setPermissions(file, QFileDevice::Permissions(0x6644));
+         },
+         true, ""},
+        {"first layout",
+         [](const QString&, const QString& file) {
+             Exec(QFile::encodeName(file).toStdString(),
+                  "DROP INDEX LapStartDate; PRAGMA user_version=0");
+         },
+         true, ""},
+        {"newer layout",
+         [](const QString&, const QString& file) {
+             Exec(QFile::encodeName(file).toStdString(), "PRAGMA user_version=99");
+         },
+         false, "written by a newer version"},
+        {"damage inside a page",
+         [](const QString&, const QString& file) {
+             QByteArray bytes = ReadAll(file);
+             for (qsizetype i = 4096; i < 4096 + 400; ++i) bytes[i] = char(0xFF);
+             testdata::WriteFile(file, bytes);
+         },
+         false, "damaged"},
+        {"symbolic link",
+         [](const QString&, const QString& file) {
+             ASSERT_TRUE(QFile::rename(file, file + ".elsewhere"));
+             ASSERT_TRUE(QFile::link(file + ".elsewhere", file));
+         },
+         false, "symbolic link"},
+    };
+    for (const FoundState& state : states) {
+        SCOPED_TRACE(state.what);
+        AppPaths::SetHome(home_ = folder_->filePath(state.what));
+        manager().Reopen();
+        for (int i = 0; i < 30; ++i) manager().CreateNewLap();
+        manager().Reopen();
+        const QString file = HomeFile("Statistics.db3");
+        state.prepare(home_, file);
+        const QByteArray before = ReadAll(file);
+
+        EXPECT_EQ(manager().CreateNewLap()->id > 0, state.usable);
+        const DatabaseStatus status = manager().StatisticsStatus();
+        EXPECT_EQ(status.usable(), state.usable);
+        EXPECT_TRUE(status.error.contains(state.error)) << status.error.toStdString();
+        if (!state.usable) {
+            manager().Reopen();
+            EXPECT_EQ(ReadAll(file), before);
+            continue;
+        }
+        EXPECT_EQ(QFile::permissions(home_) & 0x7777, QFileDevice::Permissions(0x7700));
+        EXPECT_EQ(QFile::permissions(file) & 0x7777, QFileDevice::Permissions(0x6600));
+        EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 1);
+        EXPECT_EQ(QueryInt(StatisticsPath(),
+                           "SELECT count(*) FROM sqlite_master WHERE name='LapStartDate'"),
+                  1);
+    }
+}

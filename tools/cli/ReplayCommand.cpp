@@ -106,10 +106,11 @@ int runReplay(const QStringList& args) {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     db.LoadOptions();
     db.LoadBody();
-    const DatabaseStatus status = db.StatisticsStatus();
-    if (!status.usable()) {
-        return fail(QStringLiteral("the statistics database %1 cannot be used: %2")
-                        .arg(status.path, status.error));
+    for (const DatabaseStatus& status : {db.OptionsStatus(), db.StatisticsStatus()}) {
+        if (!status.usable()) {
+            return fail(QStringLiteral("the database %1 cannot be used: %2")
+                            .arg(status.path, status.error));
+        }
     }
 
     const bool live = parser.isSet(realtime);
@@ -128,6 +129,12 @@ int runReplay(const QStringList& args) {
     manager.GetUpdaterThread()->WaitUntilIdle();
 
     const int lapId = manager.GetCurrentLap()->id;
+    const DatabaseStatus stored = db.StatisticsStatus();
+    if (lapId < 0 || !stored.usable() || !stored.lastFailure.isEmpty()) {
+        if (VirtualTime::IsEnabled()) VirtualTime::Disable();
+        return fail(QStringLiteral("the recording was not saved completely: %1")
+                        .arg(stored.error.isEmpty() ? stored.lastFailure : stored.error));
+    }
     const int steps = manager.GetLapSteps();
     double distance = 0.0;
     double calories = 0.0;

@@ -14,6 +14,7 @@
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "StatisticsManager.h"
+#include "StorageNotice.h"
 #include "Sygnal.h"
 #include "TargetSlider.h"
 #include "TivButton.h"
@@ -119,6 +120,7 @@ void MainForm::OnInitializing() {
     statManager->SetIntervalObserver(intervalObserver());
     __statManager = statManager.get();
     statManager->Initialize();
+    new StorageNotice(this);  // shows itself while recordings are not being saved
 }
 
 void MainForm::InitOptions() {

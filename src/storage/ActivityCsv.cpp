@@ -1,0 +1,300 @@
+#include "ActivityCsv.h"
+
+#include <QList>
+#include <QLocale>
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "DbDateTime.h"
+
+namespace {
+// No line of ours comes near this; a longer one is not our file.
+constexpr qint64 kMaxLineBytes = 4096;
+
+const char* const kHeaders[] = {
+    "day,laps,steps,calories_kcal,distance_m,active_s",
+    "lap_start,lap_end,steps,calories_kcal,distance_m,active_s",
+    "lap_start,lap_end,minute,steps,calories_kcal,distance_m,seconds",
+};
+
+QByteArray number(double value) {
+    return QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+QByteArray text(const SQLite::Column& column) {
+    return column.isNull() ? QByteArray() : QByteArray(column.getText());
+}
+
+// One lap to be stored: its start and end, and its minutes (number -> values).
+struct Minute {
+    qint64 steps = 0;
+    double calories = 0;
+    double distance = 0;
+    qint64 seconds = 0;
+};
+struct PendingLap {
+    std::string start;
+    std::string end;  // empty while open
+    std::map<qint64, Minute> minutes;
+};
+
+class LineReader {
+public:
+    explicit LineReader(QIODevice& in) : in_(in) {}
+    // The next line without its end; false at the end of the file or on a line
+    // that is too long (then `tooLong` is set).
+    bool Next(QByteArray* line, bool* tooLong) {
+        *line = in_.readLine(kMaxLineBytes + 2);
+        if (line->isEmpty()) return false;
+        ++number_;
+        if (!line->endsWith('\n') && !in_.atEnd()) {
+            *tooLong = true;
+            return false;
+        }
+        while (line->endsWith('\n') || line->endsWith('\r')) line->chop(1);
+        return true;
+    }
+    qint64 number() const { return number_; }
+
+private:
+    QIODevice& in_;
+    qint64 number_ = 0;
+};
+
+bool parseCount(const QByteArray& field, qint64* value) {
+    bool ok = false;
+    *value = field.toLongLong(&ok);
+    return ok && *value >= 0;
+}
+
+bool parseAmount(const QByteArray& field, double* value) {
+    bool ok = false;
+    *value = field.toDouble(&ok);
+    return ok && std::isfinite(*value) && *value >= 0;
+}
+
+bool parseDateTime(const QByteArray& field, std::string* value) {
+    const QDateTime when = DbDateTime::FromText(field.constData());
+    if (!when.isValid() || field.size() != 19) return false;
+    *value = DbDateTime::ToText(when);
+    return true;
+}
+
+bool lapExists(SQLite::Database& db, const std::string& start) {
+    SQLite::Statement query(db, "SELECT 1 FROM Lap WHERE startDate=? LIMIT 1");
+    query.bind(1, start);
+    return query.executeStep();
+}
+
+bool dayHasLaps(SQLite::Database& db, const std::string& day) {
+    SQLite::Statement query(db, "SELECT 1 FROM Lap WHERE startDate>=? AND startDate<? LIMIT 1");
+    query.bind(1, day + " 00:00:00");
+    query.bind(2, day + " 99");  // after every time of that day
+    return query.executeStep();
+}
+
+void storeLap(SQLite::Database& db, const PendingLap& lap) {
+    SQLite::Statement insertLap(db, "INSERT INTO Lap (startDate,endDate,techDate) VALUES (?,?,?)");
+    insertLap.bind(1, lap.start);
+    if (lap.end.empty()) {
+        insertLap.bind(2);
+    } else {
+        insertLap.bind(2, lap.end);
+    }
+    insertLap.bind(3, lap.start.substr(0, 10) + " 00:00:00");
+    insertLap.exec();
+    const int64_t id = db.getLastInsertRowid();
+    SQLite::Statement insertMinute(db,
+                                   "INSERT INTO LapMinutes (lapId,lapMinute,steps,calories,"
+                                   "distance,secondsCompleted) VALUES (?,?,?,?,?,?)");
+    for (const auto& [number, minute] : lap.minutes) {
+        insertMinute.bind(1, id);
+        insertMinute.bind(2, static_cast<int64_t>(number));
+        insertMinute.bind(3, static_cast<int64_t>(minute.steps));
+        insertMinute.bind(4, minute.calories);
+        insertMinute.bind(5, minute.distance);
+        insertMinute.bind(6, static_cast<int64_t>(minute.seconds));
+        insertMinute.exec();
+        insertMinute.reset();
+    }
+}
+}  // namespace
+
+const char* ActivityCsv::Header(Kind kind) {
+    return kHeaders[static_cast<int>(kind)];
+}
+
+bool ActivityCsv::KindFromName(const QString& name, Kind* kind) {
+    static const char* const names[] = {"days", "laps", "minutes"};
+    for (int i = 0; i < 3; ++i) {
+        if (name == QLatin1String(names[i])) {
+            *kind = static_cast<Kind>(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, const QDate& to,
+                           QIODevice& out) {
+    static const char* const queries[] = {
+        "SELECT substr(start,1,10),count(*),total(steps),total(calories),total(distance),"
+        "total(seconds) FROM (SELECT Lap.startDate AS start,total(m.steps) AS steps,"
+        "total(m.calories) AS calories,total(m.distance) AS distance,"
+        "total(m.secondsCompleted) AS seconds FROM Lap LEFT JOIN LapMinutes AS m ON "
+        "m.lapId=Lap.id WHERE Lap.startDate>=? AND Lap.startDate<? GROUP BY Lap.startDate,"
+        "Lap.id) GROUP BY 1 ORDER BY 1",
+        "SELECT Lap.startDate,Lap.endDate,total(m.steps),total(m.calories),total(m.distance),"
+        "total(m.secondsCompleted) FROM Lap LEFT JOIN LapMinutes AS m ON m.lapId=Lap.id "
+        "WHERE Lap.startDate>=? AND Lap.startDate<? GROUP BY Lap.startDate,Lap.id",
+        "SELECT Lap.startDate,Lap.endDate,m.lapMinute,m.steps,m.calories,m.distance,"
+        "m.secondsCompleted FROM Lap JOIN LapMinutes AS m ON m.lapId=Lap.id "
+        "WHERE Lap.startDate>=? AND Lap.startDate<? ORDER BY Lap.startDate,Lap.id,m.lapMinute",
+    };
+    SQLite::Statement select(db, queries[static_cast<int>(kind)]);
+    select.bind(1, from.isValid() ? DbDateTime::ToText(from.startOfDay()) : std::string("0"));
+    select.bind(2, to.isValid() ? DbDateTime::ToText(to.addDays(1).startOfDay())
+                                : std::string("A"));  // after every date
+    QByteArray buffer = QByteArray(Header(kind)) + '\n';
+    qint64 rows = 0;
+    const int counts = kind == Kind::Minutes ? 4 : 3;
+    while (select.executeStep()) {
+        const int columns = select.getColumnCount();
+        for (int i = 0; i < columns; ++i) {
+            if (i > 0) buffer += ',';
+            const SQLite::Column column = select.getColumn(i);
+            // Counts are whole numbers even where SQLite's total() gives a real.
+            if (column.isNull()) continue;
+            if (column.isText()) {
+                buffer += text(column);
+            } else if (i < counts || i == columns - 1) {
+                buffer += QByteArray::number(static_cast<qint64>(column.getDouble()));
+            } else {
+                buffer += number(column.getDouble());
+            }
+        }
+        buffer += '\n';
+        ++rows;
+        if (buffer.size() > (1 << 16)) {
+            if (out.write(buffer) != buffer.size()) return -1;
+            buffer.clear();
+        }
+    }
+    if (out.write(buffer) != buffer.size()) return -1;
+    return rows;
+}
+
+bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result,
+                         QString* error) {
+    *result = {};
+    LineReader reader(in);
+    QByteArray line;
+    bool tooLong = false;
+    auto fail = [&](const QString& why) {
+        *error = QStringLiteral("line %1: %2").arg(reader.number()).arg(why);
+        return false;
+    };
+    if (!reader.Next(&line, &tooLong)) {
+        return tooLong ? fail(QStringLiteral("the line is too long"))
+                       : fail(QStringLiteral("the file is empty"));
+    }
+    if (line.startsWith("\xEF\xBB\xBF")) line.remove(0, 3);
+    int kindIndex = -1;
+    for (int i = 0; i < 3; ++i) {
+        if (line == kHeaders[i]) kindIndex = i;
+    }
+    if (kindIndex < 0) {
+        return fail(QStringLiteral("not an activity export (expected a header such as \"%1\")")
+                        .arg(QLatin1String(kHeaders[0])));
+    }
+    const Kind kind = static_cast<Kind>(kindIndex);
+    const int fieldCount = kind == Kind::Minutes ? 7 : 6;
+
+    std::vector<PendingLap> laps;
+    std::map<std::string, size_t> lapIndex;
+    while (reader.Next(&line, &tooLong)) {
+        if (line.isEmpty()) continue;
+        const QList<QByteArray> fields = line.split(',');
+        if (fields.size() != fieldCount) {
+            return fail(
+                QStringLiteral("expected %1 fields, found %2").arg(fieldCount).arg(fields.size()));
+        }
+        ++result->rows;
+        PendingLap lap;
+        Minute minute;
+        qint64 minuteNumber = 1;
+        qint64 lapCount = 0;
+        int next = 0;
+        if (kind == Kind::Days) {
+            const QDate day = QDate::fromString(QString::fromLatin1(fields[0]), Qt::ISODate);
+            if (!day.isValid() || fields[0].size() != 10) {
+                return fail(QStringLiteral("'%1' is not a day (YYYY-MM-DD)")
+                                .arg(QString::fromUtf8(fields[0])));
+            }
+            lap.start = fields[0].toStdString() + " 00:00:00";
+            lap.end = lap.start;
+            if (!parseCount(fields[1], &lapCount)) {
+                return fail(QStringLiteral("the number of laps is not a whole number"));
+            }
+            next = 2;
+        } else {
+            if (!parseDateTime(fields[0], &lap.start)) {
+                return fail(QStringLiteral("'%1' is not a start (YYYY-MM-DD HH:MM:SS)")
+                                .arg(QString::fromUtf8(fields[0])));
+            }
+            if (!fields[1].isEmpty() && !parseDateTime(fields[1], &lap.end)) {
+                return fail(QStringLiteral("'%1' is not an end (YYYY-MM-DD HH:MM:SS)")
+                                .arg(QString::fromUtf8(fields[1])));
+            }
+            if (!lap.end.empty() && lap.end < lap.start) {
+                return fail(QStringLiteral("the lap ends before it starts"));
+            }
+            next = 2;
+            if (kind == Kind::Minutes && !parseCount(fields[next++], &minuteNumber)) {
+                return fail(QStringLiteral("the minute is not a whole number"));
+            }
+        }
+        if (!parseCount(fields[next], &minute.steps) ||
+            !parseAmount(fields[next + 1], &minute.calories) ||
+            !parseAmount(fields[next + 2], &minute.distance) ||
+            !parseCount(fields[next + 3], &minute.seconds)) {
+            return fail(
+                QStringLiteral("steps, calories, distance and seconds must be numbers "
+                               "of zero or more"));
+        }
+        const auto found = lapIndex.find(lap.start);
+        if (found != lapIndex.end()) {
+            PendingLap& known = laps[found->second];
+            if (kind != Kind::Minutes || known.end != lap.end) {
+                return fail(
+                    QStringLiteral("%1 appears twice").arg(QString::fromStdString(lap.start)));
+            }
+            if (!known.minutes.emplace(minuteNumber, minute).second) {
+                return fail(QStringLiteral("minute %1 of the lap appears twice").arg(minuteNumber));
+            }
+            continue;
+        }
+        if (kind == Kind::Days && lapCount == 0 && minute.steps == 0) continue;
+        lap.minutes.emplace(minuteNumber, minute);
+        lapIndex.emplace(lap.start, laps.size());
+        laps.push_back(std::move(lap));
+    }
+    if (tooLong) return fail(QStringLiteral("the line is too long"));
+
+    SQLite::Transaction transaction(db);
+    for (const PendingLap& lap : laps) {
+        const bool present =
+            kind == Kind::Days ? dayHasLaps(db, lap.start.substr(0, 10)) : lapExists(db, lap.start);
+        if (present) {
+            ++result->lapsSkipped;
+            continue;
+        }
+        storeLap(db, lap);
+        ++result->lapsAdded;
+    }
+    transaction.commit();
+    return true;
+}

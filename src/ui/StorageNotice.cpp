@@ -1,0 +1,41 @@
+#include "StorageNotice.h"
+
+#include "AppResource.h"
+#include "PedometerDBManager.h"
+#include "TivUtils.h"
+
+namespace {
+constexpr int kRefreshMs = 2000;
+}
+
+StorageNotice::StorageNotice(QWidget* parent) : QLabel(parent) {
+    setWordWrap(true);
+    setAlignment(Qt::AlignCenter);
+    setAutoFillBackground(true);
+    setStyleSheet(QStringLiteral("background:#b3261e; color:white; padding:4px;"));
+    QFont small = font();
+    small.setPixelSize(TivUtils::IsHVGA() ? 11 : 16);
+    setFont(small);
+    connect(&timer_, &QTimer::timeout, this, &StorageNotice::Refresh);
+    timer_.start(kRefreshMs);
+    Refresh();
+}
+
+void StorageNotice::Refresh() {
+    const DatabaseStatus problem = PedometerDBManager::GetInstance().SavingProblem();
+    const bool failedLater = problem.usable();
+    const QString why = failedLater ? problem.lastFailure : problem.error;
+    if (why.isEmpty() && problem.path.isEmpty()) {
+        hide();
+        return;
+    }
+    const QString key = failedLater ? QStringLiteral("storage__ Recording is not being saved: %@")
+                                    : QStringLiteral("storage__ Nothing will be saved: %@");
+    setText(AppResource::GetInstance().GetString(key).replace(QLatin1String("%@"), why));
+    if (parentWidget() != nullptr) {
+        setFixedWidth(parentWidget()->width());
+        adjustSize();
+    }
+    raise();
+    show();
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QLabel>
+#include <QTimer>
+
+// A strip across the top of a screen that appears while what the user records is not
+// being saved: a database that cannot be used since start-up, or a write that failed
+// (full disk, damage found). It says why, and disappears when both databases save.
+class StorageNotice : public QLabel {
+    Q_OBJECT
+public:
+    explicit StorageNotice(QWidget* parent);
+    // Reads the databases' state now (also done every few seconds).
+    void Refresh();
+
+private:
+    QTimer timer_;
+};

@@ -1,0 +1,116 @@
+// pedometer-cli export days|laps|minutes: the recorded activity as CSV.
+#include <QCommandLineParser>
+#include <QFile>
+#include <QSaveFile>
+#include <cstdio>
+
+#include "ActivityCsv.h"
+#include "CliRegistry.h"
+#include "CliStorage.h"
+#include "PedometerDBManager.h"
+
+namespace {
+
+const char kHelp[] =
+    "Usage: pedometer-cli export days|laps|minutes [--from DAY] [--to DAY] [--out FILE]\n"
+    "\n"
+    "Writes the recorded activity as CSV with a header line: one row per day, per lap or\n"
+    "per minute of a lap. Dates are ISO (YYYY-MM-DD, local time), numbers use '.'.\n"
+    "'pedometer-cli import' reads all three back.\n"
+    "\n"
+    "Options:\n"
+    "  --from DAY        first day (YYYY-MM-DD) of laps to write (default: the first)\n"
+    "  --to DAY          last day of laps to write (default: the last)\n"
+    "  --out FILE        where to write (default: standard output); replaced whole\n"
+    "%s"
+    "  -h, --help        show this help\n"
+    "\n"
+    "Exit status: 0 on success, 2 on a bad argument, 1 when the database cannot be read\n"
+    "or the file cannot be written (the reason is printed).\n";
+
+bool readDay(const QCommandLineParser& parser, const QString& option, QDate* day) {
+    if (!parser.isSet(option)) return true;
+    *day = QDate::fromString(parser.value(option), Qt::ISODate);
+    if (day->isValid()) return true;
+    std::fprintf(stderr, "pedometer-cli export: --%s needs a day as YYYY-MM-DD, not '%s'\n",
+                 qPrintable(option), qPrintable(parser.value(option)));
+    return false;
+}
+
+int runExport(const QStringList& args) {
+    QCommandLineParser parser;
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    const QCommandLineOption out(QStringLiteral("out"), QString(), QStringLiteral("FILE"));
+    const QCommandLineOption from(QStringLiteral("from"), QString(), QStringLiteral("DAY"));
+    const QCommandLineOption to(QStringLiteral("to"), QString(), QStringLiteral("DAY"));
+    parser.addOptions({help, out, from, to, CliStorage::DataDirOption()});
+    if (!parser.parse(QStringList{QStringLiteral("export")} + args)) {
+        std::fprintf(stderr, "pedometer-cli export: %s\nRun 'pedometer-cli export --help'.\n",
+                     qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (parser.isSet(help)) {
+        std::printf(kHelp, CliStorage::kDataDirHelp);
+        return 0;
+    }
+    ActivityCsv::Kind kind{};
+    if (parser.positionalArguments().size() != 1 ||
+        !ActivityCsv::KindFromName(parser.positionalArguments().first(), &kind)) {
+        std::fprintf(stderr,
+                     "pedometer-cli export: say what to export: days, laps or minutes\n"
+                     "Run 'pedometer-cli export --help'.\n");
+        return 2;
+    }
+    QDate first;
+    QDate last;
+    if (!readDay(parser, QStringLiteral("from"), &first) ||
+        !readDay(parser, QStringLiteral("to"), &last)) {
+        return 2;
+    }
+    CliStorage::ApplyDataDir(parser);
+
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    manager.SetReadOnly(true);
+    DatabaseConnection& statistics = manager.StatisticsConnection();
+    if (!statistics.Status().open) {
+        CliStorage::PrintStatus("export", statistics.Status());
+        return 1;
+    }
+    QSaveFile file(parser.value(out));
+    QFile console;
+    QIODevice* device = &file;
+    if (parser.isSet(out)) {
+        if (!file.open(QIODevice::WriteOnly)) {
+            std::fprintf(stderr, "pedometer-cli export: cannot write %s: %s\n",
+                         qPrintable(parser.value(out)), qPrintable(file.errorString()));
+            return 1;
+        }
+    } else {
+        console.open(stdout, QIODevice::WriteOnly);
+        device = &console;
+    }
+    qint64 rows = -1;
+    const bool read = statistics.Run(
+        [&](SQLite::Database& db) { rows = ActivityCsv::Export(db, kind, first, last, *device); });
+    if (!read) {
+        CliStorage::PrintStatus("export", statistics.Status());
+        std::fprintf(stderr, "pedometer-cli export: %s\n",
+                     statistics.Status().lastFailure.toUtf8().constData());
+        return 1;
+    }
+    if (rows < 0 || (parser.isSet(out) && !file.commit())) {
+        std::fprintf(stderr, "pedometer-cli export: cannot write %s: %s\n",
+                     parser.isSet(out) ? qPrintable(parser.value(out)) : "the output",
+                     qPrintable(device->errorString()));
+        return 1;
+    }
+    if (parser.isSet(out)) {
+        std::printf("%s: %lld rows\n", qPrintable(parser.value(out)), static_cast<long long>(rows));
+    }
+    return 0;
+}
+
+}  // namespace
+
+PEDOMETER_CLI_COMMAND("export", "write days, laps or minutes of activity as CSV", runExport);

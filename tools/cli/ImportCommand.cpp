@@ -1,0 +1,92 @@
+// pedometer-cli import FILE: activity CSV written by 'export' back into the database.
+#include <QCommandLineParser>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+#include "ActivityCsv.h"
+#include "CliRegistry.h"
+#include "CliStorage.h"
+#include "PedometerDBManager.h"
+
+namespace {
+
+const char kHelp[] =
+    "Usage: pedometer-cli import FILE [OPTIONS]\n"
+    "\n"
+    "Adds the days, laps or minutes in FILE (as written by 'pedometer-cli export') to the\n"
+    "database, creating it in a new data folder. Laps the database already has (by their\n"
+    "start) and, for a file of days, days that already have laps are skipped, so importing\n"
+    "a file twice adds nothing. A bad line is reported and nothing of the file is stored.\n"
+    "\n"
+    "Options:\n"
+    "%s"
+    "  -h, --help        show this help\n"
+    "\n"
+    "Exit status: 0 on success, 2 on a bad argument, 1 when the file or the database\n"
+    "cannot be used (the reason is printed).\n";
+
+int runImport(const QStringList& args) {
+    QCommandLineParser parser;
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    parser.addOptions({help, CliStorage::DataDirOption()});
+    if (!parser.parse(QStringList{QStringLiteral("import")} + args)) {
+        std::fprintf(stderr, "pedometer-cli import: %s\nRun 'pedometer-cli import --help'.\n",
+                     qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (parser.isSet(help)) {
+        std::printf(kHelp, CliStorage::kDataDirHelp);
+        return 0;
+    }
+    if (parser.positionalArguments().size() != 1) {
+        std::fprintf(stderr,
+                     "pedometer-cli import: expected one FILE\n"
+                     "Run 'pedometer-cli import --help'.\n");
+        return 2;
+    }
+    CliStorage::ApplyDataDir(parser);
+    const QString path = parser.positionalArguments().first();
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "pedometer-cli import: cannot read %s: %s\n", qPrintable(path),
+                     QFileInfo(path).isDir() ? "it is a folder"
+                     : QFileInfo::exists(path) && !QFileInfo(path).isFile()
+                         ? "not a regular file"
+                         : qPrintable(file.errorString()));
+        return 1;
+    }
+
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    DatabaseConnection& statistics = manager.StatisticsConnection();
+    if (!statistics.Status().usable()) {
+        CliStorage::PrintStatus("import", statistics.Status());
+        return 1;
+    }
+    ActivityCsv::ImportResult result;
+    QString error;
+    bool parsed = false;
+    const bool done = statistics.Run(
+        [&](SQLite::Database& db) { parsed = ActivityCsv::Import(db, file, &result, &error); });
+    if (!done) {
+        std::fprintf(stderr, "pedometer-cli import: nothing was stored: %s\n",
+                     statistics.Status().error.isEmpty()
+                         ? statistics.Status().lastFailure.toUtf8().constData()
+                         : statistics.Status().error.toUtf8().constData());
+        return 1;
+    }
+    if (!parsed) {
+        std::fprintf(stderr, "pedometer-cli import: %s: %s; nothing was stored\n", qPrintable(path),
+                     error.toUtf8().constData());
+        return 1;
+    }
+    std::printf("%s: %lld rows, %lld laps added, %lld already present\n", qPrintable(path),
+                static_cast<long long>(result.rows), static_cast<long long>(result.lapsAdded),
+                static_cast<long long>(result.lapsSkipped));
+    return 0;
+}
+
+}  // namespace
+
+PEDOMETER_CLI_COMMAND("import", "add days, laps or minutes from an exported CSV file", runImport);

@@ -1,0 +1,69 @@
+// pedometer-cli restore FILE
+#include <QCommandLineParser>
+#include <cstdio>
+
+#include "AppPaths.h"
+#include "CliRegistry.h"
+#include "CliStorage.h"
+#include "DataBackup.h"
+
+namespace {
+
+const char kHelp[] =
+    "Usage: pedometer-cli restore FILE [OPTIONS]\n"
+    "\n"
+    "Replaces the databases in the data folder with those in FILE, made by 'backup'.\n"
+    "A file that is not such a backup, or holds damaged databases, is refused and\n"
+    "nothing changes. The current databases are moved into a folder aside-DATE-TIME in\n"
+    "the data folder, never overwritten. Close the app first.\n"
+    "\n"
+    "Options:\n"
+    "%s"
+    "  -h, --help        show this help\n"
+    "\n"
+    "Exit status: 0 on success, 2 on a bad argument, 1 when it cannot be done (the reason\n"
+    "is printed).\n";
+
+int runRestore(const QStringList& args) {
+    QCommandLineParser parser;
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    parser.addOption(help);
+    parser.addOption(CliStorage::DataDirOption());
+    if (!parser.parse(QStringList{QStringLiteral("restore")} + args)) {
+        std::fprintf(stderr, "pedometer-cli restore: %s\nRun 'pedometer-cli restore --help'.\n",
+                     qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (parser.isSet(help)) {
+        std::printf(kHelp, CliStorage::kDataDirHelp);
+        return 0;
+    }
+    if (parser.positionalArguments().size() != 1) {
+        std::fprintf(
+            stderr,
+            "pedometer-cli restore: expected one FILE\nRun 'pedometer-cli restore --help'.\n");
+        return 2;
+    }
+    CliStorage::ApplyDataDir(parser);
+    const QString home = AppPaths::Home();
+    if (home.isEmpty()) {
+        std::fprintf(stderr, "pedometer-cli restore: %s\n", qPrintable(AppPaths::HomeError()));
+        return 1;
+    }
+    const QString file = parser.positionalArguments().first();
+    QString error;
+    QString aside;
+    if (!DataBackup::Restore(file, home, &error, &aside)) {
+        std::fprintf(stderr, "pedometer-cli restore: %s\n", error.toUtf8().constData());
+        return 1;
+    }
+    std::printf("restored %s into %s\n", file.toUtf8().constData(), home.toUtf8().constData());
+    if (!aside.isEmpty())
+        std::printf("the previous databases are in %s\n", aside.toUtf8().constData());
+    return 0;
+}
+
+}  // namespace
+
+PEDOMETER_CLI_COMMAND("restore", "put the databases of a backup file back", runRestore);
