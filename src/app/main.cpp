@@ -1,4 +1,6 @@
 // pedometer: the windowed application.
+#include <time.h>
+#include <unistd.h>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -6,8 +8,6 @@
 #include <QFile>
 #include <QLocale>
 #include <QTimer>
-#include <time.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
@@ -137,7 +137,6 @@ void reportDatabaseProblems() {
     }
 }
 
-
 // Whether the command line only asks for information (help, version, screen names):
 // such a run shows no window, so it must not need a display.
 bool onlyPrints(int argc, char** argv) {
@@ -162,7 +161,13 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A pedometer and fitness companion."));
+    parser.setApplicationDescription(
+        QStringLiteral("A pedometer and fitness companion.\n\n"
+                       "Keys:\n"
+                       "  Esc, Backspace, Back         go back a screen\n"
+                       "  Menu, F1                     open the screen's option menu\n"
+                       "  Page Up, +, Volume Up        side key up\n"
+                       "  Page Down, -, Volume Down    side key down"));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"),
@@ -241,8 +246,17 @@ int main(int argc, char** argv) {
         return fail(requestError);
     }
 
+    if (parser.isSet(quitAtEnd) && !parser.isSet(replay)) {
+        return fail(QStringLiteral("--quit-after-replay needs --replay FILE"));
+    }
     if (parser.isSet(locale)) {
         const QLocale chosen(parser.value(locale));
+        // QLocale turns a name it does not know into the "C" locale without a word.
+        if (chosen.language() == QLocale::C) {
+            return fail(QStringLiteral("--locale: \"%1\" is not a locale name such as en_US or "
+                                       "de_DE")
+                            .arg(parser.value(locale)));
+        }
         QLocale::setDefault(chosen);
         AppResource::GetInstance().SetLanguage(chosen.name().section('_', 0, 0));
     }
@@ -314,17 +328,19 @@ int main(int argc, char** argv) {
 
     const QString screenshotPath = parser.value(screenshot);
     auto quit = [&] {
+        int quitStatus = 0;
         if (!screenshotPath.isEmpty()) {
             if (pedometer.GetFrame()->grab().save(screenshotPath)) {
                 std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
             } else {
                 std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
                              qPrintable(screenshotPath));
+                quitStatus = 1;
             }
             std::fflush(stdout);
         }
         std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
-        QCoreApplication::quit();
+        QCoreApplication::exit(quitStatus);
     };
     if (parser.isSet(quitAfter)) QTimer::singleShot(quitAfterSeconds * 1000, &app, quit);
     if (parser.isSet(quitAtEnd) && replaySource != nullptr) {
