@@ -70,15 +70,15 @@ void Body::setRunStepSize(double m) {
 }
 
 void Body::setRunCoef(double c) {
-    runCoef_.store(possibleOrUnset("running sensitivity", c, 0.0, 10.0, ""));
+    runCoef_.store(possibleOrUnset("running sensitivity", c, 0.0, 1000.0, ""));
 }
 
 void Body::setJogCoef(double c) {
-    jogCoef_.store(possibleOrUnset("jogging sensitivity", c, 0.0, 10.0, ""));
+    jogCoef_.store(possibleOrUnset("jogging sensitivity", c, 0.0, 1000.0, ""));
 }
 
 void Body::setWalkCoef(double c) {
-    walkCoef_.store(possibleOrUnset("walking sensitivity", c, 0.0, 10.0, ""));
+    walkCoef_.store(possibleOrUnset("walking sensitivity", c, 0.0, 1000.0, ""));
 }
 
 int Body::getAge() const {

@@ -46,9 +46,9 @@ TEST_F(BodyTest, ImpossibleValuesAreStoredAsUnset) {
         {&Body::setWalkStepSize, &Body::storedWalkStepSize, 0.01, 10.0},
         {&Body::setJogStepSize, &Body::storedJogStepSize, 0.01, 10.0},
         {&Body::setRunStepSize, &Body::storedRunStepSize, 0.01, 10.0},
-        {&Body::setWalkCoef, &Body::storedWalkCoef, 0.0, 10.0},
-        {&Body::setJogCoef, &Body::storedJogCoef, 0.0, 10.0},
-        {&Body::setRunCoef, &Body::storedRunCoef, 0.0, 10.0},
+        {&Body::setWalkCoef, &Body::storedWalkCoef, 0.0, 1000.0},
+        {&Body::setJogCoef, &Body::storedJogCoef, 0.0, 1000.0},
+        {&Body::setRunCoef, &Body::storedRunCoef, 0.0, 1000.0},
     };
     for (const auto& c : cells) {
         const int i = int(&c - cells);
