@@ -208,41 +208,42 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_FALSE(laps[1]->endDate.has_value());
 }
 
-TEST_F(StatisticsManagerTest, CalorieAlarmCompletesOnTheFifthSlot) {
+// A running alarm completes on the slot that reaches its goal, into its own completed
+// state, tells the main form once, saves the state and stores nothing more; a stopped
+// alarm stores nothing.
+TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     PedometerOptions& options = PedometerOptions::GetInstance();
-    options.sygnalType = 4;
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
     options.sygnalCalories = 10;
+    options.sygnalDistance = 1.0;  // km
+    options.sygnalActivity = 5;    // minutes
     Sygnal::__mainFormInstance = &form;
-    for (int i = 0; i < 4; ++i) Sygnal::AddValues(2.0, 5, 10.0);
-    EXPECT_EQ(options.sygnalType.load(), 4);
-    EXPECT_EQ(form.fired.load(), 0);
-    Sygnal::AddValues(2.0, 5, 10.0);
-    EXPECT_EQ(options.sygnalType.load(), 8);
-    EXPECT_EQ(form.fired.load(), 1);
-    // Completed: nothing more is stored.
-    Sygnal::AddValues(2.0, 5, 10.0);
-    const DAOSygnal progress = PedometerDBManager::GetInstance().GetTodaySygnal();
-    EXPECT_DOUBLE_EQ(progress.calories, 10.0);
-    EXPECT_EQ(progress.activityTime, 25);
-    EXPECT_DOUBLE_EQ(progress.distance, 0.05);
-    // The completed state was saved.
-    PedometerOptions reloaded;
-    PedometerDBManager::GetInstance().LoadOptions(reloaded);
-    EXPECT_EQ(reloaded.sygnalType.load(), 8);
-}
-
-TEST_F(StatisticsManagerTest, ActivityAlarmCountsWholeMinutesAndStoppedAlarmStoresNothing) {
-    PedometerOptions& options = PedometerOptions::GetInstance();
+    const struct {
+        int running, completed, slots;
+        double kcal, metres;
+    } cases[] = {{4, 8, 5, 2.0, 1.0}, {5, 7, 4, 0.0, 250.0}, {6, 9, 60, 0.0, 1.0}};
+    for (const auto& c : cases) {
+        db.ClearSygnals();
+        form.fired = 0;
+        options.sygnalType = c.running;
+        for (int i = 1; i < c.slots; ++i) Sygnal::AddValues(c.kcal, 5, c.metres);
+        EXPECT_EQ(options.sygnalType.load(), c.running);
+        Sygnal::AddValues(c.kcal, 5, c.metres);
+        EXPECT_EQ(options.sygnalType.load(), c.completed);
+        EXPECT_EQ(form.fired.load(), 1);
+        Sygnal::AddValues(c.kcal, 5, c.metres);
+        const DAOSygnal progress = db.GetTodaySygnal();
+        EXPECT_EQ(progress.activityTime, c.slots * 5);
+        EXPECT_DOUBLE_EQ(progress.calories, c.slots * c.kcal);
+        EXPECT_NEAR(progress.distance, c.slots * c.metres / 1000, 1e-9);
+        PedometerOptions reloaded;
+        db.LoadOptions(reloaded);
+        EXPECT_EQ(reloaded.sygnalType.load(), c.completed);
+    }
+    db.ClearSygnals();
     options.sygnalType = 3;  // activity, stopped
     Sygnal::AddValues(1.0, 5, 1.0);
-    EXPECT_EQ(PedometerDBManager::GetInstance().GetTodaySygnal().activityTime, 0);
-
-    options.sygnalType = 6;
-    options.sygnalActivity = 5;
-    for (int i = 0; i < 59; ++i) Sygnal::AddValues(0.1, 5, 1.0);  // 295 s
-    EXPECT_EQ(options.sygnalType.load(), 6);
-    Sygnal::AddValues(0.1, 5, 1.0);  // 300 s
-    EXPECT_EQ(options.sygnalType.load(), 9);
+    EXPECT_EQ(db.GetTodaySygnal().activityTime, 0);
 }
 
 // Steps arrive on a sensor thread while the GUI thread ticks and the updater thread
