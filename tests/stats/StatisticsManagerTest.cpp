@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>
 
+#include "../sound/FakeSoundPlayer.h"
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "Body.h"
@@ -18,6 +20,8 @@
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "QuorPedometer.h"
+#include "SoundEffectPlayer.h"
+#include "SoundsManager.h"
 #include "Sygnal.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
@@ -218,6 +222,8 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalDistance = 1.0;  // km
     options.sygnalActivity = 5;    // minutes
     Sygnal::__mainFormInstance = &form;
+    FakePlayerLog sounds;
+    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
     const struct {
         int running, completed, slots;
         double kcal, metres;
@@ -231,6 +237,8 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
         Sygnal::AddValues(c.kcal, 5, c.metres);
         EXPECT_EQ(options.sygnalType.load(), c.completed);
         EXPECT_EQ(form.fired.load(), 1);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(sounds.Plays(QStringLiteral("stopwatch.wav")), int(&c - cases) + 1);
         Sygnal::AddValues(c.kcal, 5, c.metres);
         const DAOSygnal progress = db.GetTodaySygnal();
         EXPECT_EQ(progress.activityTime, c.slots * 5);
@@ -244,6 +252,8 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalType = 3;  // activity, stopped
     Sygnal::AddValues(1.0, 5, 1.0);
     EXPECT_EQ(db.GetTodaySygnal().activityTime, 0);
+    SoundsManager::GetInstance().SetPlayerFactory(
+        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 // Steps arrive on a sensor thread while the GUI thread ticks and the updater thread
