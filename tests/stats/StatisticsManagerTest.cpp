@@ -17,6 +17,7 @@
 #include "DAOLap.h"
 #include "FreshProfile.h"
 #include "MainFormListener.h"
+#include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "QuorPedometer.h"
@@ -109,6 +110,36 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     EXPECT_EQ(seconds[0].currentSecond, 5);
     EXPECT_EQ(seconds[0].steps, 1);
     EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
+}
+
+// Each stored interval reaches the pacer: its steps switch the beat on while walking, and
+// its metres give the speed the beat is measured against.
+TEST_F(StatisticsManagerTest, EachIntervalReachesThePacer) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    FakePlayerLog sounds;
+    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
+    options.pacerType = 1;     // speed
+    options.pacerSpeed = 0.5;  // km/h: one walking step in five seconds
+    options.pacerDiff = true;  // beat only off the target
+    options.pacerDiffSpeed = 0.2;
+    options.pacerOffOnStanding = true;
+    Metronome& pacer = Metronome::GetInstance();
+    pacer.Start();
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.addStep(1);
+    advanceSeconds(5);
+    EXPECT_FALSE(pacer.IsRunning()) << "on target";
+    options.pacerDiff = false;  // beat whenever walking
+    m.addStep(1);
+    advanceSeconds(5);
+    EXPECT_TRUE(pacer.IsRunning());
+    advanceSeconds(5);
+    EXPECT_FALSE(pacer.IsRunning()) << "standing";
+    pacer.Stop();
+    options.RestoreDefaults();
+    SoundsManager::GetInstance().SetPlayerFactory(
+        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 TEST_F(StatisticsManagerTest, UnknownGaitCountsAStepWithoutDistance) {
