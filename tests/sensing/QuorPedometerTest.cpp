@@ -327,6 +327,7 @@ TEST_F(QuorPedometerTest, RawMeterIgnoresChangesBelowATenth) {
     d.OnDataReceived(0.0f, 0.0f, 1.25f);    // by 0.25 from the held sum
     EXPECT_EQ(meter.values, (std::vector<double>{0.0, 0.5}));
     EXPECT_FLOAT_EQ(d.GetRawDelta(), 0.25f);
+    d.stopMonitoring();  // returns at once: the last report has finished
 }
 
 // ---------------------------------------------------------------------------------
