@@ -95,7 +95,12 @@ protected:
 };
 
 TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
-    StatisticsManager& m = makeManager();
+    std::vector<int> observed;  // the steps of each stored interval, as the observer hears
+    manager = std::make_unique<StatisticsManager>();
+    manager->UseSensorSource(nullptr);
+    manager->SetIntervalObserver([&](int, const DAOLapSeconds& s) { observed.push_back(s.steps); });
+    manager->Initialize();
+    StatisticsManager& m = *manager;
     m.start();
     m.addStep(1);
     advanceSeconds(4);
@@ -110,6 +115,7 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     EXPECT_EQ(seconds[0].currentSecond, 5);
     EXPECT_EQ(seconds[0].steps, 1);
     EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
+    EXPECT_EQ(observed, std::vector<int>{1});
 }
 
 // Each stored interval reaches the pacer: its steps switch the beat on while walking, and
