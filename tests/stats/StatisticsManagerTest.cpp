@@ -115,7 +115,9 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     EXPECT_EQ(seconds[0].currentSecond, 5);
     EXPECT_EQ(seconds[0].steps, 1);
     EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
-    EXPECT_EQ(observed, std::vector<int>{1});
+    advanceSeconds(5);  // a still interval starts from nothing
+    EXPECT_EQ(storedSeconds().back().distance, 0.0);
+    EXPECT_EQ(observed, (std::vector<int>{1, 0}));
 }
 
 // Each stored interval reaches the pacer: its steps switch the beat on while walking, and
@@ -240,7 +242,9 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_TRUE(storedMinutes().empty());
     EXPECT_TRUE(m.GetCurrentLap()->CopyMinutes().empty());
 
+    m.addStep(1);
     m.StartNewLap();
+    EXPECT_EQ(m.GetLapSteps(), 0);
     const int secondId = m.GetCurrentLap()->id;
     EXPECT_NE(secondId, firstId);
     const auto laps = PedometerDBManager::GetInstance().GetLapsForDate(Clock::TodayStart());
