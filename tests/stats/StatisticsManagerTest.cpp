@@ -240,11 +240,16 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_EQ(m.GetCurrentLap()->id, firstId);
     EXPECT_EQ(m.GetLapSteps(), 0);
     EXPECT_TRUE(storedMinutes().empty());
+    EXPECT_TRUE(storedSeconds().empty());
     EXPECT_TRUE(m.GetCurrentLap()->CopyMinutes().empty());
+    advanceSeconds(5);  // the cleared lap goes on from nothing
+    EXPECT_EQ(storedSeconds().back().distance, 0.0);
 
     m.addStep(1);
+    const std::size_t told = form.stepCounts.size();
     m.StartNewLap();
     EXPECT_EQ(m.GetLapSteps(), 0);
+    EXPECT_EQ(form.stepCounts.size(), told + 1) << "the main screen hears of the new lap";
     const int secondId = m.GetCurrentLap()->id;
     EXPECT_NE(secondId, firstId);
     const auto laps = PedometerDBManager::GetInstance().GetLapsForDate(Clock::TodayStart());
