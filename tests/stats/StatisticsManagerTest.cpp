@@ -242,14 +242,18 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_TRUE(storedMinutes().empty());
     EXPECT_TRUE(storedSeconds().empty());
     EXPECT_TRUE(m.GetCurrentLap()->CopyMinutes().empty());
-    advanceSeconds(5);  // the cleared lap goes on from nothing
+    advanceSeconds(4);  // the cleared lap goes on from nothing: five ticks, no distance
+    EXPECT_TRUE(storedSeconds().empty());
+    advanceSeconds(1);
     EXPECT_EQ(storedSeconds().back().distance, 0.0);
 
     m.addStep(1);
     const std::size_t told = form.stepCounts.size();
+    const int updates = form.dataUpdates;
     m.StartNewLap();
     EXPECT_EQ(m.GetLapSteps(), 0);
     EXPECT_EQ(form.stepCounts.size(), told + 1) << "the main screen hears of the new lap";
+    EXPECT_EQ(form.dataUpdates, updates + 1);
     const int secondId = m.GetCurrentLap()->id;
     EXPECT_NE(secondId, firstId);
     const auto laps = PedometerDBManager::GetInstance().GetLapsForDate(Clock::TodayStart());
