@@ -211,6 +211,7 @@ TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSounds
     EXPECT_EQ(metronome.GetInterval(), 0);
 
     FakePlayerLog log;
+    log.endsAtOnce = true;  // so that a second beat would sound too
     SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(log));
     metronome.OnTimerExpired();
     for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
