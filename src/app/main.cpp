@@ -169,7 +169,13 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A pedometer and fitness companion."));
+    parser.setApplicationDescription(
+        QStringLiteral("A pedometer and fitness companion.\n\n"
+                       "Keys:\n"
+                       "  Esc, Backspace, Back         go back a screen\n"
+                       "  Menu, F1                     open the screen's option menu\n"
+                       "  Page Up, +, Volume Up        side key up\n"
+                       "  Page Down, -, Volume Down    side key down"));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption dataDir(QStringLiteral("data-dir"),
@@ -253,8 +259,17 @@ int main(int argc, char** argv) {
         return fail(requestError);
     }
 
+    if (parser.isSet(quitAtEnd) && !parser.isSet(replay)) {
+        return fail(QStringLiteral("--quit-after-replay needs --replay FILE"));
+    }
     if (parser.isSet(locale)) {
         const QLocale chosen(parser.value(locale));
+        // QLocale turns a name it does not know into the "C" locale without a word.
+        if (chosen.language() == QLocale::C) {
+            return fail(QStringLiteral("--locale: \"%1\" is not a locale name such as en_US or "
+                                       "de_DE")
+                            .arg(parser.value(locale)));
+        }
         QLocale::setDefault(chosen);
         AppResource::GetInstance().SetLanguage(chosen.name().section('_', 0, 0));
     }
@@ -363,17 +378,19 @@ int main(int argc, char** argv) {
 
     const QString screenshotPath = parser.value(screenshot);
     auto quit = [&] {
+        int quitStatus = 0;
         if (!screenshotPath.isEmpty()) {
             if (pedometer.GetFrame()->grab().save(screenshotPath)) {
                 std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
             } else {
                 std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
                              qPrintable(screenshotPath));
+                quitStatus = 1;
             }
             std::fflush(stdout);
         }
         std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
-        QCoreApplication::quit();
+        QCoreApplication::exit(quitStatus);
     };
     if (parser.isSet(quitAfter)) QTimer::singleShot(quitAfterSeconds * 1000, &app, quit);
     if (parser.isSet(quitAtEnd) && replaySource != nullptr) {

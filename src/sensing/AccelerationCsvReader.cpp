@@ -1,6 +1,7 @@
 #include "AccelerationCsvReader.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 #include <array>
 #include <charconv>
@@ -17,6 +18,14 @@ constexpr double kStandardGravity = 9.80665;
 // two accepted times fits in 64 bits.
 constexpr qint64 kMaxAbsTimeNs = 4'000'000'000'000'000'000;
 constexpr qsizetype kBlockSize = 4 << 20;
+// A line longer than this is no recording (a header of a hundred columns is far shorter);
+// it is refused at once instead of being gathered into memory.
+constexpr qsizetype kMaxLineBytes = 8192;
+// Consecutive samples further apart than this are refused: replaying the gap would mean
+// counting through it tick by tick and storing every empty interval.
+constexpr qint64 kMaxGapNs = 86'400'000'000'000;
+// No accelerometer a person carries reads more than this (phones saturate at 2 to 32 g).
+constexpr double kMaxAbsG = 1000.0;
 
 enum class Role : quint8 { Ignored, Time, X, Y, Z };
 
@@ -299,7 +308,14 @@ public:
     const char* Feed(const char* begin, const char* end, bool final) {
         const char* line = begin;
         while (line != end && error_.isEmpty()) {
-            const char* newline = static_cast<const char*>(std::memchr(line, '\n', end - line));
+            const qsizetype window = std::min<qsizetype>(end - line, kMaxLineBytes + 2);
+            const char* newline = static_cast<const char*>(std::memchr(line, '\n', window));
+            if (newline == nullptr && window > kMaxLineBytes + 1) {
+                ++lineNumber_;
+                Fail(QStringLiteral("the line is longer than %1 bytes; this is not a recording")
+                         .arg(kMaxLineBytes));
+                break;
+            }
             if (newline == nullptr && !final) break;
             const char* lineEnd = newline ? newline : end;
             ++lineNumber_;
@@ -453,6 +469,23 @@ private:
                      .arg(formatSeconds(lastTimeNs_), formatSeconds(timeNs)));
             return;
         }
+        if (haveTime_ && timeNs - lastTimeNs_ > kMaxGapNs) {
+            Fail(QStringLiteral("time jumps from %1 to %2, a gap of more than a day")
+                     .arg(formatSeconds(lastTimeNs_), formatSeconds(timeNs)));
+            return;
+        }
+        for (int a = 0; a < 3; ++a) {
+            if (std::abs(values[a] / divisors_[a]) > kMaxAbsG) {
+                const int i = axes_[a].index;
+                Fail(QStringLiteral("%1 in column %2 (\"%3\") is more than %4 g, which no "
+                                    "accelerometer reads")
+                         .arg(values[a])
+                         .arg(i + 1)
+                         .arg(titles_[i])
+                         .arg(kMaxAbsG));
+                return;
+            }
+        }
         haveTime_ = true;
         lastTimeNs_ = timeNs;
         // To g in double, then to single precision.
@@ -544,6 +577,12 @@ bool AccelerationCsvReader::ReadText(std::string_view text, const QString& name,
 bool AccelerationCsvReader::ReadFile(const QString& path, AccelerationRecording* recording,
                                      QString* error) {
     *recording = AccelerationRecording();
+    // Reading a pipe or a device could block or never end; a recording is a regular file.
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        if (error) *error = QStringLiteral("%1: not a regular file").arg(path);
+        return false;
+    }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         if (error) *error = QStringLiteral("%1: cannot open: %2").arg(path, file.errorString());
@@ -555,7 +594,6 @@ bool AccelerationCsvReader::ReadFile(const QString& path, AccelerationRecording*
     std::size_t kept = 0;  // bytes of an unfinished line carried over from the last block
     bool reserved = false;
     for (;;) {
-        if (kept == buffer.size()) buffer.resize(buffer.size() * 2);  // a very long line
         const qint64 got =
             file.read(buffer.data() + kept, static_cast<qint64>(buffer.size() - kept));
         if (got < 0) {

@@ -1,5 +1,7 @@
 #include "ReplayCursor.h"
 
+#include <algorithm>
+
 ReplayCursor::ReplayCursor(const AccelerationRecording& recording) : recording_(recording) {}
 
 void ReplayCursor::Rewind() {
@@ -35,6 +37,12 @@ bool ReplayCursor::NextTick(ReplayTick& tick) {
 bool ReplayCursor::NextSample(ReplayTick& tick) {
     while (NextTick(tick)) {
         if (tick.fresh) return true;
+        // Until the next sample every tick repeats this one: go straight to the first tick
+        // that can take it, so a long gap costs no more than a short one.
+        if (sampleIndex_ + 1 < recording_.Size()) {
+            const qint64 next = recording_.TimeNs(sampleIndex_ + 1) - recording_.TimeNs(0);
+            tickIndex_ = std::max(tickIndex_, (next + kTickNs - 1) / kTickNs);
+        }
     }
     return false;
 }

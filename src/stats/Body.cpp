@@ -1,5 +1,7 @@
 #include "Body.h"
 
+#include <QtGlobal>
+
 #include "AppResource.h"
 
 namespace {
@@ -24,11 +26,59 @@ constexpr double kRestingMet = 1.55;
 constexpr double kIdealBmi = 23.2;
 constexpr double kMinNormalBmi = 18.5;
 constexpr double kMaxNormalBmi = 24.9;
+
+// `value` when it is -1 (unset) or within [min, max]; otherwise -1, with a warning.
+double possibleOrUnset(const char* what, double value, double min, double max, const char* unit) {
+    if (value == -1.0 || (value >= min && value <= max)) return value;  // false for NaN
+    qWarning("body profile: a %s of %g %s is impossible; the default is used instead", what, value,
+             unit);
+    return -1.0;
+}
 }  // namespace
 
 Body& Body::GetInstance() {
     static Body instance;
     return instance;
+}
+
+void Body::setMen(int men) {
+    men_.store(men == 0 || men == 1 ? men : -1);
+}
+
+void Body::setAge(int age) {
+    age_.store(static_cast<int>(possibleOrUnset("age", age, 0, 150, "years")));
+}
+
+void Body::setHeight(double cm) {
+    height_.store(possibleOrUnset("height", cm, 30.0, 300.0, "cm"));
+}
+
+void Body::setWeight(double kg) {
+    weight_.store(possibleOrUnset("weight", kg, 1.0, 1000.0, "kg"));
+}
+
+void Body::setWalkStepSize(double m) {
+    walkStep_.store(possibleOrUnset("walking step", m, 0.01, 10.0, "m"));
+}
+
+void Body::setJogStepSize(double m) {
+    jogStep_.store(possibleOrUnset("jogging step", m, 0.01, 10.0, "m"));
+}
+
+void Body::setRunStepSize(double m) {
+    runStep_.store(possibleOrUnset("running step", m, 0.01, 10.0, "m"));
+}
+
+void Body::setRunCoef(double c) {
+    runCoef_.store(possibleOrUnset("running sensitivity", c, 0.0, 1000.0, ""));
+}
+
+void Body::setJogCoef(double c) {
+    jogCoef_.store(possibleOrUnset("jogging sensitivity", c, 0.0, 1000.0, ""));
+}
+
+void Body::setWalkCoef(double c) {
+    walkCoef_.store(possibleOrUnset("walking sensitivity", c, 0.0, 1000.0, ""));
 }
 
 int Body::getAge() const {
@@ -130,26 +180,23 @@ QColor Body::GetBMIColor() const {
     if (getAge() <= 17) return QColor(Qt::green);
     const double bmi = GetBMI();
     if (bmi < 18.5) return QColor(Qt::yellow);
-    if (bmi >= 18.5 && bmi < 25.0) return QColor(Qt::green);
-    if (bmi >= 25.0 && bmi < 30.0) return QColor(Qt::yellow);
-    if (bmi >= 30.0) return QColor(Qt::red);
-    return QColor(Qt::green);  // not a number
+    if (bmi < 25.0) return QColor(Qt::green);
+    if (bmi < 30.0) return QColor(Qt::yellow);
+    return QColor(Qt::red);
 }
 
 QString Body::GetBMIString() const {
     if (getAge() <= 17) return {};
     const double bmi = GetBMI();
-    const char* key = nullptr;
+    const char* key = "pedometer__ Obese";
     if (bmi < 18.5) {
         key = "pedometer__ Underweight";
-    } else if (bmi >= 18.5 && bmi < 25.0) {
+    } else if (bmi < 25.0) {
         key = "pedometer__ Normal Weight";
-    } else if (bmi >= 25.0 && bmi < 30.0) {
+    } else if (bmi < 30.0) {
         key = "pedometer__ Overweight";
-    } else if (bmi >= 30.0) {
-        key = "pedometer__ Obese";
     }
-    return key ? AppResource::GetInstance().GetString(QString::fromLatin1(key)) : QString();
+    return AppResource::GetInstance().GetString(QString::fromLatin1(key));
 }
 
 void Body::clear() {

@@ -58,16 +58,19 @@ public:
     double storedJogCoef() const { return jogCoef_.load(); }
     double storedWalkCoef() const { return walkCoef_.load(); }
 
-    void setMen(int men) { men_.store(men); }
-    void setAge(int age) { age_.store(age); }
-    void setHeight(double cm) { height_.store(cm); }
-    void setWeight(double kg) { weight_.store(kg); }
-    void setWalkStepSize(double m) { walkStep_.store(m); }
-    void setJogStepSize(double m) { jogStep_.store(m); }
-    void setRunStepSize(double m) { runStep_.store(m); }
-    void setRunCoef(double c) { runCoef_.store(c); }
-    void setJogCoef(double c) { jogCoef_.store(c); }
-    void setWalkCoef(double c) { walkCoef_.store(c); }
+    // Setters take -1 (unset) or a value a person can have; anything else (a negative
+    // weight, a step of 1e308 m, not a number) is stored as unset, so the default applies,
+    // and a warning names the value. Nothing infinite ever reaches a calculation.
+    void setMen(int men);
+    void setAge(int age);
+    void setHeight(double cm);
+    void setWeight(double kg);
+    void setWalkStepSize(double m);
+    void setJogStepSize(double m);
+    void setRunStepSize(double m);
+    void setRunCoef(double c);
+    void setJogCoef(double c);
+    void setWalkCoef(double c);
 
     // Sets every value to unset (-1).
     void clear();

@@ -237,26 +237,3 @@ TEST_F(PedometerFormTest, TabsReportTheirIdsAndMoveTheClientArea) {
 }
 
 }  // namespace
-
-namespace {
-
-// Writes the frame with its option menu open when PEDOMETER_SHOT_DIR names a folder.
-TEST_F(PedometerFormTest, Screenshots) {
-    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
-    if (folder.isEmpty()) GTEST_SKIP() << "set PEDOMETER_SHOT_DIR to write screenshots";
-    screen->SetBackgroundImage("MainScreen_bg.png");
-    screen->SetTitleText("Screen");
-    screen->InitOptionMenu(ProbeForm::kOptionKey);
-    for (const char* item : {"Body tracker", "Settings", "My profile", "History"}) {
-        screen->AddOptionKey(item, 1000);
-    }
-    screen->ShowOptionMenu();
-    QMenu* menu = screen->GetOptionMenu();
-    QImage shot = frame->grab().toImage();
-    QPainter painter(&shot);
-    painter.drawPixmap(frame->mapFromGlobal(menu->pos()), menu->grab());
-    painter.end();
-    EXPECT_TRUE(shot.save(folder + "/frame_menu.png"));
-}
-
-}  // namespace

@@ -172,13 +172,6 @@ TEST_F(TivNavigationControllerTest, OnlyTheTopScreenHearsOfThePause) {
     EXPECT_EQ(journal.lines, QStringList({"A pause"}));
 }
 
-TEST_F(TivNavigationControllerTest, ForegroundFlagIsProcessWide) {
-    TivNavigationController::SetOnForeground(false);
-    EXPECT_FALSE(TivNavigationController::IsForeground());
-    TivNavigationController::SetOnForeground(true);
-    EXPECT_TRUE(TivNavigationController::IsForeground());
-}
-
 TEST_F(TivNavigationControllerTest, AFormIsInitialisedOnlyOnce) {
     ProbeForm* a = Make("A");
     frame->AddControl(*a);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <QFile>
 #include <charconv>
 #include <random>
@@ -62,7 +63,8 @@ TEST(AccelerationCsvReaderTest, EveryValueReadsAsTheCorrectlyRoundedDouble) {
         const int digits = 1 + static_cast<int>(random() % 19);
         std::string digitsText;
         for (int d = 0; d < digits; ++d) digitsText += static_cast<char>('0' + random() % 10);
-        const std::size_t point = random() % (digitsText.size() + 1);
+        // At most three digits before the point: readings beyond 1000 g are refused.
+        const std::size_t point = random() % std::min<std::size_t>(4, digitsText.size() + 1);
         std::string value = (random() % 2 ? "-" : "") + digitsText.substr(0, point) + "." +
                             digitsText.substr(point);
         if (random() % 8 == 0) value += "e-" + std::to_string(random() % 5);
@@ -162,6 +164,14 @@ TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem)
          "of range"},
         {header + "0,1,2,3\n0.5,1,2,3\n0.49,1,2,3\n",
          "walk.csv: line 4: time goes backwards, from 0.500000000 s to 0.490000000 s"},
+        {header + "0,1,2,3\n86400.000000001,1,2,3\n",
+         "walk.csv: line 3: time jumps from 0.000000000 s to 86400.000000001 s"},
+        {header + "0,1,2,3\n0.1,9e15,2,3\n",
+         "line 3: 9e+15 in column 2 (\"Acceleration x (m/s^2)\") is more than 1000 g"},
+        {"Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n0,1,1,-1000.5\n",
+         "line 2: -1000.5 in column 4"},
+        {std::string(9000, 'x'), "walk.csv: line 1: the line is longer than 8192 bytes"},
+        {header + std::string(9000, '1') + "\n", "walk.csv: line 2: the line is longer"},
     };
     for (const Case& c : cases) {
         const Parsed p = parse(c.text);
@@ -181,9 +191,19 @@ TEST(AccelerationCsvReaderTest, UnreadableFileNamesTheFile) {
     EXPECT_TRUE(error.startsWith(QStringLiteral("/nonexistent/walk.csv: cannot open")))
         << error.toStdString();
 
+    // Neither a pipe without a writer nor an endless device may block or fill the memory.
     const auto dir = testdata::MakeTempDir();
-    EXPECT_FALSE(AccelerationCsvReader::ReadFile(dir->path(), &recording, &error));
-    EXPECT_TRUE(error.startsWith(dir->path())) << error.toStdString();
+    const QString fifo = dir->filePath(QStringLiteral("fifo"));
+    ASSERT_EQ(mkfifo(fifo.toLocal8Bit().constData(), 0600), 0);
+    const QString endless = dir->filePath(QStringLiteral("endless.csv"));
+    ASSERT_TRUE(testdata::WriteFile(endless, QByteArray(5 << 20, '7')));
+    for (const QString& path : {dir->path(), fifo, QStringLiteral("/dev/zero"), endless}) {
+        EXPECT_FALSE(AccelerationCsvReader::ReadFile(path, &recording, &error));
+        EXPECT_EQ(error, path + (path == endless ? QStringLiteral(": line 1: the line is longer "
+                                                                  "than 8192 bytes; this is not "
+                                                                  "a recording")
+                                                 : QStringLiteral(": not a regular file")));
+    }
 }
 
 TEST(AccelerationCsvReaderTest, RecorderOutputReadsBackExactlyAcrossBlocks) {

@@ -1,6 +1,7 @@
 // pedometer-cli count and accuracy, run as the user runs them.
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -13,6 +14,8 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecorder.h"
@@ -76,11 +79,11 @@ CliRun cli(const QStringList& args) {
     return run;
 }
 
-// Twenty seconds of a phone bouncing at two strides a second, in m/s^2 at 100 Hz.
-void writeWalk(const QString& path, double bounce) {
+// A phone bouncing at two strides a second, in m/s^2 at 100 Hz, twenty seconds by default.
+void writeWalk(const QString& path, double bounce, int samples = 2000) {
     AccelerationRecorder recorder(AccelerationRecorder::Unit::MetresPerSecondSquared);
     ASSERT_TRUE(recorder.Open(path, nullptr));
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < samples; ++i) {
         const double t = i / 100.0;
         const double up = bounce * std::sin(2 * M_PI * 2.0 * t);
         recorder.Append(i * 10'000'000LL, 1.2f, static_cast<float>(9.5 + 9.8 * up), 0.8f);
@@ -189,6 +192,36 @@ TEST_F(CountCommandTest, BadInputExitsWithStatusTwoAndKeepsTheGoodFiles) {
     EXPECT_EQ(run.status, 0);
     EXPECT_TRUE(run.out.contains(QStringLiteral("distance_m")));
     EXPECT_TRUE(run.out.contains(QStringLiteral("--jog-coef")));
+}
+
+// A replay across midnight stores each interval at its own time: the distance alarm's
+// progress restarts at midnight with only the intervals after it. The printed lap is the
+// stored one, without the unfinished last two seconds.
+TEST_F(CountCommandTest, ReplayStoresIntervalsAtTheirTimeAndPrintsTheStoredLap) {
+    const QString walk = dir_->filePath(QStringLiteral("walk22.csv"));
+    writeWalk(walk, 0.25, 2200);
+    const QString data = dir_->filePath(QStringLiteral("data"));
+    const QStringList replay{QStringLiteral("replay"), QStringLiteral("--data-dir"), data,
+                             QStringLiteral("--start")};
+    ASSERT_EQ(cli(replay + QStringList{QStringLiteral("2026-01-04 12:00:00"), walk}).status, 0);
+    SQLite::Database(QDir(data).filePath("Options.db3").toStdString(), SQLite::OPEN_READWRITE)
+        .exec("UPDATE SCREEN SET SYGNAL_TYPE=5");  // a distance alarm running
+
+    const CliRun run = cli(replay + QStringList{QStringLiteral("2026-01-05 23:59:50"), walk});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    SQLite::Database db(QDir(data).filePath("Statistics.db3").toStdString());
+    const int steps = db.execAndGet("SELECT SUM(steps) FROM LapMinutes WHERE lapId=2").getInt();
+    EXPECT_LT(steps, countHere(walk).Steps());
+    EXPECT_TRUE(run.out.startsWith(QStringLiteral("lap=2 steps=%1 ").arg(steps)))
+        << run.out.toStdString();
+    SQLite::Statement alarm(db, "SELECT sygnalDate, distance FROM SygnalValues");
+    ASSERT_TRUE(alarm.executeStep());
+    EXPECT_EQ(alarm.getColumn(0).getString(), "2026-01-06 00:00:00");
+    // The intervals ending at 00:00:00, :05 and :10 count for the new day.
+    const double after = db.execAndGet(
+        "SELECT SUM(distance) FROM LastFiveMinutes WHERE lapId=2 AND currentSecond>5");
+    EXPECT_GT(after, 0.0);
+    EXPECT_NEAR(alarm.getColumn(1).getDouble() * 1000, after, 1e-6);
 }
 
 TEST_F(CountCommandTest, AccuracyTabulatesCountsAgainstTheIndex) {

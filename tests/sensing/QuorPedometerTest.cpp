@@ -127,6 +127,18 @@ TEST_F(QuorPedometerTest, StillPhoneHoldsItsSumsAndNeverSteps) {
     }
 }
 
+// A sum that moves by exactly a channel's sensitivity is taken; less is held.
+TEST(QuorPedometerDeadBandTest, AChangeOfExactlyTheSensitivityMovesTheSum) {
+    Body::GetInstance().clear();
+    Body::GetInstance().setWalkCoef(0.5);
+    QuorPedometer detector(nullptr, DetectorKind::Classic);
+    SumDriver driver(detector, 8.0f);
+    driver.To(64.5f);
+    EXPECT_EQ(detector.GetChannel(Channel::Walk).sum, 64.5f);
+    EXPECT_EQ(detector.GetChannel(Channel::Jog).sum, 64.0f);  // 0.5 is within its 0.9
+    Body::GetInstance().clear();
+}
+
 TEST_F(QuorPedometerTest, StateMachineMovesOnlyOnChangesBeyondItsDelta) {
     QuorPedometer& d = *detector_;
     EXPECT_FALSE(d.isStep(10.2f, 10.0f));  // within the 0.3 hysteresis
@@ -315,6 +327,7 @@ TEST_F(QuorPedometerTest, RawMeterIgnoresChangesBelowATenth) {
     d.OnDataReceived(0.0f, 0.0f, 1.25f);    // by 0.25 from the held sum
     EXPECT_EQ(meter.values, (std::vector<double>{0.0, 0.5}));
     EXPECT_FLOAT_EQ(d.GetRawDelta(), 0.25f);
+    d.stopMonitoring();  // returns at once: the last report has finished
 }
 
 // ---------------------------------------------------------------------------------

@@ -47,10 +47,35 @@ std::vector<Delivery> delivered(const AccelerationRecording& recording) {
 }
 
 TEST(ReplayCursorTest, EachTickTakesTheLatestSampleAtOrBeforeIt) {
-    const auto r = recordingOf({{0, 0}, {10, 1}, {25, 2}, {31, 3}, {59, 4}, {61, 5}, {95, 6}});
-    // Ticks at 0, 30, 60, 90 ms; the one at 120 would be after the last sample.
-    EXPECT_EQ(delivered(r),
-              (std::vector<Delivery>{{0, 0, 0}, {30, 25, 2}, {60, 59, 4}, {90, 61, 5}}));
+    constexpr qint64 kDay = 86'400'000;
+    const struct {
+        const char* what;
+        AccelerationRecording recording;
+        std::vector<Delivery> expected;
+    } cases[] = {
+        {"ticks at 0, 30, 60, 90 ms; none at 120, after the last sample",
+         recordingOf({{0, 0}, {10, 1}, {25, 2}, {31, 3}, {59, 4}, {61, 5}, {95, 6}}),
+         {{0, 0, 0}, {30, 25, 2}, {60, 59, 4}, {90, 61, 5}}},
+        {"a last sample exactly on a tick",
+         recordingOf({{0, 1}, {60, 2}}),
+         {{0, 0, 1}, {60, 60, 2}}},
+        {"repeats are skipped, returning values are not",
+         recordingOf({{0, 7}, {30, 7}, {60, 8}, {90, 7}, {120, 7}, {150, 9}}),
+         {{0, 0, 7}, {60, 60, 8}, {90, 90, 7}, {150, 150, 9}}},
+        {"the same time takes the last in file order",
+         recordingOf({{0, 1}, {30, 2}, {30, 3}, {30, 4}}),
+         {{0, 0, 1}, {30, 30, 4}}},
+        {"nothing", AccelerationRecording(), {}},
+        {"one sample", recordingOf({{5, 1}}), {{0, 5, 1}}},
+        {"a day's gap, its end between ticks",
+         recordingOf(
+             {{0, 1}, {10, 1}, {kDay + 1, 2}, {kDay + 20, 2}, {kDay + 31, 3}, {kDay + 61, 4}}),
+         {{0, 0, 1}, {kDay + 30, kDay + 20, 2}, {kDay + 60, kDay + 31, 3}}},
+        {"a gap whose end falls on a tick",
+         recordingOf({{0, 1}, {9000, 2}, {9030, 3}}),
+         {{0, 0, 1}, {9000, 9000, 2}, {9030, 9030, 3}}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(delivered(c.recording), c.expected) << c.what;
 }
 
 TEST(ReplayCursorTest, TicksRunUpToAndIncludingTheLastSample) {
@@ -63,26 +88,9 @@ TEST(ReplayCursorTest, TicksRunUpToAndIncludingTheLastSample) {
     while (cursor.NextTick(tick)) ticks.push_back({tick.tickNs / kMs, tick.fresh});
     EXPECT_EQ(ticks, (std::vector<std::pair<qint64, bool>>{
                          {0, true}, {30, false}, {60, true}, {90, false}}));
-    // A last sample exactly on a tick is reached.
-    EXPECT_EQ(delivered(recordingOf({{0, 1}, {60, 2}})),
-              (std::vector<Delivery>{{0, 0, 1}, {60, 60, 2}}));
 }
 
-TEST(ReplayCursorTest, RepeatedValuesAreSkippedButReturningValuesAreNot) {
-    const auto r = recordingOf({{0, 7}, {30, 7}, {60, 8}, {90, 7}, {120, 7}, {150, 9}});
-    EXPECT_EQ(delivered(r),
-              (std::vector<Delivery>{{0, 0, 7}, {60, 60, 8}, {90, 90, 7}, {150, 150, 9}}));
-}
-
-TEST(ReplayCursorTest, SameTimestampTakesTheLastInFileOrder) {
-    const auto r = recordingOf({{0, 1}, {30, 2}, {30, 3}, {30, 4}});
-    EXPECT_EQ(delivered(r), (std::vector<Delivery>{{0, 0, 1}, {30, 30, 4}}));
-}
-
-TEST(ReplayCursorTest, EdgeRecordingsAndRewind) {
-    EXPECT_TRUE(delivered(AccelerationRecording()).empty());
-    EXPECT_EQ(delivered(recordingOf({{5, 1}})), (std::vector<Delivery>{{0, 5, 1}}));
-
+TEST(ReplayCursorTest, RewindStartsOver) {
     const auto r = recordingOf({{0, 1}, {30, 2}});
     ReplayCursor cursor(r);
     ReplayTick tick;

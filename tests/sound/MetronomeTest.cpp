@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <cmath>
+
 #include "Body.h"
+#include "FakeSoundPlayer.h"
 #include "PedometerOptions.h"
+#include "SoundEffectPlayer.h"
+#include "SoundsManager.h"
 
 namespace {
 
@@ -192,6 +198,26 @@ TEST_F(MetronomeTest, NoThreadUntilTheFirstBeatAndNoneAfterShutdown) {
     idle.Start();
     EXPECT_FALSE(idle.HasThread());
     EXPECT_FALSE(idle.IsRunning());
+}
+
+// A target that is not a number gives no interval, nor does a shut-down pacer; a beat of the
+// one-shot timer sounds once and re-arms only with an interval.
+TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSoundsOnce) {
+    options.pacerSpeed = std::nan("");
+    EXPECT_EQ(IntervalIn(kSpeed), 0);
+    options.pacerFrequency = 120;
+    EXPECT_EQ(IntervalIn(kRate), 500);
+    metronome.Shutdown();
+    EXPECT_EQ(metronome.GetInterval(), 0);
+
+    FakePlayerLog log;
+    log.endsAtOnce = true;  // so that a second beat would sound too
+    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(log));
+    metronome.OnTimerExpired();
+    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+    EXPECT_EQ(log.Plays(QStringLiteral("Pop1.wav")), 1);
+    SoundsManager::GetInstance().SetPlayerFactory(
+        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 }  // namespace

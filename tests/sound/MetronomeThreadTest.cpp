@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -46,27 +45,15 @@ TEST(MetronomeThreadTest, ANewThreadBeatsAtOnceAndASilentOneIdles) {
     EXPECT_EQ(silentBeats, 0);
 }
 
+// The sleep is a day: if Stop() waited for it instead of waking the thread, the test would
+// never end and the suite's time limit would report it.
 TEST(MetronomeThreadTest, StopWakesTheThreadFromALongSleep) {
     std::atomic<int> beats{0};
-    auto thread = std::make_unique<MetronomeThread>([&] { ++beats; });
-    thread->Init(3'600'000);
-    ASSERT_TRUE(WaitFor([&] { return beats == 1; }));
-    QElapsedTimer elapsed;
-    elapsed.start();
-    thread.reset();
-    // The sleep was an hour; anything near that would mean Stop() waited for it.
-    EXPECT_LT(elapsed.elapsed(), 5000);
-}
-
-TEST(MetronomeThreadTest, SwitchedOnFromSilenceItBeatsWithinAboutASecond) {
-    std::atomic<int> beats{0};
     MetronomeThread thread([&] { ++beats; });
-    thread.Init(0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    thread.SetRuntime(20);
-    EXPECT_TRUE(WaitFor([&] { return beats >= 3; }));
-    thread.SetRuntime(0);
+    thread.Init(86'400'000);
+    ASSERT_TRUE(WaitFor([&] { return beats == 1; }));
     thread.Stop();
+    EXPECT_EQ(beats, 1);
 }
 
 // The whole pacer with its real beat thread, while an "updater" thread feeds spans,

@@ -28,8 +28,53 @@ TEST_F(BodyTest, UnsetValuesFallBackToDefaults) {
     EXPECT_DOUBLE_EQ(body().getWalkCoef(), 0.3);
     EXPECT_DOUBLE_EQ(body().getJogCoef(), 0.9);
     EXPECT_DOUBLE_EQ(body().getRunCoef(), 1.4);
-    body().setHeight(0.0);
+    body().setHeight(30.0);
     EXPECT_TRUE(body().hasHeight());
+}
+
+// An impossible stored value counts as unset; the edges of what a person can have are kept.
+TEST_F(BodyTest, ImpossibleValuesAreStoredAsUnset) {
+    constexpr double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::nan("");
+    const struct {
+        void (Body::*set)(double);
+        double (Body::*stored)() const;
+        double low, high;  // the extremes still taken
+    } cells[] = {
+        {&Body::setHeight, &Body::storedHeight, 30.0, 300.0},
+        {&Body::setWeight, &Body::storedWeight, 1.0, 1000.0},
+        {&Body::setWalkStepSize, &Body::storedWalkStepSize, 0.01, 10.0},
+        {&Body::setJogStepSize, &Body::storedJogStepSize, 0.01, 10.0},
+        {&Body::setRunStepSize, &Body::storedRunStepSize, 0.01, 10.0},
+        {&Body::setWalkCoef, &Body::storedWalkCoef, 0.0, 1000.0},
+        {&Body::setJogCoef, &Body::storedJogCoef, 0.0, 1000.0},
+        {&Body::setRunCoef, &Body::storedRunCoef, 0.0, 1000.0},
+    };
+    for (const auto& c : cells) {
+        const int i = int(&c - cells);
+        for (double kept : {c.low, c.high, -1.0}) {
+            (body().*c.set)(kept);
+            EXPECT_EQ((body().*c.stored)(), kept) << i;
+        }
+        for (double bad :
+             {std::nextafter(c.low, -inf), std::nextafter(c.high, inf), -70.0, 1e308, inf, nan}) {
+            (body().*c.set)(c.low);
+            (body().*c.set)(bad);
+            EXPECT_EQ((body().*c.stored)(), -1.0) << i << " " << bad;
+        }
+    }
+    for (int age : {0, 150, -1}) {
+        body().setAge(age);
+        EXPECT_EQ(body().storedAge(), age);
+    }
+    for (int age : {-2, 151}) {
+        body().setAge(age);
+        EXPECT_EQ(body().storedAge(), -1) << age;
+    }
+    for (int men : {0, 1, 2, -5}) {
+        body().setMen(men);
+        EXPECT_EQ(body().storedMen(), men <= 1 && men >= 0 ? men : -1) << men;
+    }
 }
 
 TEST_F(BodyTest, StepLengthsFollowHeightAndSex) {
@@ -51,40 +96,44 @@ TEST_F(BodyTest, StepLengthsFollowHeightAndSex) {
     EXPECT_DOUBLE_EQ(body().getStepSize(4), 0.0);
 }
 
+// Each activity band starts at its bound, inclusive; just below it the slower band applies.
 TEST_F(BodyTest, CaloriesUseInclusiveLowerSpeedBounds) {
     EXPECT_NEAR(body().calculateCalories(0.0f), 1.8445, 1e-4);
     EXPECT_DOUBLE_EQ(body().calculateCalories(-1.0f), 0.0);
     const double perMet = 3.5 * 68.0 / 200.0;
+    const struct {
+        float from;
+        double met, metBelow;
+    } bands[] = {{16.09f, 16.0, 13.5}, {12.87f, 13.5, 10.0}, {9.66f, 10.0, 8.0},
+                 {8.05f, 8.0, 6.0},    {7.4f, 6.0, 5.0},     {6.44f, 5.0, 4.0},
+                 {5.63f, 4.0, 3.5},    {4.83f, 3.5, 2.75},   {4.02f, 2.75, 2.0}};
+    for (const auto& b : bands) {
+        EXPECT_NEAR(body().calculateCalories(b.from), b.met * perMet, 1e-6) << b.from;
+        EXPECT_NEAR(body().calculateCalories(std::nextafter(b.from, 0.0f)), b.metBelow * perMet,
+                    1e-6)
+            << b.from;
+    }
     EXPECT_NEAR(body().calculateCalories(1.0f), 2.0 * perMet, 1e-6);
-    EXPECT_NEAR(body().calculateCalories(4.02f), 2.75 * perMet, 1e-6);
-    EXPECT_NEAR(body().calculateCalories(4.0f), 2.0 * perMet, 1e-6);
-    EXPECT_NEAR(body().calculateCalories(6.0f), 4.0 * perMet, 1e-6);
-    EXPECT_NEAR(body().calculateCalories(12.87f), 13.5 * perMet, 1e-6);
-    EXPECT_NEAR(body().calculateCalories(30.0f), 16.0 * perMet, 1e-6);
     body().setWeight(100.0);
     EXPECT_NEAR(body().calculateCalories(30.0f), 16.0 * 3.5 * 100.0 / 200.0, 1e-6);
 }
 
+// At 100 cm the BMI is the weight; each verdict starts at its bound.
 TEST_F(BodyTest, BmiVerdictAndColour) {
-    EXPECT_NEAR(body().GetBMI(), 22.99, 0.01);
-    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Normal weight"));
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::green));
-
-    body().setWeight(50.0);  // BMI 16.9
-    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Underweight"));
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::yellow));
-    body().setWeight(80.0);  // 27.0
-    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Overweight"));
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::yellow));
-    body().setWeight(95.0);  // 32.1
-    EXPECT_EQ(body().GetBMIString(), QStringLiteral("Obese"));
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::red));
-
-    body().setHeight(0.0);  // infinite BMI counts as obese
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::red));
-    body().setHeight(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_TRUE(body().GetBMIString().isEmpty());
-    EXPECT_EQ(body().GetBMIColor(), QColor(Qt::green));
+    EXPECT_NEAR(body().GetBMI(), 22.99, 0.01);  // the default profile
+    body().setHeight(100.0);
+    const struct {
+        double bmi;
+        const char* verdict;
+        Qt::GlobalColor colour;
+    } cases[] = {{18.49, "Underweight", Qt::yellow},  {18.5, "Normal weight", Qt::green},
+                 {24.99, "Normal weight", Qt::green}, {25.0, "Overweight", Qt::yellow},
+                 {29.99, "Overweight", Qt::yellow},   {30.0, "Obese", Qt::red}};
+    for (const auto& c : cases) {
+        body().setWeight(c.bmi);
+        EXPECT_EQ(body().GetBMIString(), QString::fromLatin1(c.verdict)) << c.bmi;
+        EXPECT_EQ(body().GetBMIColor(), QColor(c.colour)) << c.bmi;
+    }
 }
 
 TEST_F(BodyTest, NoVerdictUpToAge17) {

@@ -38,6 +38,8 @@ TEST(ConverterTest, TimeStringKeepsMinutesUnfolded) {
     EXPECT_EQ(Converter::GetTimeStringN(600), QStringLiteral("10:00"));
     EXPECT_EQ(Converter::GetTimeStringN(7500), QStringLiteral("125:00"));
     EXPECT_EQ(Converter::GetTimeStringN(599), QStringLiteral("09:59"));
+    EXPECT_EQ(Converter::GetTimeStringN(69), QStringLiteral("01:09"));
+    EXPECT_EQ(Converter::GetTimeStringN(70), QStringLiteral("01:10"));
 }
 
 TEST(ConverterTest, LocalStringHasExactFractionDigitsAndLocaleSeparators) {

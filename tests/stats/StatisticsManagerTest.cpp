@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>
 
+#include "../sound/FakeSoundPlayer.h"
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "Body.h"
@@ -15,9 +17,12 @@
 #include "DAOLap.h"
 #include "FreshProfile.h"
 #include "MainFormListener.h"
+#include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "QuorPedometer.h"
+#include "SoundEffectPlayer.h"
+#include "SoundsManager.h"
 #include "Sygnal.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
@@ -90,7 +95,12 @@ protected:
 };
 
 TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
-    StatisticsManager& m = makeManager();
+    std::vector<int> observed;  // the steps of each stored interval, as the observer hears
+    manager = std::make_unique<StatisticsManager>();
+    manager->UseSensorSource(nullptr);
+    manager->SetIntervalObserver([&](int, const DAOLapSeconds& s) { observed.push_back(s.steps); });
+    manager->Initialize();
+    StatisticsManager& m = *manager;
     m.start();
     m.addStep(1);
     advanceSeconds(4);
@@ -105,6 +115,39 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     EXPECT_EQ(seconds[0].currentSecond, 5);
     EXPECT_EQ(seconds[0].steps, 1);
     EXPECT_NEAR(seconds[0].distance, Body::GetInstance().getWalkStepSize(), 1e-9);
+    advanceSeconds(5);  // a still interval starts from nothing
+    EXPECT_EQ(storedSeconds().back().distance, 0.0);
+    EXPECT_EQ(observed, (std::vector<int>{1, 0}));
+}
+
+// Each stored interval reaches the pacer: its steps switch the beat on while walking, and
+// its metres give the speed the beat is measured against.
+TEST_F(StatisticsManagerTest, EachIntervalReachesThePacer) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    FakePlayerLog sounds;
+    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
+    options.pacerType = 1;     // speed
+    options.pacerSpeed = 0.5;  // km/h: one walking step in five seconds
+    options.pacerDiff = true;  // beat only off the target
+    options.pacerDiffSpeed = 0.2;
+    options.pacerOffOnStanding = true;
+    Metronome& pacer = Metronome::GetInstance();
+    pacer.Start();
+    StatisticsManager& m = makeManager();
+    m.start();
+    m.addStep(1);
+    advanceSeconds(5);
+    EXPECT_FALSE(pacer.IsRunning()) << "on target";
+    options.pacerDiff = false;  // beat whenever walking
+    m.addStep(1);
+    advanceSeconds(5);
+    EXPECT_TRUE(pacer.IsRunning());
+    advanceSeconds(5);
+    EXPECT_FALSE(pacer.IsRunning()) << "standing";
+    pacer.Stop();
+    options.RestoreDefaults();
+    SoundsManager::GetInstance().SetPlayerFactory(
+        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 // Before a sleep the interval in progress is stored at once, and the next one starts
@@ -217,9 +260,20 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_EQ(m.GetCurrentLap()->id, firstId);
     EXPECT_EQ(m.GetLapSteps(), 0);
     EXPECT_TRUE(storedMinutes().empty());
+    EXPECT_TRUE(storedSeconds().empty());
     EXPECT_TRUE(m.GetCurrentLap()->CopyMinutes().empty());
+    advanceSeconds(4);  // the cleared lap goes on from nothing: five ticks, no distance
+    EXPECT_TRUE(storedSeconds().empty());
+    advanceSeconds(1);
+    EXPECT_EQ(storedSeconds().back().distance, 0.0);
 
+    m.addStep(1);
+    const std::size_t told = form.stepCounts.size();
+    const int updates = form.dataUpdates;
     m.StartNewLap();
+    EXPECT_EQ(m.GetLapSteps(), 0);
+    EXPECT_EQ(form.stepCounts.size(), told + 1) << "the main screen hears of the new lap";
+    EXPECT_EQ(form.dataUpdates, updates + 1);
     const int secondId = m.GetCurrentLap()->id;
     EXPECT_NE(secondId, firstId);
     const auto laps = PedometerDBManager::GetInstance().GetLapsForDate(Clock::TodayStart());
@@ -228,41 +282,48 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_FALSE(laps[1]->endDate.has_value());
 }
 
-TEST_F(StatisticsManagerTest, CalorieAlarmCompletesOnTheFifthSlot) {
+// A running alarm completes on the slot that reaches its goal, into its own completed
+// state, tells the main form once, saves the state and stores nothing more; a stopped
+// alarm stores nothing.
+TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     PedometerOptions& options = PedometerOptions::GetInstance();
-    options.sygnalType = 4;
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
     options.sygnalCalories = 10;
+    options.sygnalDistance = 1.0;  // km
+    options.sygnalActivity = 5;    // minutes
     Sygnal::__mainFormInstance = &form;
-    for (int i = 0; i < 4; ++i) Sygnal::AddValues(2.0, 5, 10.0);
-    EXPECT_EQ(options.sygnalType.load(), 4);
-    EXPECT_EQ(form.fired.load(), 0);
-    Sygnal::AddValues(2.0, 5, 10.0);
-    EXPECT_EQ(options.sygnalType.load(), 8);
-    EXPECT_EQ(form.fired.load(), 1);
-    // Completed: nothing more is stored.
-    Sygnal::AddValues(2.0, 5, 10.0);
-    const DAOSygnal progress = PedometerDBManager::GetInstance().GetTodaySygnal();
-    EXPECT_DOUBLE_EQ(progress.calories, 10.0);
-    EXPECT_EQ(progress.activityTime, 25);
-    EXPECT_DOUBLE_EQ(progress.distance, 0.05);
-    // The completed state was saved.
-    PedometerOptions reloaded;
-    PedometerDBManager::GetInstance().LoadOptions(reloaded);
-    EXPECT_EQ(reloaded.sygnalType.load(), 8);
-}
-
-TEST_F(StatisticsManagerTest, ActivityAlarmCountsWholeMinutesAndStoppedAlarmStoresNothing) {
-    PedometerOptions& options = PedometerOptions::GetInstance();
+    FakePlayerLog sounds;
+    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
+    const struct {
+        int running, completed, slots;
+        double kcal, metres;
+    } cases[] = {{4, 8, 5, 2.0, 1.0}, {5, 7, 4, 0.0, 250.0}, {6, 9, 60, 0.0, 1.0}};
+    for (const auto& c : cases) {
+        db.ClearSygnals();
+        form.fired = 0;
+        options.sygnalType = c.running;
+        for (int i = 1; i < c.slots; ++i) Sygnal::AddValues(c.kcal, 5, c.metres);
+        EXPECT_EQ(options.sygnalType.load(), c.running);
+        Sygnal::AddValues(c.kcal, 5, c.metres);
+        EXPECT_EQ(options.sygnalType.load(), c.completed);
+        EXPECT_EQ(form.fired.load(), 1);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(sounds.Plays(QStringLiteral("stopwatch.wav")), int(&c - cases) + 1);
+        Sygnal::AddValues(c.kcal, 5, c.metres);
+        const DAOSygnal progress = db.GetTodaySygnal();
+        EXPECT_EQ(progress.activityTime, c.slots * 5);
+        EXPECT_DOUBLE_EQ(progress.calories, c.slots * c.kcal);
+        EXPECT_NEAR(progress.distance, c.slots * c.metres / 1000, 1e-9);
+        PedometerOptions reloaded;
+        db.LoadOptions(reloaded);
+        EXPECT_EQ(reloaded.sygnalType.load(), c.completed);
+    }
+    db.ClearSygnals();
     options.sygnalType = 3;  // activity, stopped
     Sygnal::AddValues(1.0, 5, 1.0);
-    EXPECT_EQ(PedometerDBManager::GetInstance().GetTodaySygnal().activityTime, 0);
-
-    options.sygnalType = 6;
-    options.sygnalActivity = 5;
-    for (int i = 0; i < 59; ++i) Sygnal::AddValues(0.1, 5, 1.0);  // 295 s
-    EXPECT_EQ(options.sygnalType.load(), 6);
-    Sygnal::AddValues(0.1, 5, 1.0);  // 300 s
-    EXPECT_EQ(options.sygnalType.load(), 9);
+    EXPECT_EQ(db.GetTodaySygnal().activityTime, 0);
+    SoundsManager::GetInstance().SetPlayerFactory(
+        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 // Steps arrive on a sensor thread while the GUI thread ticks and the updater thread

@@ -10,6 +10,11 @@ QString WalksDir() {
     return QDir(dir).exists() ? QDir(dir).canonicalPath() : QString();
 }
 
+bool InCi() {
+    const QByteArray ci = qgetenv("CI");
+    return !ci.isEmpty() && ci != "false" && ci != "0";
+}
+
 QString CliPath() {
     return QStringLiteral(PEDOMETER_CLI_PATH);
 }

@@ -10,6 +10,10 @@ namespace testdata {
 // The folder of real walk recordings beside the checkout; empty if absent.
 QString WalksDir();
 
+// Whether the tests run in CI (the CI variable is set and not "false"), where the walk
+// recordings are always present and their absence is an error.
+bool InCi();
+
 // Path of the built pedometer-cli.
 QString CliPath();
 
@@ -20,3 +24,12 @@ std::unique_ptr<QTemporaryDir> MakeTempDir();
 bool WriteFile(const QString& path, const QByteArray& text);
 
 }  // namespace testdata
+
+// Declares `var` as the walk recordings folder, or ends the test when they are missing:
+// a failure in CI, a skip with a message elsewhere.
+#define PEDOMETER_WALKS_DIR(var)                                                               \
+    const QString var = testdata::WalksDir();                                                  \
+    if (var.isEmpty()) {                                                                       \
+        if (testdata::InCi()) FAIL() << "the walk recordings are missing beside the checkout"; \
+        GTEST_SKIP() << "no walk recordings beside the checkout";                              \
+    }

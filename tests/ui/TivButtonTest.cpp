@@ -126,15 +126,6 @@ TEST_F(TivButtonTest, PressedThenDisabledIgnoresReleaseUntilEnabledAndReleasedAg
     EXPECT_EQ(Shown(), kNormal);
 }
 
-TEST_F(TivButtonTest, PicturesAreCopiedAndNullClears) {
-    QPixmap source = Solid(kNormal);
-    button.SetNormalBitmap(&source);
-    source.fill(Qt::yellow);
-    EXPECT_EQ(Shown(), kNormal);
-    button.SetNormalBitmap(nullptr);
-    EXPECT_EQ(Shown().alpha(), 0);
-}
-
 TEST_F(TivButtonTest, ChildTouchesActOnTheButtonAndAreForwardedAsTheButtons) {
     TouchRecorder delegate;
     button.AddTouchEventDelegate(&delegate);

@@ -70,29 +70,6 @@ TEST(TivLabelTest, TextIsWhiteWithThePurpleOutline) {
     EXPECT_GT(CountPixels(image, QColor(252, 209, 75)), 20);
 }
 
-TEST(TivLabelTest, FontIsMadeOnceAtTheFirstDraw) {
-    TivLabel label;
-    label.resize(200, 60);
-    label.SetText(QStringLiteral("Steps"));
-    label.SetFontSize(20);
-    label.SetFontStyle(TivUtils::FONT_STYLE_BOLD);
-    touch::Render(label);
-    ASSERT_TRUE(label.GetFont().has_value());
-    const int first = label.GetFont()->pixelSize();
-    EXPECT_TRUE(label.GetFont()->bold());
-
-    label.SetFontSize(50);
-    touch::Render(label);
-    EXPECT_EQ(label.GetFont()->pixelSize(), first);
-
-    label.SetFont(QString());  // an explicit font takes the new size
-    EXPECT_GT(label.GetFont()->pixelSize(), 2 * first);
-
-    label.Initialize();
-    EXPECT_FALSE(label.GetFont().has_value());
-    EXPECT_TRUE(label.GetText().isEmpty());
-}
-
 TEST(TivLabelTest, AlignsAndWraps) {
     TivLabel label;
     label.resize(300, 120);

@@ -22,15 +22,10 @@ private:
 };
 
 TEST_F(TivUtilsTest, LayoutQueries) {
-    EXPECT_TRUE(TivUtils::IsWVGA());
     EXPECT_TRUE(TivUtils::IsHiRes());
-    EXPECT_FALSE(TivUtils::IsHVGA());
-    EXPECT_FALSE(TivUtils::IsChromaKeySupported());
-    EXPECT_EQ(TivUtils::GetApiLevel(), 2);
     const int wvgaFont = TivUtils::GetSystemFontSize();
 
     TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    EXPECT_TRUE(TivUtils::IsHVGA());
     EXPECT_FALSE(TivUtils::IsHiRes());
     EXPECT_DOUBLE_EQ(TivUtils::GetScale(), 2.0 / 3.0);
     EXPECT_LT(TivUtils::GetSystemFontSize(), wvgaFont);

@@ -29,12 +29,17 @@ int fail(const QString& message) {
 }
 
 // Feeds every sample at its own recording time, moving the virtual clock (and so the
-// one-second timer) along with the recording.
-void feedOnVirtualClock(const CsvReplaySource& source, qint64 startMs) {
-    source.Feed(*StatisticsManager::__engine, [startMs](const ReplayTick& tick) {
-        VirtualTime::AdvanceTo(startMs + tick.tickNs / 1'000'000);
-    });
-    VirtualTime::AdvanceTo(startMs + source.Recording().DurationNs() / 1'000'000);
+// one-second timer) along with the recording. Before the clock moves on, the updater
+// finishes what the last tick handed it, so its writes carry the time of their interval
+// as they would on a phone.
+void feedOnVirtualClock(const CsvReplaySource& source, qint64 startMs, UpdaterThread& updater) {
+    auto advanceTo = [&updater](qint64 ms) {
+        updater.WaitUntilIdle();
+        VirtualTime::AdvanceTo(ms);
+    };
+    source.Feed(*StatisticsManager::__engine,
+                [&](const ReplayTick& tick) { advanceTo(startMs + tick.tickNs / 1'000'000); });
+    advanceTo(startMs + source.Recording().DurationNs() / 1'000'000);
 }
 
 // Plays the recording at its own pace on the sensor thread, with the real timers,
@@ -123,31 +128,35 @@ int runReplay(const QStringList& args) {
     if (live) {
         playInRealTime(liveSource);
     } else {
-        feedOnVirtualClock(*source, startTime.toMSecsSinceEpoch());
+        feedOnVirtualClock(*source, startTime.toMSecsSinceEpoch(), *manager.GetUpdaterThread());
     }
     manager.stop();
     manager.GetUpdaterThread()->WaitUntilIdle();
+    if (VirtualTime::IsEnabled()) VirtualTime::Disable();
 
+    // What the database holds, read back: the unfinished last interval is not part of it.
     const int lapId = manager.GetCurrentLap()->id;
-    const DatabaseStatus stored = db.StatisticsStatus();
-    if (lapId < 0 || !stored.usable() || !stored.lastFailure.isEmpty()) {
-        if (VirtualTime::IsEnabled()) VirtualTime::Disable();
+    const DatabaseStatus status = db.StatisticsStatus();
+    if (lapId < 0 || !status.usable() || !status.lastFailure.isEmpty()) {
         return fail(QStringLiteral("the recording was not saved completely: %1")
-                        .arg(stored.error.isEmpty() ? stored.lastFailure : stored.error));
+                        .arg(status.error.isEmpty() ? status.lastFailure : status.error));
     }
-    const int steps = manager.GetLapSteps();
+    const std::unique_ptr<DAOLap> stored = db.GetLap(lapId);
+    if (!stored) return fail(QStringLiteral("the lap was not stored"));
+    db.GetSecondsForLap(*stored);
+    int steps = 0;
     double distance = 0.0;
     double calories = 0.0;
     int minutes = 0;
-    for (const DAOLapMinutes& m : manager.GetCurrentLap()->CopyMinutes()) {
-        distance += m.distance;
-        calories += m.calories;
-        if (m.secondsCompleted > 0) ++minutes;
+    for (const auto& m : stored->minutes) {
+        steps += m->steps;
+        distance += m->distance;
+        calories += m->calories;
+        if (m->secondsCompleted > 0) ++minutes;
     }
-    const std::size_t intervals = manager.GetCurrentLap()->CopySeconds().size();
+    const std::size_t intervals = stored->seconds.size();
     std::printf("lap=%d steps=%d distance_m=%.2f calories=%.2f minutes=%d intervals=%zu\n", lapId,
                 steps, distance, calories, minutes, intervals);
-    if (VirtualTime::IsEnabled()) VirtualTime::Disable();
     return 0;
 }
 

@@ -149,12 +149,6 @@ protected:
         }
         return captions;
     }
-    void Shot(const QString& name) const {
-        const QString dir = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
-        if (dir.isEmpty()) return;
-        QDir().mkpath(dir);
-        screen->GetPanel()->Content()->grab().save(dir + QLatin1Char('/') + name);
-    }
 
     FreshProfile profile{kNow};
     StatisticsManager statistics;
@@ -170,7 +164,6 @@ TEST_F(HistoryDayTest, OnlyTodaysLastLapReadsCurrentAndPastDaysHaveNoReports) {
     ASSERT_EQ(captions.size(), 3);
     EXPECT_EQ(captions[0], Text("history__ Current"));
     EXPECT_NE(captions[1], Text("history__ Current"));
-    Shot(QStringLiteral("history-day-content.png"));
 
     HistoryDay& yesterday = Open(kNow.date().addDays(-1));
     EXPECT_FALSE(yesterday.HasSoftkey(TivForm::SOFTKEY_0));

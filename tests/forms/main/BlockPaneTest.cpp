@@ -244,34 +244,4 @@ TEST_F(BlockPaneTest, FollowsTheLayoutOnTheSmallScreen) {
     EXPECT_EQ(BlockPane::UnlockDistance(), 200);
 }
 
-// The locked main screen mid-slide, for a person to look at: set PEDOMETER_SHOT_DIR.
-TEST_F(BlockPaneTest, Screenshots) {
-    auto background = TivUtils::GetBitmapWithRightResolutionN("MainScreen_bg.png");
-    auto* backdrop = new TivImagePanel(&form);
-    backdrop->Initialize(QPoint(0, 0), std::move(background));
-    backdrop->lower();
-    backdrop->show();
-    auto* graph = new GraphicBlue(&form);
-    graph->Initialize(QRect(0, 290, 480, 205), {}, 20, true);
-    std::vector<double> values(60);
-    for (int i = 0; i < 60; ++i) values[i] = i < 20 ? 0.0 : 96.0 + (i * 37 % 11);
-    graph->SetCurrentValues(values);
-    graph->stackUnder(pane);
-    graph->show();
-
-    form.dismiss = false;
-    Press(QPoint(60, 420));
-    Move(QPoint(190, 425));
-    EXPECT_EQ(PictureX(), 130);
-    const QImage image = form.grab().toImage();
-    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
-    if (!folder.isEmpty()) {
-        QDir().mkpath(folder);
-        image.save(QDir(folder).filePath("lock-pane-mid-drag.png"));
-    }
-    Release(QPoint(190, 425));
-    EXPECT_EQ(PictureX(), 0);
-    EXPECT_EQ(form.unblocks, 0);
-}
-
 }  // namespace

@@ -225,46 +225,4 @@ TEST_F(TargetSelectTest, BackKeyFromAFieldLeavesTheScreenWithOneClick) {
     EXPECT_TRUE(screen.isNull());
 }
 
-// Writes pictures of the screen for a look by eye when PEDOMETER_SHOT_DIR names a
-// folder: English, German, and the 320-wide layout.
-TEST_F(TargetSelectTest, Screenshots) {
-    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
-    if (folder.isEmpty()) GTEST_SKIP() << "set PEDOMETER_SHOT_DIR to write screenshots";
-    QDir().mkpath(folder);
-    AddToday(1830, 96.4, 1500);
-    Goal().targetActive = 1;
-    Goal().distance = 2.5;
-    struct Shot {
-        const char* name;
-        QString language;
-        QLocale locale;
-        int width;
-        int kind;
-    };
-    const QLocale english(QLocale::English, QLocale::UnitedStates);
-    const QLocale german(QLocale::German, QLocale::Germany);
-    const Shot shots[] = {
-        {"goal_en.png", "en", english, 480, 1},
-        {"goal_de.png", "de", german, 480, 1},
-        {"goal_hvga.png", "en", english, 320, 1},
-        {"goal_calories_de.png", "de", german, 480, 2},
-        {"goal_activity_hvga.png", "en", english, 320, 3},
-        {"goal_off_en.png", "en", english, 480, 0},
-    };
-    const QLocale before;
-    for (const Shot& shot : shots) {
-        AppResource::GetInstance().SetLanguage(shot.language);
-        QLocale::setDefault(shot.locale);
-        TivUtils::SetScreenResolution(shot.width);
-        Goal().targetActive = shot.kind;
-        controller.reset();
-        frame.reset();
-        Open();
-        EXPECT_TRUE(frame->grab().save(folder + "/" + shot.name)) << shot.name;
-    }
-    AppResource::GetInstance().SetLanguage("en");
-    QLocale::setDefault(before);
-    TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
-}
-
 }  // namespace
