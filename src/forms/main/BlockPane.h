@@ -25,6 +25,7 @@ class BlockPane : public QWidget, public ITouchEventListener {
 public:
     static constexpr int kUnlockDistance = 200;  // pixels in the 480-wide layout
     static constexpr int kPictureY = 360;
+    static constexpr int kTrackHeight = 120;  // the height of "unlock.png"
     static constexpr int kCaptionFontSize = 40;
 
     explicit BlockPane(QWidget* parent = nullptr);
