@@ -116,6 +116,7 @@ TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption,
     label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     label->SetTextColor(Qt::black);
     label->SetNeedOutline(false);
+    label->SetShrinkToFit(true);  // "Zurücksetzen" is long
     button->AddControl(*label);
     button->show();
     return button;
@@ -134,13 +135,14 @@ void SygnalForm::AddProgress(int percent, const QString& text, const QColor& col
                        "#3A4458; border-radius: %1px; }"
                        "QProgressBar::chunk { background: %2; border-radius: %1px; }")
             .arg(Scaled(8))
-            .arg(color.name()));
+            .arg(QColor(0x34, 0xC7, 0x7B).name()));
     progressBar_->show();
     progressLabel_ = new TivLabel(content_);
     progressLabel_->setGeometry(margin, Scaled(kLabelTop), content_->width() - 2 * margin,
                                 Scaled(kLabelHeight));
     progressLabel_->SetFontSize(Scaled(32));
     progressLabel_->SetTextColor(color);
+    progressLabel_->SetNeedOutline(false);
     progressLabel_->SetText(text);
     progressLabel_->show();
 }

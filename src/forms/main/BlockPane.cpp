@@ -39,10 +39,13 @@ bool BlockPane::Initialize(UnblockListener* form) {
 
     delete caption_;
     caption_ = new TivLabel(this);
-    // On the slide track itself, so the words sit where the finger goes.
-    caption_->setGeometry(0, Scaled(kPictureY), Scaled(480), Scaled(kTrackHeight));
+    // On the slide track itself, between the knob and the arrows, so the words sit
+    // where the finger goes.
+    caption_->setGeometry(Scaled(kCaptionLeft), Scaled(kPictureY + 28),
+                          Scaled(kCaptionRight - kCaptionLeft), Scaled(64));
     caption_->SetBackColor(QColor(0, 0, 0, 0));
     caption_->SetFontSize(Scaled(kCaptionFontSize));
+    caption_->SetShrinkToFit(true);
     caption_->SetTextColor(Qt::white);
     caption_->SetText(AppResource::GetInstance().GetString(QStringLiteral("SLIDE_TO_UNLOCK")));
     caption_->show();

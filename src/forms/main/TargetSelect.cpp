@@ -155,6 +155,7 @@ void TargetSelect::ReloadControls() {
             hint->SetFontSize(Scaled(28));
             hint->SetVerticalAlligment(TivLabel::ALIGN_TOP);
             hint->SetTextColor(QColor(0xC8, 0xD2, 0xE6));
+            hint->SetNeedOutline(false);
             hint->SetText(Text("today_goal__ Off hint"));
             hint->show();
             hintLabel_ = hint;
