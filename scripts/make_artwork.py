@@ -280,9 +280,9 @@ def top_highlight():
 
 def unlock():
     chev = "".join(
-        f'<path d="M{x} 46 L{x + 14} 60 L{x} 74" fill="none" stroke="#FFF" stroke-width="5" '
+        f'<path d="M{x} 48 L{x + 11} 60 L{x} 72" fill="none" stroke="#FFF" stroke-width="4" '
         f'stroke-linecap="round" stroke-linejoin="round" opacity="{o}"/>'
-        for x, o in ((250, 0.25), (285, 0.45), (320, 0.7), (355, 0.95)))
+        for x, o in ((380, 0.35), (397, 0.65), (414, 0.95)))
     write("unlock", 480, 120,
           f'<defs>{lin("k", [(0, "#45B8FF", None), (1, "#0A86D6", None)])}</defs>'
           '<rect x="30" y="28" width="420" height="64" rx="32" fill="#FFF" fill-opacity="0.07" stroke="#FFF" stroke-opacity="0.28" stroke-width="2"/>'

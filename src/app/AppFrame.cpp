@@ -30,6 +30,7 @@ AppFrame::~AppFrame() {
 }
 
 QSize AppFrame::ScreenSize() {
+    if (TivUtils::IsHVGA()) return QSize(TivUtils::HVGA_WIDTH, HVGA_HEIGHT);
     const int width = TivUtils::GetScreenResolution();
     const int height = int(std::lround(double(WVGA_HEIGHT) * width / TivUtils::WVGA_WIDTH));
     return QSize(width, height);

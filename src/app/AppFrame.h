@@ -13,7 +13,7 @@ class TivForm;
 // The application's one window: it holds the forms, shows the current one above a
 // bottom soft-key bar, and turns the keyboard into the phone's keys.
 //
-// The window is 480 x 800 (320 x 533 in the 320-wide layout, TivUtils); forms fill the
+// The window is 480 x 800 (320 x 480 in the 320-wide layout, TivUtils); forms fill the
 // client area above the bar. Keys go to the current form:
 //   Escape, Backspace, Back     -> the form's back listener (nothing without one)
 //   Menu, F1                    -> the form's option key
@@ -34,12 +34,13 @@ class AppFrame : public QWidget {
     Q_OBJECT
 public:
     static constexpr int WVGA_HEIGHT = 800;
+    static constexpr int HVGA_HEIGHT = 480;
     static constexpr int kLongPressMs = 600;
 
     explicit AppFrame(QWidget* parent = nullptr);
     ~AppFrame() override;
 
-    // The window size of the current layout: 480 x 800 or 320 x 533.
+    // The window size of the current layout: 480 x 800 or 320 x 480.
     static QSize ScreenSize();
 
     void AddControl(TivForm& form);

@@ -1,5 +1,7 @@
 #include "FormHeader.h"
 
+#include <QFontMetrics>
+
 #include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
@@ -112,10 +114,19 @@ void FormHeader::paintEvent(QPaintEvent*) {
             painter.fillRect(QRect(box.left(), box.top() + box.height() / 4, 1, box.height() / 2),
                              kEdge);
         }
-        painter.setFont(selected ? bold : plain);
+        // A word longer than its tab is drawn smaller rather than cut.
+        const QRect textBox = box.adjusted(Scaled(4), 0, -Scaled(4), -underline);
+        QFont font = selected ? bold : plain;
+        for (int size = Scaled(24); size > Scaled(14); --size) {
+            font = TivUtils::CreateFont(
+                selected ? TivUtils::FONT_STYLE_BOLD : TivUtils::FONT_STYLE_PLAIN, size);
+            const QRect needed = QFontMetrics(font).boundingRect(
+                textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
+            if (needed.width() <= textBox.width() && needed.height() <= textBox.height()) break;
+        }
+        painter.setFont(font);
         painter.setPen(selected ? kText : kDimText);
-        painter.drawText(box.adjusted(Scaled(4), 0, -Scaled(4), -underline),
-                         Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
+        painter.drawText(textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
     }
 }
 

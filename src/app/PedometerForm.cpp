@@ -43,17 +43,21 @@ void PedometerForm::InitOptionMenu(int actionId) {
     delete optionMenu_;
     optionMenu_ = new QMenu(this);
     optionMenu_->setObjectName(QStringLiteral("optionMenu"));
-    optionMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(30)));
-    optionMenu_->setMinimumWidth(Scaled(300));
-    optionMenu_->setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
-                                              " border: 1px solid #3A4458; padding: %1px 0; }"
-                                              "QMenu::item { padding: %2px %3px; }"
-                                              "QMenu::item:selected { background: #0C9FF9; }")
-                                   .arg(Scaled(6))
-                                   .arg(Scaled(16))
-                                   .arg(Scaled(28)));
+    StyleMenu(*optionMenu_);
     SetOptionkeyActionId(actionId);
     AddOptionkeyActionListener(this);
+}
+
+void PedometerForm::StyleMenu(QMenu& menu) {
+    menu.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(30)));
+    menu.setMinimumWidth(Scaled(300));
+    menu.setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
+                                      " border: 1px solid #3A4458; padding: %1px 0; }"
+                                      "QMenu::item { padding: %2px %3px; }"
+                                      "QMenu::item:selected { background: #0C9FF9; }")
+                           .arg(Scaled(6))
+                           .arg(Scaled(16))
+                           .arg(Scaled(28)));
 }
 
 void PedometerForm::AddOptionKey(const QString& text, int actionId) {

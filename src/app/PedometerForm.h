@@ -47,6 +47,9 @@ public:
     const QPixmap* GetBackgroundImage() const { return background_.get(); }
 
     void InitOptionMenu(int actionId);
+    // Gives a menu the option menu's look: dark, light text, finger-sized rows. Every
+    // pop-up menu of the screens uses it.
+    static void StyleMenu(QMenu& menu);
     void AddOptionKey(const QString& text, int actionId);
     void ShowOptionMenu();
     void HideOptionMenu();

@@ -1,5 +1,6 @@
 #include "TivLabel.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -61,6 +62,28 @@ Qt::Alignment TivLabel::Alignment() const {
     return a;
 }
 
+QFont TivLabel::FittedFont() const {
+    const QFont base = font_ ? *font_ : TivUtils::CreateFont(fontStyle_, fontSize_);
+    if (!shrinkToFit_ || text_.isEmpty()) return base;
+    if (fitted_ && fittedText_ == text_ && fittedSize_ == size() &&
+        fitted_->family() == base.family())
+        return *fitted_;
+    const QStringList lines = text_.split(QLatin1Char('\n'));
+    QFont font = base;
+    for (int size = fontSize_; size > 1; --size) {
+        font = TivUtils::CreateFont(fontStyle_, size, base.family());
+        const QFontMetrics metrics(font);
+        int widest = 0;
+        for (const QString& line : lines)
+            widest = std::max(widest, metrics.horizontalAdvance(line));
+        if (widest <= width() && metrics.height() * lines.size() <= std::max(height(), size)) break;
+    }
+    fitted_ = font;
+    fittedText_ = text_;
+    fittedSize_ = size();
+    return font;
+}
+
 void TivLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (backColor_.alpha() > 0) painter.fillRect(rect(), backColor_);
@@ -68,13 +91,14 @@ void TivLabel::paintEvent(QPaintEvent*) {
     if (!font_) font_ = TivUtils::CreateFont(fontStyle_, fontSize_);
 
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setFont(*font_);
+    const QFont font = shrinkToFit_ ? FittedFont() : *font_;
+    painter.setFont(font);
     const int flags = int(Alignment()) | Qt::TextWordWrap;
     const QRect box = rect();
     if (needOutline_) {
         // The outline is the text drawn around itself in the outline colour: about one
         // pixel for captions, a little more for the large figures.
-        const int radius = std::clamp(font_->pixelSize() / 24, 1, 3);
+        const int radius = std::clamp(font.pixelSize() / 24, 1, 3);
         painter.setPen(OUTLINE_COLOR);
         const int steps = radius == 1 ? 8 : 16;
         for (int i = 0; i < steps; ++i) {

@@ -46,6 +46,13 @@ public:
     void SetFont(const QString& faceName);
     // The font in use; empty until the first draw or SetFont.
     const std::optional<QFont>& GetFont() const { return font_; }
+    // With shrinking on, a text too large for the label is drawn smaller, each line
+    // (split at '\n') at most as wide as the label and all lines within its height,
+    // rather than wrapped or cut. Off by default.
+    void SetShrinkToFit(bool shrink) { shrinkToFit_ = shrink; }
+    // The font the text is drawn with: the label's font, made smaller to fit when
+    // shrinking is on.
+    QFont FittedFont() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -61,5 +68,10 @@ private:
     int fontStyle_ = 1;
     int horizontalAlignment_ = ALIGN_CENTER;
     int verticalAlignment_ = ALIGN_MIDDLE;
+    bool shrinkToFit_ = false;
+    // The last fitted font, for the text and size it was fitted to.
+    mutable std::optional<QFont> fitted_;
+    mutable QString fittedText_;
+    mutable QSize fittedSize_;
     bool needOutline_ = true;
 };

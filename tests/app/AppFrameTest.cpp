@@ -26,12 +26,12 @@ TEST_F(AppFrameTest, SizeFollowsTheLayoutAndFormsFillTheAreaAboveTheBar) {
 
     TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
     AppFrame narrow;
-    EXPECT_EQ(narrow.size(), QSize(320, 533));
+    EXPECT_EQ(narrow.size(), QSize(320, 480));
     EXPECT_EQ(SoftkeyBar::BarHeight(), 40);
     ProbeForm* form = new ProbeForm("F", journal, narrow);
     narrow.AddControl(*form);
     narrow.SetCurrentForm(*form);
-    EXPECT_EQ(form->geometry(), QRect(0, 0, 320, 493));
+    EXPECT_EQ(form->geometry(), QRect(0, 0, 320, 440));
 }
 
 TEST_F(AppFrameTest, OnlyTheCurrentFormIsShownAndItsSoftkeysAreInTheBar) {

@@ -6,8 +6,10 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "AppFrame.h"
 #include "AppResource.h"
 #include "SoundsManager.h"
+#include "TivForm.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
@@ -26,7 +28,7 @@ BlockPane::BlockPane(QWidget* parent) : QWidget(parent) {}
 bool BlockPane::Initialize(UnblockListener* form) {
     form_.Set(form);
     unlocked_ = false;
-    setGeometry(0, 0, Scaled(TivUtils::WVGA_WIDTH), Scaled(800));
+    setGeometry(QRect(QPoint(0, 0), AppFrame::ScreenSize()));
 
     delete picture_;
     picture_ = new TivImagePanel(this);
@@ -37,9 +39,13 @@ bool BlockPane::Initialize(UnblockListener* form) {
 
     delete caption_;
     caption_ = new TivLabel(this);
-    caption_->setGeometry(0, Scaled(kPictureY), Scaled(480), Scaled(440));
+    // On the slide track itself, between the knob and the arrows, so the words sit
+    // where the finger goes.
+    caption_->setGeometry(Scaled(kCaptionLeft), Scaled(kPictureY + 28),
+                          Scaled(kCaptionRight - kCaptionLeft), Scaled(64));
     caption_->SetBackColor(QColor(0, 0, 0, 0));
     caption_->SetFontSize(Scaled(kCaptionFontSize));
+    caption_->SetShrinkToFit(true);
     caption_->SetTextColor(Qt::white);
     caption_->SetText(AppResource::GetInstance().GetString(QStringLiteral("SLIDE_TO_UNLOCK")));
     caption_->show();

@@ -25,7 +25,10 @@ class BlockPane : public QWidget, public ITouchEventListener {
 public:
     static constexpr int kUnlockDistance = 200;  // pixels in the 480-wide layout
     static constexpr int kPictureY = 360;
-    static constexpr int kCaptionFontSize = 40;
+    // The free part of the track in "unlock.png": right of the knob, left of the arrows.
+    static constexpr int kCaptionLeft = 96;
+    static constexpr int kCaptionRight = 372;
+    static constexpr int kCaptionFontSize = 36;
 
     explicit BlockPane(QWidget* parent = nullptr);
 

@@ -15,7 +15,7 @@ std::vector<double> GraphScale::Sanitize(std::vector<double> values) {
     return values;
 }
 
-GraphScale::GraphScale(const std::vector<double>& values) {
+GraphScale::GraphScale(const std::vector<double>& values) : empty_(values.empty()) {
     if (values.empty()) return;
     min_ = max_ = Clean(values.front());
     for (double v : values) {
@@ -26,7 +26,9 @@ GraphScale::GraphScale(const std::vector<double>& values) {
 
 QStringList GraphScale::LabelTexts(int type, int maxDecimals) const {
     QStringList texts;
-    for (int i = 0; i < kLabelCount; ++i) texts << FormatLabel(LabelValue(i), type, maxDecimals);
+    for (int i = 0; i < kLabelCount; ++i) {
+        texts << (empty_ ? QString() : FormatLabel(LabelValue(i), type, maxDecimals));
+    }
     return texts;
 }
 

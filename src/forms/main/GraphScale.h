@@ -42,7 +42,8 @@ public:
 
     // The texts of the four axis labels, top to bottom. Step rates are whole numbers
     // (truncated, no grouping); other types are locale numbers with at most
-    // `maxDecimals` fraction digits.
+    // `maxDecimals` fraction digits. An empty series (nothing recorded yet) has four
+    // empty labels; an all-zero one reads 0 on every line.
     QStringList LabelTexts(int type, int maxDecimals) const;
     static QString FormatLabel(double value, int type, int maxDecimals);
 
@@ -56,4 +57,5 @@ public:
 private:
     double min_ = 0.0;
     double max_ = 0.0;
+    bool empty_ = true;
 };

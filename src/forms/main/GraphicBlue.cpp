@@ -144,7 +144,9 @@ void GraphicBlue::RefreshAxisLabels() {
     QStringList texts;
     for (int decimals = TivUtils::IsHVGA() ? 1 : 2; decimals >= 0; --decimals) {
         texts = scale.LabelTexts(type_, decimals);
-        if (LargestFittingAxisFont(texts) >= kReadableAxisFont) break;
+        // The readable size follows the layout (a 320-wide screen is drawn at 2/3).
+        const int readable = std::min(fontSize_, int(kReadableAxisFont * TivUtils::GetScale()));
+        if (LargestFittingAxisFont(texts) >= readable) break;
     }
     for (int i = 0; i < GraphScale::kLabelCount; ++i) {
         if (axisLabels_[i] != nullptr) axisLabels_[i]->SetText(texts[i]);
@@ -155,7 +157,8 @@ void GraphicBlue::RefreshAxisLabels() {
 int GraphicBlue::LargestFittingAxisFont(const QStringList& texts) const {
     const int room = GraphScale::kLeft - kAxisGap;
     int size = fontSize_;
-    for (; size > kMinAxisFont; --size) {
+    const int smallest = int(kMinAxisFont * TivUtils::GetScale());
+    for (; size > smallest; --size) {
         const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
         int widest = 0;
         for (const QString& text : texts)

@@ -1,6 +1,7 @@
 #include "MainForm.h"
 
 #include <QMenu>
+#include <algorithm>
 
 #include "AccelerometerSource.h"
 #include "AppResource.h"
@@ -48,6 +49,39 @@ QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
 
+// Where the parts of the screen sit, in the 480-wide layout's units. The 320 x 480
+// screen is shorter than the 480 x 800 one scaled down, so its middle is packed tighter:
+// a smaller big value and a lower graph, the buttons as large as before.
+struct MainLayout {
+    QRect caption;
+    QRect value;
+    int valueFont;
+    QRect graph;
+    QRect slider;
+    int startTop;
+    int iconTop;
+    int bottomTop;
+};
+const MainLayout& Layout() {
+    static const MainLayout tall{QRect(90, 150, 300, 40),
+                                 QRect(60, 188, 360, 94),
+                                 90,
+                                 QRect(0, 285, 480, 205),
+                                 QRect(20, 494, 440, 62),
+                                 562,
+                                 568,
+                                 656};
+    static const MainLayout shortScreen{QRect(90, 140, 300, 36),
+                                        QRect(60, 172, 360, 72),
+                                        70,
+                                        QRect(0, 246, 480, 174),
+                                        QRect(20, 422, 440, 56),
+                                        482,
+                                        488,
+                                        574};
+    return TivUtils::IsHVGA() ? shortScreen : tall;
+}
+
 const QColor kValueColor(252, 209, 75);
 const QColor kCountdownColor(Qt::red);
 constexpr int kTopWidth = 152;
@@ -93,14 +127,12 @@ void MainForm::OnInitializing() {
     ConstructBottomButtons();
 
     graphButton = new TivButton(this);
-    graphButton->Initialize(S(QRect(0, 285, 480, 205)));
+    graphButton->Initialize(S(Layout().graph));
     graphButton->SetActionId(ID_GRAPH);
     graphButton->AddActionEventDelegate(this);
     graphic = new GraphicBlue(graphButton);
-    graphic->Initialize(
-        QRect(0, 0, graphButton->width(), graphButton->height()),
-        {QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")}, 20,
-        true);
+    graphic->Initialize(QRect(0, 0, graphButton->width(), graphButton->height()),
+                        {QString(), QString(), QString(), QString()}, S(20), true);
     graphic->SetCurrentType(PedometerOptions::GetInstance().mainGraphic);
     graphButton->AddControl(*graphic);
 
@@ -108,7 +140,7 @@ void MainForm::OnInitializing() {
     countdownRunning = false;
 
     targetSlider = new TargetSlider(this);
-    targetSlider->setGeometry(S(QRect(20, 494, 440, 62)));
+    targetSlider->setGeometry(S(Layout().slider));
     targetSlider->Initialize(TivUtils::IsHVGA() ? 22 : 28);
 
     statManager = std::make_unique<StatisticsManager>();
@@ -154,6 +186,7 @@ void MainForm::ConstructTopButtons() {
         caption->Initialize();
         caption->setGeometry(S(QRect(0, 2, kTopWidth, 21)));
         caption->SetFontSize(S(17));
+        caption->SetShrinkToFit(true);
         caption->SetText(Text(kCaptions[i]));
         auto* value = new TivLabel(button);
         value->Initialize();
@@ -170,13 +203,15 @@ void MainForm::ConstructTopButtons() {
 
     enlargedCaption = new TivLabel(this);
     enlargedCaption->Initialize();
-    enlargedCaption->setGeometry(S(QRect(90, 150, 300, 40)));
-    enlargedCaption->SetFontSize(S(36));
+    enlargedCaption->setGeometry(S(Layout().caption));
+    enlargedCaption->SetFontSize(S(Layout().caption.height() - 4));
+    enlargedCaption->SetShrinkToFit(true);
     enlargedCaption->SetTextColor(kEnlargedColor);
     enlargedValue = new TivLabel(this);
     enlargedValue->Initialize();
-    enlargedValue->setGeometry(S(QRect(60, 188, 360, 94)));
-    enlargedValue->SetFontSize(S(90));
+    enlargedValue->setGeometry(S(Layout().value));
+    enlargedValue->SetFontSize(S(Layout().valueFont));
+    enlargedValue->SetShrinkToFit(true);
     enlargedValue->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     enlargedValue->SetTextColor(kEnlargedColor);
     enlargedValue->SetText(QStringLiteral("0"));
@@ -214,14 +249,15 @@ void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QStr
     label->Initialize();
     label->setGeometry(S(QRect(62, 4, 86, 64)));
     label->SetFontSize(S(16));
+    label->SetShrinkToFit(true);
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     label->SetText(text);
     button.AddControl(*label);
 }
 
 void MainForm::ConstructBottomButtons() {
-    startStop =
-        AddPictureButton(QStringLiteral("btn-start.png"), QRect(10, 562, 220, 84), ID_START);
+    startStop = AddPictureButton(QStringLiteral("btn-start.png"),
+                                 QRect(10, Layout().startTop, 220, 84), ID_START);
     startStopLabel = new TivLabel(startStop);
     startStopLabel->Initialize();
     // Right of the button's round icon.
@@ -231,15 +267,20 @@ void MainForm::ConstructBottomButtons() {
     startStopLabel->SetText(Text("meter__ START"));
     startStop->AddControl(*startStopLabel);
 
-    AddPictureButton(QStringLiteral("btn-metronome-grey.png"), QRect(246, 568, 72, 72), ID_PACER);
-    AddPictureButton(QStringLiteral("btn-alarm-grey.png"), QRect(326, 568, 72, 72), ID_ALARM);
-    AddPictureButton(QStringLiteral("btn-info-grey.png"), QRect(406, 568, 72, 72), ID_INFO);
-    AddCaption(
-        *AddPictureButton(QStringLiteral("btn-newlap.png"), QRect(8, 656, 150, 72), ID_NEW_LAP),
-        QStringLiteral("meter__ Lap"), QStringLiteral("meter__ And reset"));
-    AddCaption(*AddPictureButton(QStringLiteral("btn-goal.png"), QRect(165, 656, 150, 72), ID_GOAL),
+    AddPictureButton(QStringLiteral("btn-metronome-grey.png"), QRect(246, Layout().iconTop, 72, 72),
+                     ID_PACER);
+    AddPictureButton(QStringLiteral("btn-alarm-grey.png"), QRect(326, Layout().iconTop, 72, 72),
+                     ID_ALARM);
+    AddPictureButton(QStringLiteral("btn-info-grey.png"), QRect(406, Layout().iconTop, 72, 72),
+                     ID_INFO);
+    AddCaption(*AddPictureButton(QStringLiteral("btn-newlap.png"),
+                                 QRect(8, Layout().bottomTop, 150, 72), ID_NEW_LAP),
+               QStringLiteral("meter__ Lap"), QStringLiteral("meter__ And reset"));
+    AddCaption(*AddPictureButton(QStringLiteral("btn-goal.png"),
+                                 QRect(165, Layout().bottomTop, 150, 72), ID_GOAL),
                QStringLiteral("meter__ Goal"), QStringLiteral("today_goal__ Today's goal"));
-    AddCaption(*AddPictureButton(QStringLiteral("btn-lock.png"), QRect(322, 656, 150, 72), ID_LOCK),
+    AddCaption(*AddPictureButton(QStringLiteral("btn-lock.png"),
+                                 QRect(322, Layout().bottomTop, 150, 72), ID_LOCK),
                QStringLiteral("meter__ Lock"), QStringLiteral("meter__ Lock_Screen"));
 }
 
@@ -285,6 +326,8 @@ bool MainForm::IsAlreadyStarted() const {
 }
 
 void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
+    // Under the lock pane only the slide acts: no button, key or menu opens anything.
+    if (locked) return;
     SoundsManager& sounds = SoundsManager::GetInstance();
     PedometerOptions& options = PedometerOptions::GetInstance();
     switch (actionId) {
@@ -335,7 +378,7 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
                 items.append({Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
             }
             items.append({Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
-            OpenContextMenu(QPoint(420, 350), items);
+            OpenContextMenu(GetButton(ID_INFO), items);
             break;
         }
         case ID_ENTER_HEIGHT:
@@ -350,8 +393,9 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
         case ID_NEW_LAP:
             CloseContextMenu();
             sounds.ClickSound();
-            OpenContextMenu(QPoint(35, 600), {{Text("meter__ Start new"), ID_START_NEW},
-                                              {Text("meter__ Just reset stats"), ID_JUST_RESET}});
+            OpenContextMenu(GetButton(ID_NEW_LAP),
+                            {{Text("meter__ Start new"), ID_START_NEW},
+                             {Text("meter__ Just reset stats"), ID_JUST_RESET}});
             break;
         case ID_GOAL:
             sounds.ClickSound();
@@ -364,6 +408,9 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
                 sounds.ClickSound();
             }
             locked = true;
+            CloseContextMenu();
+            HideOptionMenu();
+            AddOptionkeyActionListener(nullptr);  // the bar's option key goes, F1 does nothing
             auto* pane = new BlockPane(this);
             pane->setObjectName(QStringLiteral("lock"));
             pane->Initialize(this);
@@ -395,7 +442,6 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             break;
         default:
             if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
-                if (IsAlreadyStarted() && locked) break;
                 sounds.ClickSound();
                 options.mainValues = actionId - ID_TOP_FIRST;
                 PedometerDBManager::GetInstance().SaveOptions();
@@ -434,6 +480,7 @@ void MainForm::StopPressed() {
     if (countdownRunning) countdownTimer.Cancel();
     countdownRunning = false;
     UpdateLabels();
+    ShowEnlargedValue();
     statManager->ForceMainScreenUpdate();
 }
 
@@ -459,6 +506,14 @@ void MainForm::OnCountdownTick() {
     statManager->start();
     countdownRunning = false;
     UpdateLabels();
+    ShowEnlargedValue();
+}
+
+void MainForm::ShowEnlargedValue() {
+    const int main = PedometerOptions::GetInstance().mainValues;
+    if (main < 0 || main >= kTopButtons) return;
+    enlargedValue->SetText(topValues[main]->GetText());
+    enlargedValue->update();
 }
 
 void MainForm::PauseUpdating() {
@@ -480,6 +535,7 @@ void MainForm::Unblock(QWidget* pane) {
     pane->setObjectName(QString());
     BlockPane::Dismiss(pane);
     locked = false;
+    AddOptionkeyActionListener(this);
     update();
 }
 
@@ -487,16 +543,23 @@ BlockPane* MainForm::GetLockPane() const {
     return findChild<BlockPane*>(QStringLiteral("lock"), Qt::FindDirectChildrenOnly);
 }
 
-void MainForm::OpenContextMenu(const QPoint& at, const QList<std::pair<QString, int>>& items) {
+void MainForm::OpenContextMenu(const QWidget* anchor, const QList<std::pair<QString, int>>& items) {
     CloseContextMenu();
     contextMenu = new QMenu(this);
+    contextMenu->setObjectName(QStringLiteral("contextMenu"));
+    StyleMenu(*contextMenu);
     for (const auto& [text, id] : items) {
         QAction* action = contextMenu->addAction(text);
         const int actionId = id;
         connect(action, &QAction::triggered, this,
                 [this, actionId] { OnActionPerformed(*this, actionId); });
     }
-    contextMenu->popup(mapToGlobal(S(QRect(at, QSize())).topLeft()));
+    // Just above the button that opened it, inside the screen.
+    const QSize size = contextMenu->sizeHint();
+    const QRect button = anchor != nullptr ? anchor->geometry() : QRect(0, height(), 0, 0);
+    const int x = std::clamp(button.left(), 0, std::max(0, width() - size.width()));
+    const int y = std::max(0, button.top() - size.height());
+    contextMenu->popup(mapToGlobal(QPoint(x, y)));
 }
 
 void MainForm::CloseContextMenu() {
@@ -516,20 +579,23 @@ void MainForm::OpenScreen(const QString& name) {
 }
 
 // The main screen is the root: opening it shows it as it is.
-PEDOMETER_SCREEN_ACTION("main", [](TivNavigationController& navigation, const ScreenRequest&,
-                                   QString*) -> QWidget* { return navigation.GetTopForm(); });
+PEDOMETER_SCREEN_ACTION("main",
+                        [](TivNavigationController& navigation, const ScreenRequest&,
+                           QString*) -> QWidget* { return navigation.GetTopForm(); });
 
 // The lock pane covers the main screen, as the lock button puts it there.
-PEDOMETER_SCREEN_ACTION("lock", [](TivNavigationController& navigation, const ScreenRequest&,
-                                   QString* error) -> QWidget* {
-    auto* main = qobject_cast<MainForm*>(navigation.GetTopForm());
-    if (main == nullptr) {
-        *error = QStringLiteral("the lock pane covers the main screen only");
-        return nullptr;
-    }
-    main->OnActionPerformed(*main, MainForm::ID_LOCK);
-    return main->GetLockPane();
-});
+PEDOMETER_SCREEN_ACTION("lock",
+                        [](TivNavigationController& navigation, const ScreenRequest&,
+                           QString* error) -> QWidget* {
+                            auto* main = qobject_cast<MainForm*>(navigation.GetTopForm());
+                            if (main == nullptr) {
+                                *error =
+                                    QStringLiteral("the lock pane covers the main screen only");
+                                return nullptr;
+                            }
+                            main->OnActionPerformed(*main, MainForm::ID_LOCK);
+                            return main->GetLockPane();
+                        });
 
 void MainForm::UpdateLabels() {
     const PedometerOptions& options = PedometerOptions::GetInstance();
@@ -611,6 +677,8 @@ void MainForm::UpdateData(const DAOLap* lap) {
     MeterReadings readings =
         MeterReadings::Compute(minutes, seconds, options.measurementSystem,
                                options.paceInsteadOfSpeed, options.mainGraphic);
+    // No interval yet: the graph shows an empty frame rather than a scale of zeros.
+    if (seconds.empty()) readings.graph.clear();
     if (stepsTrigger.IsOwnerThread()) {
         ShowReadings(readings);
         return;

@@ -124,7 +124,8 @@ private:
     void AddCaption(TivButton& button, const QString& firstKey, const QString& secondKey);
     void SetButtonPicture(TivButton& button, const QString& picture);
     void SetStartStop(bool recording);
-    void OpenContextMenu(const QPoint& at, const QList<std::pair<QString, int>>& items);
+    // A pop-up menu over `anchor` (a button of this screen) in the option menu's style.
+    void OpenContextMenu(const QWidget* anchor, const QList<std::pair<QString, int>>& items);
     void CloseContextMenu();
     // Opens a screen by its ScreenDirectory name on top of this one (today's data).
     void OpenScreen(const QString& name);
@@ -136,6 +137,8 @@ private:
     void ApplyPendingSteps();
     void ApplyPendingReadings();
     void ShowReadings(const MeterReadings& readings);
+    // The big value repeats the chosen top value (after a countdown, say).
+    void ShowEnlargedValue();
     void SetEnlarged(const QString& caption, const QString& value, const QColor& color);
 
     std::atomic<bool> updating{true};

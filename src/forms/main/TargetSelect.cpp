@@ -2,18 +2,19 @@
 
 #include <QLineEdit>
 #include <QLocale>
-#include <QRegularExpressionValidator>
 #include <cmath>
 
 #include "AppResource.h"
 #include "Converter.h"
 #include "DAOTarget.h"
+#include "DistanceEntry.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "TargetSlider.h"
 #include "TivLabel.h"
+#include "TivNumberField.h"
 #include "TivUtils.h"
 
 namespace {
@@ -73,19 +74,7 @@ void TargetSelect::FormWillAppear() {
 }
 
 QLineEdit* TargetSelect::AddField(int maxLength, const QString& text, int x, int width) {
-    auto* field = new QLineEdit(content_);
-    field->setMaxLength(maxLength);
-    field->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
-    field->setInputMethodHints(Qt::ImhDigitsOnly);
-    field->setAlignment(Qt::AlignCenter);
-    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(44)));
-    field->setStyleSheet(
-        QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
-                       " border: %1px solid #3A4458; border-radius: %2px; }"
-                       "QLineEdit:focus { border-color: #0C9FF9; }")
-            .arg(std::max(1, Scaled(2)))
-            .arg(Scaled(10)));
+    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
     field->setText(text);
     field->setGeometry(x, Scaled(kFieldTop), width, Scaled(kFieldHeight));
     connect(field, &QLineEdit::editingFinished, this,
@@ -114,6 +103,7 @@ void TargetSelect::ReloadControls() {
     valueField_ = nullptr;
     wholeField_ = nullptr;
     fractionField_ = nullptr;
+    hintLabel_ = nullptr;
 
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
@@ -121,19 +111,9 @@ void TargetSelect::ReloadControls() {
     switch (goal.targetActive) {
         case 1: {
             // Whole part, then the fraction: metres (3 digits) or tenths of a mile.
-            const double target =
-                miles ? Converter::ConvertKilometersToMiles(goal.distance) : goal.distance;
-            const int scale = miles ? 10 : 1000;
-            int whole = int(std::trunc(std::max(target, 0.0)));
-            int fraction = int(std::floor((std::max(target, 0.0) - whole) * scale + 0.5));
-            if (fraction >= scale) {  // 2.9996 km is 3 km 000 m, not 2 km 1000 m
-                whole += 1;
-                fraction -= scale;
-            }
-            whole = std::min(whole, 99);
-            const QString fractionText =
-                miles ? QString::number(fraction)
-                      : QStringLiteral("%1").arg(fraction, 3, 10, QLatin1Char('0'));
+            const DistanceEntry entry = DistanceEntry::FromKilometers(goal.distance, miles);
+            const int whole = std::min(entry.whole, 99);
+            const QString fractionText = entry.FractionText(miles);
             const int fieldWhole = Scaled(100);
             const int fieldFraction = Scaled(miles ? 70 : 130);
             const int between = Scaled(miles ? 30 : 70);
@@ -165,8 +145,22 @@ void TargetSelect::ReloadControls() {
                     unitWidth);
             break;
         }
-        default:
+        default: {
+            // With the goal off, say what choosing one does.
+            auto* hint = new TivLabel(content_);
+            hint->setObjectName(QStringLiteral("hint"));
+            const int margin = Scaled(30);
+            hint->setGeometry(margin, Scaled(kFieldTop), content_->width() - 2 * margin,
+                              content_->height() - Scaled(kFieldTop));
+            hint->SetFontSize(Scaled(28));
+            hint->SetVerticalAlligment(TivLabel::ALIGN_TOP);
+            hint->SetTextColor(QColor(0xC8, 0xD2, 0xE6));
+            hint->SetNeedOutline(false);
+            hint->SetText(Text("today_goal__ Off hint"));
+            hint->show();
+            hintLabel_ = hint;
             break;
+        }
     }
     slider_->UpdateData();
     content_->update();
@@ -206,17 +200,13 @@ void TargetSelect::OnTextValueChanged(const QWidget& control) {
     switch (goal.targetActive) {
         case 1: {
             if (wholeField_ == nullptr || fractionField_ == nullptr) return;
-            const int whole = wholeField_->text().toInt();
             if (!miles && fractionField_->text().size() < 3) {
                 fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
             }
-            int fraction = fractionField_->text().toInt();
-            if (whole == 0 && fraction == 0) {
-                fraction = miles ? 1 : 100;
-                fractionField_->setText(QString::number(fraction));
-            }
-            goal.distance = miles ? Converter::ConvertMilesToKilometers(whole + fraction / 10.0)
-                                  : whole + fraction / 1000.0;
+            DistanceEntry entry{wholeField_->text().toInt(), fractionField_->text().toInt()};
+            const int typed = entry.fraction;
+            goal.distance = entry.ToKilometers(miles);
+            if (entry.fraction != typed) fractionField_->setText(QString::number(entry.fraction));
             break;
         }
         case 2: {

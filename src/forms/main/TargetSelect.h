@@ -6,6 +6,7 @@
 
 #include <QLineEdit>
 class TargetSlider;
+#include "TivLabel.h"
 
 // The daily-goal screen: tabs choose the kind of goal (off, distance, calories,
 // activity), fields below edit its target, and the goal slider shows today's progress.
@@ -44,6 +45,8 @@ public:
     // The distance fields: whole part and fraction; null for other kinds.
     QLineEdit* GetWholeField() const { return wholeField_; }
     QLineEdit* GetFractionField() const { return fractionField_; }
+    // What choosing a goal does; shown only while the goal is off.
+    TivLabel* GetHintLabel() const { return hintLabel_; }
 
 private:
     QLineEdit* AddField(int maxLength, const QString& text, int x, int width);
@@ -55,4 +58,5 @@ private:
     QPointer<QLineEdit> valueField_;
     QPointer<QLineEdit> wholeField_;
     QPointer<QLineEdit> fractionField_;
+    QPointer<TivLabel> hintLabel_;
 };

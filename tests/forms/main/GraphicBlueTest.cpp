@@ -117,11 +117,10 @@ TEST(GraphScaleTest, LabelsReadTheTopAndThreeQuartersDownForEachType) {
 
     const GraphScale round({0.0, 4.0});
     EXPECT_EQ(round.LabelTexts(GraphSeries::SPEED, 2), QStringList({"4", "3", "2", "1"}));
-    // A flat series labels every line with its value; an empty one reads 0.
+    // A flat series labels every line with its value; an empty one has no labels.
     EXPECT_EQ(GraphScale({96.0, 96.0}).LabelTexts(GraphSeries::STEP_RATE, 2),
               QStringList({"96", "96", "96", "96"}));
-    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::CALORIES, 2),
-              QStringList({"0", "0", "0", "0"}));
+    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::CALORIES, 2), QStringList({"", "", "", ""}));
     // Rounding never shows a negative zero.
     EXPECT_EQ(GraphScale::FormatLabel(-0.001, GraphSeries::CALORIES, 2), "0");
 }
@@ -185,6 +184,7 @@ protected:
         TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
         PedometerOptions::GetInstance().RestoreDefaults();
         AppResource::GetInstance().SetLanguage("en");
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     }
     void TearDown() override {
         TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);

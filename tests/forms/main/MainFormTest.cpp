@@ -18,13 +18,16 @@
 #include "CsvReplaySource.h"
 #include "DAOTarget.h"
 #include "FreshProfile.h"
+#include "GraphicBlue.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "QuorPedometer.h"
+#include "SoftkeyBar.h"
 #include "StatisticsManager.h"
 #include "TestData.h"
 #include "TivButton.h"
+#include "TivLabel.h"
 #include "TivUtils.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
@@ -93,6 +96,7 @@ TEST_F(MainFormTest, CountdownShowsFourTicksThenRecords) {
     EXPECT_TRUE(form.IsAlreadyStarted());
     EXPECT_FALSE(form.IsCountdownRunning());
     EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
+    EXPECT_EQ(form.GetEnlargedValueText(), form.GetTopValueText(0));  // not the last digit
 }
 
 TEST_F(MainFormTest, StopDuringCountdownCancelsIt) {
@@ -126,6 +130,102 @@ TEST_F(MainFormTest, TopButtonsPickTheEnlargedValueButNotWhileRecordingAndLocked
     QCoreApplication::processEvents();
     EXPECT_FALSE(form.IsLocked());
     EXPECT_EQ(form.GetLockPane(), nullptr);
+}
+
+TEST_F(MainFormTest, UnderTheLockOnlyTheSlideActs) {
+    MainForm& form = start();
+    AppFrame& frame = *app->GetFrame();
+    click(form.GetButton(MainForm::ID_NEW_LAP));
+    ASSERT_NE(form.GetContextMenu(), nullptr);
+    click(form.GetButton(MainForm::ID_LOCK));
+    EXPECT_EQ(form.GetContextMenu(), nullptr);  // an open menu goes with the lock
+    EXPECT_FALSE(frame.GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
+    QTest::keyClick(&frame, Qt::Key_F1);
+    EXPECT_FALSE(form.GetOptionMenu()->isVisible());
+    for (int id : std::initializer_list<int>{
+             MainForm::ID_OPTION_KEY, MainForm::ID_HISTORY, MainForm::ID_PACER, MainForm::ID_ALARM,
+             MainForm::ID_INFO, MainForm::ID_NEW_LAP, MainForm::ID_GOAL, MainForm::ID_START,
+             MainForm::ID_TOP_FIRST + 2}) {
+        form.OnActionPerformed(form, id);
+        EXPECT_EQ(frame.GetCurrentForm(), &form) << id;
+        EXPECT_EQ(form.GetContextMenu(), nullptr) << id;
+    }
+    EXPECT_FALSE(form.IsAlreadyStarted());
+
+    form.RequestUnblock();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(frame.GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
+    QTest::keyClick(&frame, Qt::Key_F1);
+    EXPECT_TRUE(form.GetOptionMenu()->isVisible());
+    form.HideOptionMenu();
+}
+
+TEST_F(MainFormTest, PopUpMenusLookLikeTheOptionMenu) {
+    MainForm& form = start();
+    EXPECT_TRUE(form.GetGraphic()->GetAxisLabel(0)->GetText().isEmpty());  // nothing to scale
+    for (int id : {MainForm::ID_NEW_LAP, MainForm::ID_INFO}) {
+        click(form.GetButton(id));
+        QMenu* menu = form.GetContextMenu();
+        ASSERT_NE(menu, nullptr) << id;
+        EXPECT_EQ(menu->styleSheet(), form.GetOptionMenu()->styleSheet()) << id;
+        EXPECT_EQ(menu->font(), form.GetOptionMenu()->font()) << id;
+        // It rises from the button that opened it.
+        const QRect button = form.GetButton(id)->geometry();
+        EXPECT_LE(form.mapFromGlobal(menu->geometry().bottomLeft()).y(), button.top()) << id;
+    }
+}
+
+// Every caption fits its button in both languages, units and speed or pace, and the
+// 320 x 480 layout keeps them as large as the 480-wide one scaled down.
+TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
+    std::map<int, std::vector<int>> sizes;  // by screen width, the captions' pixel sizes
+    for (const int width : {480, 320}) {
+        for (const char* language : {"en", "de"}) {
+            TivUtils::SetScreenResolution(width);
+            AppResource::GetInstance().SetLanguage(language);
+            MainForm& form = start();
+            EXPECT_EQ(app->GetFrame()->size(), width == 480 ? QSize(480, 800) : QSize(320, 480));
+            for (QWidget* child : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+                if (child->isVisible())
+                    EXPECT_TRUE(form.rect().contains(child->geometry())) << width;
+            }
+            for (const bool miles : {false, true}) {
+                for (const bool pace : {false, true}) {
+                    PedometerOptions::GetInstance().measurementSystem = miles;
+                    PedometerOptions::GetInstance().paceInsteadOfSpeed = pace;
+                    form.UpdateLabels();
+                    std::vector<TivLabel*> captions;
+                    for (int i = 0; i < MainForm::kTopButtons; ++i)
+                        captions.push_back(form.GetTopButton(i)->findChild<TivLabel*>());
+                    for (int id : {MainForm::ID_NEW_LAP, MainForm::ID_GOAL, MainForm::ID_LOCK})
+                        captions.push_back(form.GetButton(id)->findChild<TivLabel*>());
+                    for (TivLabel* caption : captions) {
+                        const QFontMetrics metrics(caption->FittedFont());
+                        for (const QString& line : caption->GetText().split('\n')) {
+                            EXPECT_LE(metrics.horizontalAdvance(line), caption->width())
+                                << language << " " << width << " " << line.toStdString();
+                        }
+                        if (std::string(language) == "en" && !miles && !pace)
+                            sizes[width].push_back(caption->FittedFont().pixelSize());
+                    }
+                }
+            }
+            if (std::string(language) == "en") {
+                sizes[width].push_back(
+                    form.GetGraphic()->GetTitleLabel()->FittedFont().pixelSize());
+            }
+            app.reset();
+            QCoreApplication::processEvents();
+        }
+    }
+    AppResource::GetInstance().SetLanguage("en");
+    TivUtils::SetScreenResolution(480);
+    ASSERT_EQ(sizes[320].size(), sizes[480].size());
+    for (std::size_t i = 0; i + 1 < sizes[480].size(); ++i) {
+        EXPECT_GE(sizes[320][i] + 1, sizes[480][i] * 2 / 3) << "caption " << i;
+    }
+    // The graph's labels scale with the layout.
+    EXPECT_LE(sizes[320].back(), sizes[480].back() * 2 / 3 + 1);
 }
 
 TEST_F(MainFormTest, GraphTapCyclesTheGraphType) {

@@ -100,8 +100,12 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
     EXPECT_EQ(form.GetSelectedTabIndex(), 0);
     EXPECT_TRUE(form.GetTargetSlider()->isHidden());
     EXPECT_EQ(form.GetValueField(), nullptr);
+    ASSERT_NE(form.GetHintLabel(), nullptr);  // says what a goal does
+    EXPECT_FALSE(form.GetHintLabel()->GetText().isEmpty());
+    EXPECT_NE(form.GetHintLabel()->GetText(), "today_goal__ Off hint");
 
     TapTab(1);
+    EXPECT_EQ(form.GetHintLabel(), nullptr);
     EXPECT_EQ(plays.Plays(kClick), 1);
     EXPECT_EQ(Goal().targetActive, 1);
     EXPECT_EQ(Stored().targetActive, 1);

@@ -1,0 +1,318 @@
+#include "PacerForm.h"
+
+#include <QLineEdit>
+#include <cmath>
+
+#include "AppResource.h"
+#include "Converter.h"
+#include "Metronome.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "ScreenDirectory.h"
+#include "SoundsManager.h"
+#include "TivButton.h"
+#include "TivImagePanel.h"
+#include "TivLabel.h"
+#include "TivNumberField.h"
+#include "TivSlider.h"
+#include "TivUtils.h"
+
+namespace {
+// Sizes in the 480-wide layout, from the top of the content below the tabs.
+constexpr int kContentGap = 24;
+constexpr int kFieldHeight = 72;
+constexpr int kFirstRow = 100;
+constexpr int kRowHeight = 64;
+constexpr int kRowGap = 12;
+constexpr int kSliderTop = 260;
+constexpr int kSliderHeight = 50;
+constexpr int kSliderLabelTop = 316;
+constexpr int kContentHeight = 380;
+
+// The tolerance of each mode: low end and span of the slider.
+constexpr double kSpeedLow = 0.5, kSpeedSpan = 4.5;
+constexpr double kPaceLow = 1.0, kPaceSpan = 5.0;
+constexpr double kRateLow = 10.0, kRateSpan = 90.0;
+
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+
+QString UnitText(int mode, bool miles) {
+    if (mode == 1) return Text(miles ? "history__ ml/h" : "history__ km/h");
+    if (mode == 2) return Text(miles ? "history__ min/ml" : "history__ min/km");
+    return Text("pacer__  steps/min").trimmed();
+}
+
+void Changed() {
+    PedometerDBManager::GetInstance().SaveOptions();
+    Metronome::GetInstance().Update();
+}
+}  // namespace
+
+PacerForm::PacerForm(QWidget* parent) : PedometerForm(parent) {}
+
+bool PacerForm::Initialize() {
+    setObjectName(QStringLiteral("IDF_PACER_FORM"));
+    return true;
+}
+
+void PacerForm::OnInitializing() {
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    SetTitleText(Text("pacer__ Pacer"));
+    AddTabItem(Text("pacer__ Off"), ID_OFF);
+    AddTabItem(Text("pacer__ Speed"), ID_SPEED);
+    AddTabItem(Text("pacer__ Pace"), ID_PACE);
+    AddTabItem(Text("pacer__ Rate"), ID_RATE);
+    const int mode = options.pacerType;
+    SetSelectedTabIndex(mode >= 0 && mode <= 3 ? mode : -1);
+    ShowBackButton();
+
+    content_ = new QWidget(this);
+    content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
+    content_->show();
+
+    // The rows and the slider stay; only the target fields change with the mode.
+    standingRow_ = AddCheckRow(Text("pacer__ Turn off on standing:"), ID_OFF_ON_STANDING, kFirstRow,
+                               options.pacerOffOnStanding);
+    diffRow_ = AddCheckRow(Text("pacer__ Only if differs for:"), ID_DIFF,
+                           kFirstRow + kRowHeight + kRowGap, options.pacerDiff);
+    const int margin = Scaled(20);
+    slider_ = new TivSlider(this);
+    slider_->Initialize(QRect(margin, content_->y() + Scaled(kSliderTop), width() - 2 * margin,
+                              Scaled(kSliderHeight)),
+                        0);
+    slider_->SetListener(this);
+    sliderLabel_ = new TivLabel(this);
+    sliderLabel_->setGeometry(margin, content_->y() + Scaled(kSliderLabelTop), width() - 2 * margin,
+                              Scaled(48));
+    sliderLabel_->SetFontSize(Scaled(34));
+    sliderLabel_->SetTextColor(QColor(0xFC, 0xD1, 0x4B));
+    ReloadControls();
+}
+
+TivButton* PacerForm::AddCheckRow(const QString& text, int actionId, int y, bool checked) {
+    const int margin = Scaled(20);
+    auto* row = new TivButton(content_);
+    row->Initialize(QRect(margin, Scaled(y), content_->width() - 2 * margin, Scaled(kRowHeight)));
+    row->setObjectName(QStringLiteral("check%1").arg(actionId));
+    row->SetActionId(actionId);
+    row->AddActionEventDelegate(this);
+    auto* label = new TivLabel(row);
+    label->setGeometry(0, 0, row->width() - Scaled(60), row->height());
+    label->SetText(text);
+    label->SetFontSize(Scaled(28));
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    row->AddControl(*label);
+    auto* box = new TivImagePanel(row);
+    box->setObjectName(QStringLiteral("greenBut"));
+    box->Initialize(QPoint(row->width() - Scaled(48), (row->height() - Scaled(48)) / 2), nullptr);
+    box->resize(Scaled(48), Scaled(48));
+    row->AddControl(*box);
+    SetChecked(*row, checked);
+    row->show();
+    return row;
+}
+
+void PacerForm::SetChecked(TivButton& row, bool checked) {
+    auto* box = row.findChild<TivImagePanel*>(QStringLiteral("greenBut"));
+    if (box == nullptr) return;
+    box->SetImage(TivUtils::GetBitmapWithRightResolutionN(
+        checked ? QStringLiteral("checkbox_on.png") : QStringLiteral("checkbox_off.png")));
+    box->setProperty("checked", checked);
+    row.update();
+}
+
+TivButton* PacerForm::GetCheckRow(int actionId) const {
+    return actionId == ID_OFF_ON_STANDING ? standingRow_ : actionId == ID_DIFF ? diffRow_ : nullptr;
+}
+
+QLineEdit* PacerForm::AddField(int maxLength, const QString& text, int x, int width) {
+    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
+    field->setText(text);
+    field->setGeometry(x, 0, width, Scaled(kFieldHeight));
+    connect(field, &QLineEdit::editingFinished, this,
+            [this, field] { OnTextValueChanged(*field); });
+    field->show();
+    return field;
+}
+
+void PacerForm::AddUnit(const QString& text, int x, int width) {
+    auto* label = new TivLabel(content_);
+    label->setObjectName(QStringLiteral("unit"));
+    label->SetText(text);
+    label->SetFontSize(Scaled(32));
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    label->setGeometry(x, 0, width, Scaled(kFieldHeight));
+    label->show();
+}
+
+void PacerForm::ReloadControls() {
+    if (content_ == nullptr) return;
+    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child == standingRow_ || child == diffRow_) continue;
+        child->disconnect(this);
+        child->hide();
+        child->deleteLater();
+    }
+    wholeField_ = nullptr;
+    tenthsField_ = nullptr;
+    rateField_ = nullptr;
+
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    const int mode = options.pacerType;
+    const bool miles = options.measurementSystem;
+    const int center = content_->width() / 2;
+    const int gap = Scaled(10);
+    if (mode == 1 || mode == 2) {
+        double value = mode == 1 ? options.pacerSpeed.load() : options.pacerPace.load();
+        if (miles) value = Converter::ConvertKilometersToMiles(value);
+        long tenthsTotal = std::lround(std::clamp(value, 0.0, 99.9) * 10);
+        const int fieldWhole = Scaled(100);
+        const int point = Scaled(24);
+        const int fieldTenths = Scaled(70);
+        const int unit = Scaled(150);
+        int x = center - (fieldWhole + point + fieldTenths + gap + unit) / 2;
+        wholeField_ = AddField(2, QString::number(tenthsTotal / 10), x, fieldWhole);
+        x += fieldWhole;
+        AddUnit(QString(QLocale().decimalPoint()), x + Scaled(6), point);
+        x += point;
+        tenthsField_ = AddField(1, QString::number(tenthsTotal % 10), x, fieldTenths);
+        x += fieldTenths + gap;
+        AddUnit(UnitText(mode, miles), x, unit);
+    } else if (mode == 3) {
+        const int field = Scaled(130);
+        const int unit = Scaled(190);
+        const int x = center - (field + gap + unit) / 2;
+        rateField_ = AddField(3, QString::number(options.pacerFrequency), x, field);
+        AddUnit(UnitText(mode, miles), x + field + gap, unit);
+    }
+
+    double tolerance = 0.0, low = 0.0, span = 1.0;
+    if (mode == 1)
+        std::tie(tolerance, low, span) =
+            std::tuple(options.pacerDiffSpeed.load(), kSpeedLow, kSpeedSpan);
+    if (mode == 2)
+        std::tie(tolerance, low, span) =
+            std::tuple(options.pacerDiffPace.load(), kPaceLow, kPaceSpan);
+    if (mode == 3)
+        std::tie(tolerance, low, span) =
+            std::tuple(double(options.pacerDiffFrequency), kRateLow, kRateSpan);
+    slider_->SetValue(int(std::lround((tolerance - low) / span * 100)));
+    UpdateSliderLabel();
+    ShowSlider();
+    content_->update();
+}
+
+void PacerForm::ShowSlider() {
+    const bool shown =
+        PedometerOptions::GetInstance().pacerDiff && PedometerOptions::GetInstance().pacerType != 0;
+    slider_->setVisible(shown);
+    sliderLabel_->setVisible(shown);
+}
+
+void PacerForm::UpdateSliderLabel() {
+    const PedometerOptions& options = PedometerOptions::GetInstance();
+    const int mode = options.pacerType;
+    const bool miles = options.measurementSystem;
+    QString value;
+    if (mode == 1) value = Converter::GetLocalStringN(options.pacerDiffSpeed, 1);
+    if (mode == 2) value = Converter::GetLocalStringN(options.pacerDiffPace, 1);
+    if (mode == 3) value = QString::number(options.pacerDiffFrequency);
+    sliderLabel_->SetText(mode >= 1 && mode <= 3 ? QStringLiteral("± ") + value + QLatin1Char(' ') +
+                                                       UnitText(mode, miles)
+                                                 : QString());
+    sliderLabel_->update();
+}
+
+void PacerForm::SliderValueChanged(int position) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const double share = position / 100.0;
+    switch (options.pacerType) {
+        case 1:
+            options.pacerDiffSpeed = share * kSpeedSpan + kSpeedLow;
+            break;
+        case 2:
+            options.pacerDiffPace = share * kPaceSpan + kPaceLow;
+            break;
+        case 3:
+            options.pacerDiffFrequency = int(share * kRateSpan + kRateLow);
+            break;
+        default:
+            return;
+    }
+    PedometerDBManager::GetInstance().SaveOptions();
+    UpdateSliderLabel();
+    Metronome::GetInstance().Update();
+}
+
+void PacerForm::CommitEditing() {
+    for (QLineEdit* field : {wholeField_.data(), tenthsField_.data(), rateField_.data()}) {
+        if (field != nullptr && field->hasFocus()) field->clearFocus();
+    }
+}
+
+void PacerForm::OnActionPerformed(const QWidget& source, int actionId) {
+    if (actionId < ID_OFF || actionId > ID_DIFF) {
+        PedometerForm::OnActionPerformed(source, actionId);
+        Metronome::GetInstance().Update();
+        return;
+    }
+    CommitEditing();
+    SoundsManager::GetInstance().ClickSound();
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    if (actionId <= ID_RATE) {
+        options.pacerType = actionId - ID_OFF;
+        PedometerDBManager::GetInstance().SaveOptions();
+        ReloadControls();
+    } else if (actionId == ID_OFF_ON_STANDING) {
+        options.pacerOffOnStanding = !options.pacerOffOnStanding;
+        PedometerDBManager::GetInstance().SaveOptions();
+        SetChecked(*standingRow_, options.pacerOffOnStanding);
+    } else {
+        options.pacerDiff = !options.pacerDiff;
+        PedometerDBManager::GetInstance().SaveOptions();
+        SetChecked(*diffRow_, options.pacerDiff);
+        ShowSlider();
+    }
+    Metronome::GetInstance().Update();
+}
+
+void PacerForm::OnTextValueChanged(const QWidget& control) {
+    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
+    if (field == nullptr ||
+        (field != wholeField_ && field != tenthsField_ && field != rateField_)) {
+        return;
+    }
+    bool isNumber = false;
+    field->text().toInt(&isNumber);
+    if (!isNumber) field->setText(QStringLiteral("0"));
+
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const bool miles = options.measurementSystem;
+    const int mode = options.pacerType;
+    if ((mode == 1 || mode == 2) && wholeField_ != nullptr && tenthsField_ != nullptr) {
+        double value = wholeField_->text().toInt() + tenthsField_->text().toInt() / 10.0;
+        if (miles) value = Converter::ConvertMilesToKilometers(value);
+        if (mode == 1)
+            options.pacerSpeed = value;
+        else
+            options.pacerPace = value;
+    } else if (mode == 3 && rateField_ != nullptr) {
+        options.pacerFrequency = rateField_->text().toInt();
+    } else {
+        return;
+    }
+    Changed();
+}
+
+PEDOMETER_SCREEN("pacer", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* pacer = new PacerForm();
+    pacer->Initialize();
+    return pacer;
+});

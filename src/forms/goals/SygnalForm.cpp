@@ -1,0 +1,351 @@
+#include "SygnalForm.h"
+
+#include <QLocale>
+#include <QProgressBar>
+#include <cmath>
+
+#include "AppResource.h"
+#include "Converter.h"
+#include "DistanceEntry.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "ScreenDirectory.h"
+#include "SoundsManager.h"
+#include "Sygnal.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivNumberField.h"
+#include "TivUtils.h"
+
+namespace {
+// Sizes in the 480-wide layout.
+constexpr int kContentGap = 30;  // below the tabs
+constexpr int kFieldHeight = 72;
+constexpr int kButtonTop = 120;
+constexpr int kButtonWidth = 200;
+constexpr int kButtonHeight = 72;
+constexpr int kBarTop = 236;
+constexpr int kBarHeight = 28;
+constexpr int kLabelTop = 276;
+constexpr int kLabelHeight = 110;
+constexpr int kContentHeight = 400;
+
+int Scaled(int size) {
+    return int(std::lround(size * TivUtils::GetScale()));
+}
+
+QString Text(const char* key) {
+    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+}
+
+// The state of the same phase for a kind: 0 calories, 1 distance, 2 activity. States of
+// no phase stay as they are.
+int SamePhase(int type, int kind) {
+    static constexpr int kStates[3][3] = {{0, 2, 3}, {4, 5, 6}, {8, 7, 9}};
+    if (Sygnal::IsStopped(type)) return kStates[0][kind];
+    if (Sygnal::IsRunning(type)) return kStates[1][kind];
+    if (Sygnal::IsCompleted(type)) return kStates[2][kind];
+    return type;
+}
+
+int KindTab(int type) {
+    if (Sygnal::IsCalories(type)) return 0;
+    if (Sygnal::IsDistance(type)) return 1;
+    if (Sygnal::IsActivity(type)) return 2;
+    return -1;
+}
+}  // namespace
+
+SygnalForm::SygnalForm(QWidget* parent) : PedometerForm(parent) {}
+
+bool SygnalForm::Initialize() {
+    setObjectName(QStringLiteral("IDF_PACER_FORM"));
+    return true;
+}
+
+void SygnalForm::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
+    SetTitleText(Text("more__ Alarm"));
+    AddTabItem(Text("alarm__ Calories_Stopwatch"), ID_CALORIES);
+    AddTabItem(Text("alarm__ Distance"), ID_DISTANCE);
+    AddTabItem(Text("alarm__ Activity"), ID_ACTIVITY);
+    SetSelectedTabIndex(KindTab(PedometerOptions::GetInstance().sygnalType));
+    ShowBackButton();
+
+    content_ = new QWidget(this);
+    content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
+    content_->show();
+    ReloadControls();
+}
+
+QLineEdit* SygnalForm::AddField(int maxLength, const QString& text, int x, int width) {
+    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
+    field->setText(text);
+    field->setGeometry(x, 0, width, Scaled(kFieldHeight));
+    connect(field, &QLineEdit::editingFinished, this,
+            [this, field] { OnTextValueChanged(*field); });
+    field->show();
+    return field;
+}
+
+void SygnalForm::AddUnit(const QString& text, int x, int width) {
+    auto* label = new TivLabel(content_);
+    label->SetText(text);
+    label->SetFontSize(Scaled(34));
+    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
+    label->setGeometry(x, 0, width, Scaled(kFieldHeight));
+    label->show();
+}
+
+TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption, int actionId,
+                                 int x) {
+    auto* button = new TivButton(content_);
+    button->Initialize(QRect(x, Scaled(kButtonTop), Scaled(kButtonWidth), Scaled(kButtonHeight)));
+    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
+    QString pressedName = picture;
+    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
+    button->SetNormalBitmap(normal.get());
+    button->SetPressedBitmap(pressed ? pressed.get() : normal.get());
+    button->SetActionId(actionId);
+    button->AddActionEventDelegate(this);
+    auto* label = new TivLabel(button);
+    label->setGeometry(0, 0, button->width(), button->height());
+    label->SetText(caption);
+    label->SetFontSize(Scaled(32));
+    label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    label->SetTextColor(Qt::black);
+    label->SetNeedOutline(false);
+    label->SetShrinkToFit(true);  // "Zurücksetzen" is long
+    button->AddControl(*label);
+    button->show();
+    return button;
+}
+
+void SygnalForm::AddProgress(int percent, const QString& text, const QColor& color) {
+    const int margin = Scaled(20);
+    progressBar_ = new QProgressBar(content_);
+    progressBar_->setRange(0, 100);
+    progressBar_->setValue(std::clamp(percent, 0, 100));
+    progressBar_->setTextVisible(false);
+    progressBar_->setGeometry(margin, Scaled(kBarTop), content_->width() - 2 * margin,
+                              Scaled(kBarHeight));
+    progressBar_->setStyleSheet(
+        QStringLiteral("QProgressBar { background: rgba(10, 15, 26, 200); border: 1px solid "
+                       "#3A4458; border-radius: %1px; }"
+                       "QProgressBar::chunk { background: %2; border-radius: %1px; }")
+            .arg(Scaled(8))
+            .arg(QColor(0x34, 0xC7, 0x7B).name()));
+    progressBar_->show();
+    progressLabel_ = new TivLabel(content_);
+    progressLabel_->setGeometry(margin, Scaled(kLabelTop), content_->width() - 2 * margin,
+                                Scaled(kLabelHeight));
+    progressLabel_->SetFontSize(Scaled(32));
+    progressLabel_->SetTextColor(color);
+    progressLabel_->SetNeedOutline(false);
+    progressLabel_->SetText(text);
+    progressLabel_->show();
+}
+
+void SygnalForm::ReloadControls() {
+    if (content_ == nullptr) return;
+    // The old controls go quietly: one may be emitting its own signal right now.
+    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        child->disconnect(this);
+        child->hide();
+        child->deleteLater();
+    }
+    valueField_ = nullptr;
+    wholeField_ = nullptr;
+    fractionField_ = nullptr;
+    progressBar_ = nullptr;
+    progressLabel_ = nullptr;
+
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const int type = options.sygnalType;
+    const bool miles = options.measurementSystem;
+    const int center = content_->width() / 2;
+    if (Sygnal::IsCalories(type) || Sygnal::IsActivity(type)) {
+        const bool calories = Sygnal::IsCalories(type);
+        const int fieldWidth = Scaled(calories ? 150 : 120);
+        const int unitWidth = Scaled(100);
+        const int gap = Scaled(12);
+        const int x = center - (fieldWidth + gap + unitWidth) / 2;
+        valueField_ =
+            AddField(calories ? 4 : 3,
+                     QString::number(calories ? options.sygnalCalories : options.sygnalActivity), x,
+                     fieldWidth);
+        AddUnit(Text(calories ? "today_goal__ Cal" : "today_goal__ min"), x + fieldWidth + gap,
+                unitWidth);
+    } else if (Sygnal::IsDistance(type)) {
+        const DistanceEntry entry = DistanceEntry::FromKilometers(options.sygnalDistance, miles);
+        const int fieldWhole = Scaled(100);
+        const int fieldFraction = Scaled(miles ? 70 : 130);
+        const int between = Scaled(miles ? 30 : 70);
+        const int after = Scaled(70);
+        const int gap = Scaled(10);
+        int x = center - (fieldWhole + gap + between + fieldFraction + gap + after) / 2;
+        wholeField_ = AddField(2, QString::number(std::min(entry.whole, 99)), x, fieldWhole);
+        x += fieldWhole + gap;
+        AddUnit(miles ? QString(QLocale().decimalPoint()) : Text("today_goal__ km"), x, between);
+        x += between;
+        fractionField_ = AddField(miles ? 1 : 3, entry.FractionText(miles), x, fieldFraction);
+        x += fieldFraction + gap;
+        AddUnit(Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
+    }
+
+    const int gap = Scaled(20);
+    const int left = center - gap / 2 - Scaled(kButtonWidth);
+    if (Sygnal::IsRunning(type)) {
+        startPause_ =
+            AddButton(QStringLiteral("btn-green.png"), Text("alarm__ Pause"), ID_PAUSE, left);
+    } else if (Sygnal::IsStopped(type) || Sygnal::IsCompleted(type)) {
+        startPause_ =
+            AddButton(QStringLiteral("btn-green.png"), Text("alarm__ Start"), ID_START, left);
+    } else {
+        startPause_ = AddButton(QStringLiteral("btn-green.png"), QString(), 0, left);
+    }
+    reset_ =
+        AddButton(QStringLiteral("btn-red.png"), Text("alarm__ Reset"), ID_RESET, center + gap / 2);
+
+    if (Sygnal::IsCompleted(type)) {
+        AddProgress(100, Text("alarm__ Completed!"), QColor(0xE5, 0x39, 0x35));
+    } else if (Sygnal::IsRunning(type)) {
+        const DAOSygnal today = PedometerDBManager::GetInstance().GetTodaySygnal();
+        double percent = 0.0;
+        QString current;
+        QString target;
+        QString unit;
+        if (Sygnal::IsCalories(type)) {
+            percent = today.calories / options.sygnalCalories * 100.0;
+            current = QString::number(int(today.calories));
+            target = QString::number(options.sygnalCalories);
+            unit = Text("today_goal__ Cal");
+        } else if (Sygnal::IsDistance(type)) {
+            percent = today.distance / options.sygnalDistance * 100.0;
+            const double done =
+                miles ? Converter::ConvertKilometersToMiles(today.distance) : today.distance;
+            const double goal = miles ? Converter::ConvertKilometersToMiles(options.sygnalDistance)
+                                      : options.sygnalDistance.load();
+            current = Converter::GetLocalStringN(done, 1);
+            target = Converter::GetLocalStringN(goal, 1);
+            unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
+        } else {
+            percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
+            current = QString::number(today.activityTime / 60);
+            target = QString::number(options.sygnalActivity);
+            unit = Text("today_goal__ min");
+        }
+        // A zero target gives infinity or NaN; both count as reached.
+        if (!(percent < 100.0)) {
+            options.sygnalType = 7;
+            ReloadControls();
+            return;
+        }
+        AddProgress(int(percent),
+                    Text("alarm__ Current progress: ") + current + Text("alarm__  of") + target +
+                        QLatin1Char(' ') + unit,
+                    QColor(0x34, 0xC7, 0x7B));
+    }
+    content_->update();
+}
+
+void SygnalForm::CommitEditing() {
+    // A field still being edited is taken before the state changes.
+    for (QLineEdit* field : {valueField_.data(), wholeField_.data(), fractionField_.data()}) {
+        if (field != nullptr && field->hasFocus()) field->clearFocus();
+    }
+}
+
+void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
+    if (actionId < ID_CALORIES || actionId > ID_RESET) {
+        PedometerForm::OnActionPerformed(source, actionId);
+        return;
+    }
+    CommitEditing();
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    SoundsManager& sounds = SoundsManager::GetInstance();
+    const int type = options.sygnalType;
+    switch (actionId) {
+        case ID_CALORIES:
+        case ID_DISTANCE:
+        case ID_ACTIVITY:
+            sounds.ClickSound();
+            options.sygnalType = SamePhase(type, actionId - ID_CALORIES);
+            db.SaveOptions();
+            break;
+        case ID_START:
+            sounds.ClickSound();
+            if (Sygnal::IsCompleted(type)) db.ClearSygnals();
+            if (type == 3 || type == 9) options.sygnalType = 6;
+            if (type == 2 || type == 7) options.sygnalType = 5;
+            if (type == 0 || type == 8) options.sygnalType = 4;
+            break;
+        case ID_PAUSE:
+            sounds.ClickSound();
+            if (type == 5) options.sygnalType = 2;
+            if (type == 6) options.sygnalType = 3;
+            if (type == 4) options.sygnalType = 0;
+            break;
+        case ID_RESET:
+            db.ClearSygnals();
+            sounds.ClickSound();
+            if (type == 8) options.sygnalType = 4;
+            if (type == 9) options.sygnalType = 6;
+            if (type == 7) options.sygnalType = 5;
+            break;
+        default:
+            break;
+    }
+    ReloadControls();
+}
+
+void SygnalForm::OnTextValueChanged(const QWidget& control) {
+    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
+    if (field == nullptr ||
+        (field != valueField_ && field != wholeField_ && field != fractionField_)) {
+        return;
+    }
+    bool isNumber = false;
+    field->text().toInt(&isNumber);
+    if (!isNumber) field->setText(QStringLiteral("0"));
+
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const int type = options.sygnalType;
+    const bool miles = options.measurementSystem;
+    if (Sygnal::IsCalories(type) && valueField_ != nullptr) {
+        int calories = valueField_->text().toInt();
+        if (calories <= 9) {
+            calories = 10;
+            valueField_->setText(QStringLiteral("10"));
+        }
+        options.sygnalCalories = calories;
+    } else if (Sygnal::IsActivity(type) && valueField_ != nullptr) {
+        int minutes = valueField_->text().toInt();
+        if (minutes < 5) {
+            minutes = 5;
+            valueField_->setText(QStringLiteral("5"));
+        }
+        options.sygnalActivity = minutes;
+    } else if (Sygnal::IsDistance(type) && wholeField_ != nullptr && fractionField_ != nullptr) {
+        if (!miles && fractionField_->text().size() < 3) {
+            fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
+        }
+        DistanceEntry entry{wholeField_->text().toInt(), fractionField_->text().toInt()};
+        const int typed = entry.fraction;
+        options.sygnalDistance = entry.ToKilometers(miles);
+        if (entry.fraction != typed) fractionField_->setText(QString::number(entry.fraction));
+    } else {
+        return;
+    }
+    PedometerDBManager::GetInstance().SaveOptions();
+}
+
+void SygnalForm::OnTextValueChangeCanceled(const QWidget&) {}
+
+PEDOMETER_SCREEN("alarm", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* alarm = new SygnalForm();
+    alarm->Initialize();
+    return alarm;
+});

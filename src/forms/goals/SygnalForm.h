@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QPointer>
+
+#include "PedometerForm.h"
+
+#include <QLineEdit>
+#include <QProgressBar>
+class TivButton;
+class TivLabel;
+
+// The goal alarm screen: tabs choose the kind (calories, distance, activity), fields
+// set its target, Start/Pause and Reset drive it, and a bar with a label shows today's
+// progress while it runs ("Goal reached!" once it completed).
+//
+// Reads and writes the alarm fields of PedometerOptions (sygnal*) and today's progress
+// row (GetTodaySygnal, ClearSygnals). Kind and phase share one stored number (see
+// Sygnal). A tab keeps the phase and saves; a target edit applies its floor (10 kcal,
+// 5 min, 0.1 km or 0.1 mile) and saves; Start, Pause and Reset change the settings in
+// memory only, so they are stored with the next save. A running alarm found at 100 %
+// or more becomes 7 (distance completed), whatever its kind. Opened by the main
+// screen's bell button ("alarm").
+class SygnalForm : public PedometerForm {
+    Q_OBJECT
+public:
+    static constexpr int ID_CALORIES = 100;
+    static constexpr int ID_DISTANCE = 101;
+    static constexpr int ID_ACTIVITY = 102;
+    static constexpr int ID_START = 103;
+    static constexpr int ID_PAUSE = 104;
+    static constexpr int ID_RESET = 105;
+
+    explicit SygnalForm(QWidget* parent = nullptr);
+
+    // Names the screen. Always true.
+    bool Initialize();
+    void OnInitializing() override;
+    // Rebuilds the fields, buttons and progress for the stored state.
+    void ReloadControls();
+    void OnActionPerformed(const QWidget& source, int actionId) override;
+    // A field's editing finished: apply the kind's floor, store the target and save.
+    void OnTextValueChanged(const QWidget& control);
+    void OnTextValueChangeCanceled(const QWidget& control);
+
+    // The calorie or activity field; null for distance.
+    QLineEdit* GetValueField() const { return valueField_; }
+    QLineEdit* GetWholeField() const { return wholeField_; }
+    QLineEdit* GetFractionField() const { return fractionField_; }
+    TivButton* GetStartPauseButton() const { return startPause_; }
+    TivButton* GetResetButton() const { return reset_; }
+    // Null while the alarm is stopped.
+    QProgressBar* GetProgressBar() const { return progressBar_; }
+    TivLabel* GetProgressLabel() const { return progressLabel_; }
+
+private:
+    QLineEdit* AddField(int maxLength, const QString& text, int x, int width);
+    void AddUnit(const QString& text, int x, int width);
+    TivButton* AddButton(const QString& picture, const QString& caption, int actionId, int x);
+    void AddProgress(int percent, const QString& text, const QColor& color);
+    void CommitEditing();
+
+    QWidget* content_ = nullptr;
+    QPointer<QLineEdit> valueField_;
+    QPointer<QLineEdit> wholeField_;
+    QPointer<QLineEdit> fractionField_;
+    QPointer<TivButton> startPause_;
+    QPointer<TivButton> reset_;
+    QPointer<QProgressBar> progressBar_;
+    QPointer<TivLabel> progressLabel_;
+};

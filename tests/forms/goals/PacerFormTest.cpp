@@ -1,0 +1,109 @@
+#include "PacerForm.h"
+
+#include "Converter.h"
+#include "GoalScreenTest.h"
+#include "Metronome.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "TivSlider.h"
+
+namespace {
+
+class PacerFormTest : public GoalScreenTest {
+protected:
+    void TearDown() override {
+        Metronome::GetInstance().Stop();
+        GoalScreenTest::TearDown();
+    }
+    PacerForm& Open(int mode) {
+        Options().pacerType = mode;
+        return Push<PacerForm>();
+    }
+};
+
+TEST_F(PacerFormTest, SliderEndsGiveEachModesToleranceRange) {
+    struct Case {
+        int mode;
+        int position;
+        double tolerance;
+        const char* label;
+    };
+    const Case cases[] = {
+        {1, 0, 0.5, "± 0.5 km/h"},        {1, 100, 5.0, "± 5.0 km/h"},
+        {2, 0, 1.0, "± 1.0 min/km"},      {2, 100, 6.0, "± 6.0 min/km"},
+        {3, 0, 10, "± 10 steps/min"},     {3, 55, 59, "± 59 steps/min"},
+        {3, 100, 100, "± 100 steps/min"},
+    };
+    for (const Case& c : cases) {
+        Options().pacerDiff = true;
+        PacerForm& form = Open(c.mode);
+        form.SliderValueChanged(c.position);
+        auto stored = Stored();
+        const double tolerance = c.mode == 1   ? stored->pacerDiffSpeed.load()
+                                 : c.mode == 2 ? stored->pacerDiffPace.load()
+                                               : double(stored->pacerDiffFrequency.load());
+        EXPECT_DOUBLE_EQ(tolerance, c.tolerance) << c.mode << " at " << c.position;
+        EXPECT_EQ(form.GetSliderLabel()->GetText(), QString::fromUtf8(c.label));
+    }
+}
+
+TEST_F(PacerFormTest, TargetsAreStoredAndLettersCountAsZero) {
+    PacerForm& form = Open(1);
+    Enter(form.GetWholeField(), "6");
+    Enter(form.GetTenthsField(), "5");
+    EXPECT_DOUBLE_EQ(Stored()->pacerSpeed.load(), 6.5);
+
+    TapTab(3);
+    ASSERT_NE(form.GetRateField(), nullptr);
+    EXPECT_EQ(form.GetWholeField(), nullptr);
+    form.GetRateField()->setText("ab");  // pasted past the digit filter
+    form.OnTextValueChanged(*form.GetRateField());
+    EXPECT_EQ(form.GetRateField()->text(), "0");
+    EXPECT_EQ(Stored()->pacerFrequency.load(), 0);
+}
+
+TEST_F(PacerFormTest, MilesStoreSpeedAndPaceWithTheDistanceFactor) {
+    Options().measurementSystem = true;
+    PacerForm& form = Open(2);
+    Enter(form.GetWholeField(), "9");
+    Enter(form.GetTenthsField(), "0");
+    EXPECT_NEAR(Stored()->pacerPace.load(), Converter::ConvertMilesToKilometers(9.0), 1e-9);
+    TapTab(1);
+    Enter(form.GetWholeField(), "3");
+    Enter(form.GetTenthsField(), "1");
+    EXPECT_NEAR(Stored()->pacerSpeed.load(), Converter::ConvertMilesToKilometers(3.1), 1e-9);
+    EXPECT_EQ(form.GetWholeField()->text(), "3");  // shown back in miles
+}
+
+TEST_F(PacerFormTest, CheckRowsToggleSaveAndShowTheSlider) {
+    Options().pacerDiff = false;
+    Options().pacerOffOnStanding = false;
+    PacerForm& form = Open(3);
+    EXPECT_TRUE(form.GetSlider()->isHidden());
+    Click(form.GetCheckRow(PacerForm::ID_DIFF));
+    EXPECT_TRUE(Stored()->pacerDiff.load());
+    EXPECT_FALSE(form.GetSlider()->isHidden());
+    EXPECT_FALSE(form.GetSliderLabel()->isHidden());
+    Click(form.GetCheckRow(PacerForm::ID_OFF_ON_STANDING));
+    EXPECT_TRUE(Stored()->pacerOffOnStanding.load());
+    Click(form.GetCheckRow(PacerForm::ID_DIFF));
+    EXPECT_FALSE(Stored()->pacerDiff.load());
+    EXPECT_TRUE(form.GetSlider()->isHidden());
+    EXPECT_EQ(plays.Plays("click.wav"), 3);
+}
+
+TEST_F(PacerFormTest, OffSilencesARunningPacerAtOnce) {
+    Options().pacerFrequency = 120;
+    Options().pacerDiff = false;
+    Options().pacerOffOnStanding = false;
+    Open(3);
+    Metronome::GetInstance().Start();
+    ASSERT_GT(Metronome::GetInstance().GetInterval(), 0);
+    TapTab(0);
+    EXPECT_EQ(Stored()->pacerType.load(), 0);
+    EXPECT_EQ(Metronome::GetInstance().GetInterval(), 0);
+    TapTab(3);
+    EXPECT_EQ(Metronome::GetInstance().GetInterval(), 500);
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+#include "SygnalForm.h"
+
+#include "GoalScreenTest.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+
+namespace {
+
+class SygnalFormTest : public GoalScreenTest {
+protected:
+    SygnalForm& Open(int type) {
+        Options().sygnalType = type;
+        return Push<SygnalForm>();
+    }
+    static void AddProgress(double kcal, int seconds, double km) {
+        PedometerDBManager& db = PedometerDBManager::GetInstance();
+        DAOSygnal today = db.GetTodaySygnal();
+        today.calories += kcal;
+        today.activityTime += seconds;
+        today.distance += km;
+        db.UpdateSygnal(today);
+    }
+    static double StoredKcal() {
+        return PedometerDBManager::GetInstance().GetTodaySygnal().calories;
+    }
+};
+
+TEST_F(SygnalFormTest, TabsKeepThePhaseAndSave) {
+    struct Case {
+        int from;
+        int tab;
+        int to;
+    };
+    const Case cases[] = {{0, 1, 2}, {2, 2, 3}, {3, 0, 0},  // stopped
+                          {4, 1, 5}, {5, 2, 6}, {6, 0, 4},  // running
+                          {8, 1, 7}, {7, 2, 9}, {9, 0, 8},  // completed
+                          {1, 2, 1}};                       // no state stays
+    for (const Case& c : cases) {
+        AddProgress(1.0, 5, 0.001);
+        Open(c.from);
+        TapTab(c.tab);
+        EXPECT_EQ(Options().sygnalType.load(), c.to) << c.from << " tab " << c.tab;
+        EXPECT_EQ(Stored()->sygnalType.load(), c.to) << c.from;
+        EXPECT_GT(StoredKcal(), 0.0) << "progress kept, " << c.from;
+    }
+    EXPECT_EQ(plays.Plays("click.wav"), int(std::size(cases)));
+}
+
+TEST_F(SygnalFormTest, StartPauseAndResetFollowTheStateTable) {
+    struct Case {
+        int from;
+        int action;
+        int to;
+        bool clears;
+    };
+    const Case cases[] = {
+        {0, SygnalForm::ID_START, 4, false}, {2, SygnalForm::ID_START, 5, false},
+        {3, SygnalForm::ID_START, 6, false}, {8, SygnalForm::ID_START, 4, true},
+        {7, SygnalForm::ID_START, 5, true},  {9, SygnalForm::ID_START, 6, true},
+        {4, SygnalForm::ID_PAUSE, 0, false}, {5, SygnalForm::ID_PAUSE, 2, false},
+        {6, SygnalForm::ID_PAUSE, 3, false}, {8, SygnalForm::ID_RESET, 4, true},
+        {9, SygnalForm::ID_RESET, 6, true},  {7, SygnalForm::ID_RESET, 5, true},
+        {0, SygnalForm::ID_RESET, 0, true},
+    };
+    for (const Case& c : cases) {
+        PedometerDBManager::GetInstance().ClearSygnals();
+        AddProgress(1.0, 5, 0.0);
+        Options().sygnalCalories = 1000;
+        Options().sygnalDistance = 100.0;
+        Options().sygnalActivity = 900;
+        SygnalForm& form = Open(c.from);
+        const int stored = Stored()->sygnalType;
+        if (c.action != SygnalForm::ID_RESET)
+            ASSERT_EQ(form.GetStartPauseButton()->GetActionId(), c.action) << c.from;
+        Click(c.action == SygnalForm::ID_RESET ? form.GetResetButton()
+                                               : form.GetStartPauseButton());
+        EXPECT_EQ(Options().sygnalType.load(), c.to) << c.from << " action " << c.action;
+        EXPECT_EQ(StoredKcal(), c.clears ? 0.0 : 1.0) << c.from << " action " << c.action;
+        // Only a save elsewhere stores the new state.
+        EXPECT_EQ(Stored()->sygnalType.load(), stored) << c.from;
+    }
+}
+
+TEST_F(SygnalFormTest, ProgressShowsWhileRunningAndGoesOnPause) {
+    Options().sygnalDistance = 2.5;
+    AddProgress(0.0, 0, 1.0);
+    SygnalForm& form = Open(5);
+    ASSERT_NE(form.GetProgressBar(), nullptr);
+    EXPECT_EQ(form.GetProgressBar()->value(), 40);
+    EXPECT_EQ(form.GetProgressLabel()->GetText(), "Progress so far: 1.0 of 2.5 km");
+    EXPECT_EQ(form.GetStartPauseButton()->GetActionId(), SygnalForm::ID_PAUSE);
+
+    Click(form.GetStartPauseButton());
+    EXPECT_EQ(Options().sygnalType.load(), 2);
+    EXPECT_EQ(form.GetProgressBar(), nullptr);
+    EXPECT_EQ(form.GetProgressLabel(), nullptr);
+    EXPECT_EQ(form.GetStartPauseButton()->GetActionId(), SygnalForm::ID_START);
+}
+
+TEST_F(SygnalFormTest, ARunningAlarmAtItsTargetBecomesDistanceCompleted) {
+    Options().sygnalCalories = 10;
+    AddProgress(12.0, 0, 0.0);
+    SygnalForm& form = Open(4);
+    EXPECT_EQ(Options().sygnalType.load(), 7);
+    EXPECT_EQ(form.GetSelectedTabIndex(), 0);  // still the calories tab
+    ASSERT_NE(form.GetProgressBar(), nullptr);
+    EXPECT_EQ(form.GetProgressBar()->value(), 100);
+    EXPECT_EQ(form.GetProgressLabel()->GetText(), "Goal reached!");
+}
+
+TEST_F(SygnalFormTest, TargetsHaveFloorsAndAreSaved) {
+    SygnalForm& form = Open(0);
+    Enter(form.GetValueField(), "0");
+    EXPECT_EQ(form.GetValueField()->text(), "10");
+    EXPECT_EQ(Stored()->sygnalCalories.load(), 10);
+    Enter(form.GetValueField(), "450");
+    EXPECT_EQ(Stored()->sygnalCalories.load(), 450);
+
+    TapTab(2);
+    Enter(form.GetValueField(), "3");
+    EXPECT_EQ(form.GetValueField()->text(), "5");
+    EXPECT_EQ(Stored()->sygnalActivity.load(), 5);
+
+    TapTab(1);
+    Enter(form.GetWholeField(), "0");
+    Enter(form.GetFractionField(), "0");
+    EXPECT_EQ(form.GetFractionField()->text(), "100");
+    EXPECT_DOUBLE_EQ(Stored()->sygnalDistance.load(), 0.1);
+    Enter(form.GetWholeField(), "2");
+    Enter(form.GetFractionField(), "5");
+    EXPECT_EQ(form.GetFractionField()->text(), "005");
+    EXPECT_DOUBLE_EQ(Stored()->sygnalDistance.load(), 2.005);
+}
+
+TEST_F(SygnalFormTest, ImperialDistanceIsMilesAndTenths) {
+    Options().measurementSystem = true;
+    Options().sygnalDistance = 1.3 * 1.609344;
+    SygnalForm& form = Open(2);
+    EXPECT_EQ(form.GetWholeField()->text(), "1");
+    EXPECT_EQ(form.GetFractionField()->text(), "3");
+    Enter(form.GetWholeField(), "0");
+    Enter(form.GetFractionField(), "0");
+    EXPECT_EQ(form.GetFractionField()->text(), "1");
+    EXPECT_NEAR(Stored()->sygnalDistance.load(), 0.1609344, 1e-9);
+}
+
+}  // namespace
