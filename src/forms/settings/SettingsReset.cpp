@@ -107,7 +107,7 @@ QString SettingsReset::TitleText() const {
 }
 
 void SettingsReset::Fill(SettingsPanel& panel) {
-    panel.AddHeader(Text("more__ Reset statistics by date"));
+    panel.AddHeader(Text("settings__ Statistics by date"));
     const auto [from, to] =
         panel.AddDateRange(Text("picker__ From"), Text("picker__ To"), from_, to_);
     fromField_ = from;
