@@ -1,7 +1,6 @@
 #include "GraphicAcc.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 
@@ -10,10 +9,13 @@
 namespace {
 const QColor kGaitColors[3] = {QColor(92, 214, 92), QColor(252, 209, 75), QColor(240, 96, 80)};
 const QColor kLineColor(12, 159, 249);
+// The panel, and the colour behind its rounded corners (the screen's background there).
+const QColor kPanel(10, 15, 26);
+const QColor kBackground(12, 26, 46);
 }  // namespace
 
 GraphicAcc::GraphicAcc(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void GraphicAcc::AddValues(const std::vector<double>& values) {
@@ -27,7 +29,12 @@ void GraphicAcc::AddValues(const std::vector<double>& values) {
 
 void GraphicAcc::SetThresholds(double walk, double jog, double run) {
     thresholds_ = {walk, jog, run};
+    backdropTop_ = -1.0;
     update();
+}
+
+void GraphicAcc::resizeEvent(QResizeEvent*) {
+    backdropTop_ = -1.0;
 }
 
 double GraphicAcc::ScaleTop() const {
@@ -36,43 +43,56 @@ double GraphicAcc::ScaleTop() const {
     return top > 0.0 ? top * 1.15 : 1.0;
 }
 
-void GraphicAcc::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
+QRectF GraphicAcc::PlotRect() const {
+    const double scale = TivUtils::GetScale();
+    return QRectF(rect()).adjusted(18 * scale, 12 * scale, -18 * scale, -12 * scale);
+}
+
+void GraphicAcc::RenderBackdrop(double top) {
+    backdrop_ = QPixmap(size());
+    backdrop_.fill(kBackground);
+    QPainter painter(&backdrop_);
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = TivUtils::GetScale();
-    const QRectF frame = QRectF(rect()).adjusted(10 * scale, 4 * scale, -10 * scale, -4 * scale);
-    painter.setPen(QPen(QColor(58, 68, 88), std::max(1.0, 2 * scale)));
-    painter.setBrush(QColor(10, 15, 26, 200));
-    painter.drawRoundedRect(frame, 10 * scale, 10 * scale);
-
-    const QRectF plot = frame.adjusted(8 * scale, 8 * scale, -8 * scale, -8 * scale);
-    const double top = ScaleTop();
-    auto yOf = [&](double value) { return plot.bottom() - plot.height() * value / top; };
-
-    // The thresholds, each marked with its gait's initial colour.
+    const double border = std::max(1.0, 2 * scale);
+    painter.setPen(QPen(QColor(58, 68, 88), border));
+    painter.setBrush(kPanel);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(border, border, -border, -border), 10 * scale,
+                            10 * scale);
+    // The thresholds, each in its gait's colour.
+    const QRectF plot = PlotRect();
     for (int gait = 0; gait < 3; ++gait) {
-        QPen pen(kGaitColors[gait], std::max(1.0, 2 * scale), Qt::DashLine);
-        painter.setPen(pen);
-        const double y = yOf(thresholds_[size_t(gait)]);
+        painter.setPen(QPen(kGaitColors[gait], std::max(1.0, 2 * scale), Qt::DashLine));
+        const double y = plot.bottom() - plot.height() * thresholds_[size_t(gait)] / top;
         painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
     }
+    backdropTop_ = top;
+}
 
+void GraphicAcc::paintEvent(QPaintEvent*) {
+    const double top = ScaleTop();
+    if (top != backdropTop_ || backdrop_.size() != size()) RenderBackdrop(top);
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, backdrop_);
     if (values_.size() < 2) return;
-    QPainterPath line;
+
+    const QRectF plot = PlotRect();
+    // Separate segments with round caps: Qt strokes these far faster than one wide
+    // antialiased polyline, which matters at this rate.
+    QVector<QLineF> segments;
+    segments.reserve(int(values_.size()));
+    QPointF previous;
     const double step = plot.width() / (kPoints - 1);
     // The newest value sits at the right edge.
     double x = plot.right() - step * double(values_.size() - 1);
-    bool first = true;
-    for (double value : values_) {
-        const QPointF point(x, yOf(std::min(value, top)));
-        if (first)
-            line.moveTo(point);
-        else
-            line.lineTo(point);
-        first = false;
+    for (size_t i = 0; i < values_.size(); ++i) {
+        const QPointF point(x, plot.bottom() - plot.height() * std::min(values_[i], top) / top);
+        if (i > 0) segments.append(QLineF(previous, point));
+        previous = point;
         x += step;
     }
-    painter.setPen(QPen(kLineColor, std::max(1.5, 3 * scale)));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPath(line);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(kLineColor, std::max(1.5, 3 * TivUtils::GetScale()), Qt::SolidLine, Qt::FlatCap));
+    painter.drawLines(segments);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 #include <array>
 #include <deque>
@@ -11,6 +12,10 @@
 // strong enough to count as that gait's step. The scale grows to the highest value or
 // threshold in view and never shrinks below the run threshold. Paints from its state
 // only; GUI thread only.
+//
+// It redraws about 33 times a second, so it is opaque (nothing behind it is repainted)
+// and keeps its frame and threshold lines in a cached picture; each redraw copies that
+// and draws the line.
 class GraphicAcc : public QWidget {
     Q_OBJECT
 public:
@@ -30,8 +35,15 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // The frame and the threshold lines for the current size, thresholds and scale.
+    void RenderBackdrop(double top);
+    QRectF PlotRect() const;
+
+    QPixmap backdrop_;
+    double backdropTop_ = -1.0;
     std::deque<double> values_;
     std::array<double, 3> thresholds_{};
 };

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <cmath>
 
 #include "GraphicAcc.h"
 #include "PedometerDBManager.h"
@@ -14,6 +15,7 @@
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
 #include "TivLabel.h"
+#include "TivUtils.h"
 
 namespace {
 const QString kDetectorPreference = QStringLiteral("detector");
@@ -74,6 +76,8 @@ QString SettingsAccelerometer::TitleText() const {
 void SettingsAccelerometer::Fill(SettingsPanel& panel) {
     meter_ = new GraphicAcc;
     panel.AddWidget(meter_, 170);
+    const int inset = int(std::lround(10 * TivUtils::GetScale()));
+    meter_->setGeometry(meter_->geometry().adjusted(inset, 0, -inset, 0));
     UpdateThresholds();
     panel.AddNote(Text("settings__ A movement above a line counts as a step of that kind."), 34);
     for (int gait = 1; gait <= 3; ++gait) {
