@@ -332,7 +332,14 @@ int main(int argc, char** argv) {
         replaySource = csv.get();
         source = std::move(csv);
     } else {
-        AccelerometerSourceFactory::SetChoice(parser.value(sensor));
+        // Without --sensor, the choice stored by the sensitivity settings.
+        QString choice = parser.value(sensor);
+        if (!parser.isSet(sensor)) {
+            choice = PedometerDBManager::GetInstance().GetPreference(QStringLiteral("sensor"),
+                                                                     QStringLiteral("auto"));
+            if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
+        }
+        AccelerometerSourceFactory::SetChoice(choice);
         source = AccelerometerSourceFactory::Create();
     }
     if (parser.isSet(record)) {

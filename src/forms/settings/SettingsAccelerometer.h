@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QPointer>
+#include <mutex>
+#include <vector>
+
+#include "AccelerometerMonitor.h"
+#include "CrossThreadTrigger.h"
+#include "SettingsScreen.h"
+
+class GraphicAcc;
+class QuorPedometer;
+
+// Accelerometer sensitivity: a live meter of the raw movement value (GraphicAcc) over the
+// walk, jog and run thresholds, one slider per gait (SensitivitySlider), the step
+// detector (classic or adaptive) and the accelerometer to use (automatic, the Linux IIO
+// device, or none, and which IIO device when there are several).
+//
+// While the screen is shown the application's detector (StatisticsManager::__engine)
+// monitors: DataRecieved arrives on the sensor thread, and the values reach the meter on
+// the GUI thread through a mutex-guarded list and a CrossThreadTrigger (the old event
+// 101); the screen stays lit meanwhile (PowerManager). Monitoring ends when the screen
+// is closed or the application goes to the background.
+//
+// Writes: the thresholds into the body profile (SaveBody); the preference "detector"
+// ("classic"/"adaptive"), which also switches the running detector at once
+// (QuorPedometer::SelectDetector); the preferences "sensor" ("auto", "iio", "none") and
+// "sensor-iio-device" (a device folder name), used from the next start.
+// Opened by "settings-sensitivity" and the settings menu. GUI thread only, but for
+// DataRecieved.
+class SettingsAccelerometer : public SettingsScreen, public AccelerometerMonitor {
+    Q_OBJECT
+public:
+    static constexpr int ID_DETECTOR = 200;
+    static constexpr int ID_SENSOR = 201;
+    static constexpr int ID_IIO_DEVICE = 202;
+
+    // The sensor choices in the order a tap steps through them.
+    static const QStringList& SensorChoices();
+    // The IIO devices under `root` that have an accelerometer, by folder name, sorted.
+    static QStringList IioAccelerometers(
+        const QString& root = QStringLiteral("/sys/bus/iio/devices"));
+    // Where IioAccelerometers looks (tests point it at a fake tree).
+    static void SetIioRoot(const QString& root);
+
+    explicit SettingsAccelerometer(QWidget* parent = nullptr);
+    ~SettingsAccelerometer() override;
+    bool Initialize();
+
+    void OnTerminating() override;
+    void ProgramWillPause() override;
+    void ProgramWillResume() override;
+    void OnActionPerformed(const QWidget& source, int actionId) override;
+
+    // Sensor thread.
+    void DataRecieved(double value) override;
+
+    GraphicAcc* GetMeter() const { return meter_; }
+    bool IsMonitoring() const { return engine_ != nullptr; }
+
+protected:
+    QString TitleText() const override;
+    void Fill(SettingsPanel& panel) override;
+
+private:
+    void StartMonitoring();
+    void StopMonitoring();
+    void DeliverValues();
+    void UpdateThresholds();
+
+    QPointer<GraphicAcc> meter_;
+    QuorPedometer* engine_ = nullptr;  // the engine being monitored, or null
+    std::mutex pendingMutex_;
+    std::vector<double> pending_;  // values from the sensor thread not yet drawn
+    CrossThreadTrigger trigger_;
+};

@@ -1,0 +1,186 @@
+#include "SettingsReset.h"
+
+#include <QDateEdit>
+#include <set>
+
+#include "Clock.h"
+#include "DAOLap.h"
+#include "HistoryConfirmPopup.h"
+#include "MainForm.h"
+#include "PedometerDBManager.h"
+#include "ScreenDirectory.h"
+#include "SettingsPanel.h"
+#include "SoundsManager.h"
+#include "StatisticsManager.h"
+#include "UpdaterThread.h"
+
+namespace {
+// Every day anything could have been recorded on, for "everything".
+const QDate kFirstDay(2000, 1, 1);
+const QDate kLastDay(2999, 12, 31);
+
+// Fills the "%@" placeholders in order.
+QString WithValues(QString text, const QStringList& values) {
+    for (const QString& value : values) {
+        const int at = text.indexOf(QLatin1String("%@"));
+        if (at < 0) break;
+        text.replace(at, 2, value);
+    }
+    return text;
+}
+
+struct Series {
+    const char* textKey;
+    const char* questionKey;
+    double DAOBodyLog::*field;
+    void (PedometerDBManager::*reset)();
+};
+
+const Series kSeries[4] = {
+    {"settings__ Chest log", "settings__ Erase %@ chest measurements?", &DAOBodyLog::chest,
+     &PedometerDBManager::ResetChest},
+    {"settings__ Waist log", "settings__ Erase %@ waist measurements?", &DAOBodyLog::waist,
+     &PedometerDBManager::ResetWaist},
+    {"settings__ Hips log", "settings__ Erase %@ hips measurements?", &DAOBodyLog::hip,
+     &PedometerDBManager::ResetHips},
+    {"settings__ Weight log", "settings__ Erase %@ weight measurements?", &DAOBodyLog::weight,
+     &PedometerDBManager::ResetWheight},
+};
+
+int Measured(double DAOBodyLog::*field) {
+    int count = 0;
+    for (const DAOBodyLog& log : PedometerDBManager::GetInstance().GetBodyLogs()) {
+        if (log.*field != 0.0) ++count;
+    }
+    return count;
+}
+}  // namespace
+
+SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const QDate& to) {
+    Extent extent;
+    std::set<QDate> days;
+    for (const auto& lap :
+         PedometerDBManager::GetInstance().GetLapsForPeriod(from.startOfDay(), to.startOfDay())) {
+        // The query's upper bound is the next midnight itself; a lap starting then
+        // belongs to the next day and is erased with it.
+        days.insert(lap->startDate.date());
+        ++extent.laps;
+        extent.minutes += int(lap->minutes.size());
+    }
+    extent.days = int(days.size());
+    return extent;
+}
+
+void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    StatisticsManager* statistics = MainForm::__statManager;
+    const QDate today = Clock::Now().date();
+    const bool holdsToday = from <= today && today <= to;
+    if (!holdsToday || statistics == nullptr || !statistics->GetCurrentLap()) {
+        db.ResetLogs(from.startOfDay(), to.startOfDay());
+        return;
+    }
+    // The lap being recorded is started today, so it goes too: let an interval already
+    // handed over land first, let go of the lap, erase, and record on in a new one.
+    if (UpdaterThread* updater = statistics->GetUpdaterThread()) updater->WaitUntilIdle();
+    statistics->WillClearData();
+    db.ResetLogs(from.startOfDay(), to.startOfDay());
+    statistics->StartNewLap();
+}
+
+SettingsReset::SettingsReset(QWidget* parent) : SettingsScreen(parent) {}
+
+bool SettingsReset::Initialize() {
+    setObjectName(QStringLiteral("SettingsReset"));
+    to_ = Clock::Now().date();
+    from_ = to_;
+    return true;
+}
+
+void SettingsReset::OnInitializing() {
+    SettingsScreen::OnInitializing();
+    popup_ = new HistoryConfirmPopup(*this, this);
+}
+
+QString SettingsReset::TitleText() const {
+    return Text("more__ Reset");
+}
+
+void SettingsReset::Fill(SettingsPanel& panel) {
+    panel.AddHeader(Text("settings__ Statistics by date"));
+    const auto [from, to] =
+        panel.AddDateRange(Text("picker__ From"), Text("picker__ To"), from_, to_);
+    fromField_ = from;
+    toField_ = to;
+    connect(from, &QDateEdit::dateChanged, this, [this](const QDate& date) { from_ = date; });
+    connect(to, &QDateEdit::dateChanged, this, [this](const QDate& date) { to_ = date; });
+    panel.AddRowButton(Text("settings__ Reset statistics of these days"), ID_RESET_RANGE, this);
+
+    panel.AddHeader(Text("settings__ Body measurements"));
+    for (int i = 0; i < 4; ++i)
+        panel.AddRowButton(Text(kSeries[i].textKey), ID_RESET_CHEST + i, this);
+
+    panel.AddHeader(Text("settings__ Everything"));
+    panel.AddRowButton(Text("more__ Reset all statistics"), ID_RESET_ALL, this);
+    panel.AddNote(Text("settings__ Settings, profile and goals are kept."), 34);
+}
+
+void SettingsReset::Ask(const QString& question, std::function<void()> erase) {
+    erase_ = std::move(erase);
+    popup_->ShowWithText(question);
+}
+
+void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
+    if (actionId == HistoryConfirmPopup::ID_CANCEL || actionId == HistoryConfirmPopup::ID_CONFIRM) {
+        const std::function<void()> erase = std::exchange(erase_, nullptr);
+        popup_->HandleAction(actionId, QString(), [&] {
+            if (erase) erase();
+            Refill();
+        });
+        return;
+    }
+    if (actionId == ID_RESET_RANGE) {
+        SoundsManager::GetInstance().ClickSound();
+        const QDate from = from_;
+        const QDate to = to_;
+        const Extent extent = StatisticsExtent(from, to);
+        if (extent.laps == 0) {
+            Ask(Text("settings__ Nothing was recorded on these days."), nullptr);
+            return;
+        }
+        Ask(WithValues(Text("settings__ Erase %@ days with %@ laps and %@ minute records?"),
+                       {QString::number(extent.days), QString::number(extent.laps),
+                        QString::number(extent.minutes)}),
+            [from, to] { EraseStatistics(from, to); });
+        return;
+    }
+    if (actionId >= ID_RESET_CHEST && actionId <= ID_RESET_WEIGHT) {
+        SoundsManager::GetInstance().ClickSound();
+        const Series& series = kSeries[actionId - ID_RESET_CHEST];
+        Ask(WithValues(Text(series.questionKey), {QString::number(Measured(series.field))}),
+            [reset = series.reset] { (PedometerDBManager::GetInstance().*reset)(); });
+        return;
+    }
+    if (actionId == ID_RESET_ALL) {
+        SoundsManager::GetInstance().ClickSound();
+        const Extent extent = StatisticsExtent(kFirstDay, kLastDay);
+        Ask(WithValues(Text("settings__ Erase all %@ days with %@ laps and %@ minute records, and "
+                            "every body measurement?"),
+                       {QString::number(extent.days), QString::number(extent.laps),
+                        QString::number(extent.minutes)}),
+            [] {
+                EraseStatistics(kFirstDay, kLastDay);
+                PedometerDBManager& db = PedometerDBManager::GetInstance();
+                for (const Series& series : kSeries) (db.*series.reset)();
+                db.ClearSygnals();
+            });
+        return;
+    }
+    SettingsScreen::OnActionPerformed(source, actionId);
+}
+
+PEDOMETER_SCREEN("settings-reset", [](const ScreenRequest&, QString*) -> PedometerForm* {
+    auto* form = new SettingsReset;
+    form->Initialize();
+    return form;
+});

@@ -1,0 +1,266 @@
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+#include "../body/BodyTestSupport.h"
+#include "AccelerometerSource.h"
+#include "Body.h"
+#include "DAOLap.h"
+#include "DAOSocial.h"
+#include "HistoryConfirmPopup.h"
+#include "MainForm.h"
+#include "Pedometer.h"
+#include "PedometerOptions.h"
+#include "QuorPedometer.h"
+#include "ReportPopup.h"
+#include "ScreenDirectory.h"
+#include "SensitivitySlider.h"
+#include "SettingsHeight.h"
+#include "SettingsProfile.h"
+#include "SettingsReset.h"
+#include "SettingsSocial.h"
+#include "SettingsSocialLogin.h"
+#include "SnsGateway.h"
+#include "StatisticsManager.h"
+#include "TivButton.h"
+#include "TivLabel.h"
+#include "UpdaterThread.h"
+
+namespace {
+
+void Click(QWidget* widget) {
+    ASSERT_NE(widget, nullptr);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+    QCoreApplication::processEvents();
+}
+
+// The row button reporting `id`, and the value it shows.
+TivButton* Row(QWidget& form, int id) {
+    return form.findChild<TivButton*>(QStringLiteral("action%1").arg(id));
+}
+QString RowValue(QWidget& form, int id) {
+    auto* label = form.findChild<TivLabel*>(QStringLiteral("value%1").arg(id));
+    return label != nullptr ? label->GetText() : QStringLiteral("<no row>");
+}
+
+using SettingsTest = BodyScreenTest;
+
+// A height typed in either unit system is stored in cm and shown back as typed; a
+// height out of range is put back to the one shown before.
+TEST_F(SettingsTest, HeightEntryRoundTripsInBothUnitSystems) {
+    const struct {
+        bool imperial;
+        QStringList typed;
+        double storedCm;
+        QString shown;
+    } cases[] = {
+        {false, {"180"}, 180.0, "180 cm"},
+        {false, {"20"}, 172.0, "172 cm"},  // too short: the field goes back to 172
+        {true, {"5", "11"}, 180.34, "5\u2032 11\u2033"},
+        {true, {"6", "0"}, 182.88, "6\u2032 0\u2033"},
+        {true, {"5", "13"}, 172.72, "5\u2032 8\u2033"},  // 13 inches: back to 8
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(qPrintable(c.typed.join('/')));
+        Body::GetInstance().clear();
+        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+        auto* height = new SettingsHeight;
+        height->Initialize();
+        Push(height);
+        ASSERT_EQ(height->GetFields().size(), c.typed.size());
+        for (int i = 0; i < c.typed.size(); ++i) {
+            QLineEdit* field = height->GetFields()[i];
+            field->setFocus();
+            field->selectAll();
+            QTest::keyClicks(field, c.typed[i]);
+            QTest::keyClick(field, Qt::Key_Return);
+        }
+        height->OnActionPerformed(*height, BodyEntryForm::ID_SAVE);
+        QCoreApplication::processEvents();
+        EXPECT_NEAR(Body::GetInstance().storedHeight(), c.storedCm, 1e-9);
+        PedometerDBManager::GetInstance().LoadBody();
+        EXPECT_NEAR(Body::GetInstance().storedHeight(), c.storedCm, 1e-9);
+
+        auto* profile = new SettingsProfile;
+        profile->Initialize();
+        Push(profile);
+        EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_HEIGHT), c.shown);
+        navigation->PopForm(true);
+        QCoreApplication::processEvents();
+    }
+}
+
+// Step lengths show the automatic value until one is entered; the last row puts them
+// back to automatic, in the profile that is stored.
+TEST_F(SettingsTest, StepLengthsFollowTheHeightUntilSetAndGoBackToAutomatic) {
+    Body& body = Body::GetInstance();
+    body.clear();
+    body.setMen(1);
+    body.setJogStepSize(0.9);
+    auto* profile = new SettingsProfile;
+    profile->Initialize();
+    Push(profile);
+    EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_WALK_STEP), "auto 71.4 cm");
+    EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_JOG_STEP), "90.0 cm");
+    Click(Row(*profile, SettingsProfile::ID_SEX));
+    EXPECT_FALSE(body.isMen());
+    Click(Row(*profile, SettingsProfile::ID_AUTO_STEPS));
+    PedometerDBManager::GetInstance().LoadBody();
+    EXPECT_EQ(body.storedJogStepSize(), -1.0);
+    EXPECT_EQ(body.storedMen(), 0);
+    EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_JOG_STEP), "auto 106.6 cm");
+}
+
+// Slider positions stand for the detector's thresholds by the body model's formulas,
+// both ways, and a drag stores the threshold.
+TEST_F(SettingsTest, SliderPositionsMatchTheDetectorsThresholds) {
+    for (int gait = 1; gait <= 3; ++gait) {
+        for (int position : {0, 1, 37, 50, 99, 100}) {
+            EXPECT_EQ(SensitivitySlider::PositionFor(
+                          gait, SensitivitySlider::ThresholdFor(gait, position)),
+                      position)
+                << "gait " << gait;
+        }
+        EXPECT_EQ(SensitivitySlider::PositionFor(gait, -5.0), 0);
+        EXPECT_EQ(SensitivitySlider::PositionFor(gait, 50.0), 100);
+    }
+    // The defaults 0.3, 0.9 and 1.4 sit at 50, 50 and 52.
+    Body::GetInstance().clear();
+    EXPECT_EQ(SensitivitySlider::PositionFor(1, Body::GetInstance().getWalkCoef()), 50);
+    EXPECT_EQ(SensitivitySlider::PositionFor(2, Body::GetInstance().getJogCoef()), 50);
+    EXPECT_EQ(SensitivitySlider::PositionFor(3, Body::GetInstance().getRunCoef()), 52);
+
+    SensitivitySlider run(3, nullptr);
+    run.resize(480, 90);
+    run.Initialize();
+    run.SliderValueChanged(80);
+    PedometerDBManager::GetInstance().LoadBody();
+    EXPECT_DOUBLE_EQ(Body::GetInstance().getRunCoef(), (0.8 * 3.3 + 1.1) * 0.5);
+}
+
+TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
+    const struct {
+        const char* address;
+        bool plausible;
+    } cases[] = {
+        {"anna@example.org", true},   {"a.b+c@mail.example.co.uk", true},
+        {"anna@localhost", false},    {"anna.example.org", false},
+        {"@example.org", false},      {"anna@@example.org", false},
+        {"anna @example.org", false}, {"anna@example..org", false},
+        {"anna@example.org.", false}, {"anna@.example.org", false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c.address)), c.plausible)
+            << c.address;
+    }
+    auto* social = new SettingsSocial;
+    social->Initialize();
+    Push(social);
+    social->GetExportField()->setText(QStringLiteral("export@example.org"));
+    social->GetShareField()->setText(QStringLiteral("not an address"));
+    Click(Row(*social, SettingsSocial::ID_SAVE));
+    EXPECT_TRUE(social->GetPopup()->isVisible());
+    EXPECT_TRUE(PedometerDBManager::GetInstance().GetDAOSocialN()->export_.isEmpty());
+    EXPECT_EQ(social->GetShareField()->text(), QStringLiteral("not an address"));  // kept
+
+    social->GetShareField()->setText(QStringLiteral(" share@example.org "));
+    EXPECT_TRUE(social->SaveAddresses());
+    const auto stored = PedometerDBManager::GetInstance().GetDAOSocialN();
+    EXPECT_EQ(stored->export_, QStringLiteral("export@example.org"));
+    EXPECT_EQ(stored->share, QStringLiteral("share@example.org"));
+}
+
+// Signing out of a network that accepts the stored token forgets the token.
+TEST_F(SettingsTest, SigningOutRemovesTheStoredToken) {
+    QTcpServer provider;  // answers every request with 200: the token is good
+    ASSERT_TRUE(provider.listen(QHostAddress::LocalHost));
+    QObject::connect(&provider, &QTcpServer::newConnection, [&provider] {
+        QTcpSocket* socket = provider.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+            socket->readAll();
+            socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\nConnection: close\r\n\r\n{}");
+            socket->disconnectFromHost();
+        });
+    });
+    SnsGateway& gateway = SnsGateway::GetInstance();
+    gateway.Reset(SnsTokenStore::Backend::Options);
+    gateway.SetEndpoints(QStringLiteral("twitter"),
+                         SnsEndpoints::Twitter().Rebased(QUrl(
+                             QStringLiteral("http://127.0.0.1:%1").arg(provider.serverPort()))));
+    gateway.AddAuthResult(QStringLiteral("twitter"),
+                          {QStringLiteral("key"), QStringLiteral("secret")});
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    ASSERT_FALSE(db.GetPreference(QStringLiteral("sns-secret-twitter")).isEmpty());
+
+    auto* login = new SettingsSocialLogin;
+    login->Initialize();
+    Push(login);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return login->GetState(QStringLiteral("twitter")) == SettingsSocialLogin::State::SignedIn;
+    }));
+    const int row = SettingsSocialLogin::ID_FIRST_PROVIDER +
+                    int(gateway.Providers().indexOf(QStringLiteral("twitter")));
+    Click(Row(*login, row));
+    EXPECT_EQ(login->GetState(QStringLiteral("twitter")), SettingsSocialLogin::State::SignedOut);
+    EXPECT_TRUE(db.GetPreference(QStringLiteral("sns-secret-twitter")).isEmpty());
+    gateway.Reset(SnsTokenStore::Backend::Options);
+}
+
+// With the running application: a reset of a range holding today erases the laps of
+// the range, the recording one included, and records on in a new empty lap that the
+// main screen shows; the detector choice switches the running engine.
+TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) {
+    auto lapOn = [](int daysAgo) {
+        auto lap = std::make_unique<DAOLap>();
+        lap->startDate = QDate(2026, 6, 15).addDays(-daysAgo).startOfDay().addSecs(8 * 3600);
+        lap->endDate = lap->startDate.addSecs(600);
+        lap->techDate = lap->startDate.date().startOfDay();
+        return lap;
+    };
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    laps.push_back(lapOn(2));
+    laps.push_back(lapOn(9));
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    ASSERT_TRUE(db.ImportHistory(laps, {}));
+
+    MainForm::UseSensorSource(nullptr);
+    Pedometer app;
+    app.OnAppInitializing();
+    MainForm& main = *app.GetMainForm();
+    StatisticsManager& statistics = *MainForm::__statManager;
+    statistics.start();
+    for (int i = 0; i < 12; ++i) statistics.addStep(1);
+    QCoreApplication::processEvents();
+
+    auto* reset = new SettingsReset;
+    reset->Initialize();
+    app.GetNavigationController()->PushForm(reset);
+    reset->GetFromField()->setDate(QDate(2026, 6, 12));
+    Click(Row(*reset, SettingsReset::ID_RESET_RANGE));
+    EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 2 days with 2 laps and 0 minute records?");
+    reset->OnActionPerformed(*reset, HistoryConfirmPopup::ID_CONFIRM);
+    QCoreApplication::processEvents();
+
+    const auto left =
+        db.GetLapsForPeriod(QDate(2026, 6, 1).startOfDay(), QDate(2026, 6, 15).startOfDay());
+    ASSERT_EQ(left.size(), 2u);  // the lap of nine days ago and the new one
+    EXPECT_EQ(left[0]->startDate.date(), QDate(2026, 6, 6));
+    EXPECT_EQ(left[1]->id, statistics.GetCurrentLap()->id);
+    EXPECT_EQ(statistics.GetLapSteps(), 0);
+    EXPECT_EQ(main.GetTopValueText(0), QStringLiteral("0"));
+    EXPECT_TRUE(statistics.GetStarted());
+
+    const int before = int(StatisticsManager::__engine->SelectedDetector());
+    ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());
+    auto* sensitivity = app.GetNavigationController()->GetTopForm();
+    Click(Row(*sensitivity, 200));
+    EXPECT_NE(int(StatisticsManager::__engine->SelectedDetector()), before);
+    EXPECT_EQ(db.GetPreference(QStringLiteral("detector")),
+              before == int(DetectorKind::Classic) ? "adaptive" : "classic");
+    statistics.stop();
+    app.OnAppTerminating();
+}
+
+}  // namespace
