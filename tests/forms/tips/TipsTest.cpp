@@ -23,6 +23,7 @@ TEST_F(TipsTest, ArticleAreaIsOneSlackForShortOrMissingText) {
     EXPECT_EQ(area.size(), QSize(460, 130));
 
     const QString res = AppPaths::Res();
+    AppResource::GetInstance().Language();  // the texts load from the real folder first
     QTemporaryDir empty;
     AppPaths::SetRes(empty.path());
     WheightTips& tips = Push<WheightTips>();
