@@ -54,6 +54,14 @@ check_one_writer() {
     fail "a second pedometer ran on a data folder in use"
   fi
   grep -q "is using the data folder" "$out" || { cat "$out"; fail "the second one did not say why"; }
+  # Import and restore write too: they refuse the folder in use before reading their file.
+  local command
+  for command in import restore; do
+    if "$prefix/bin/pedometer-cli" "$command" "$work/any-file" --data-dir "$data" >"$out" 2>&1; then
+      fail "pedometer-cli $command wrote to a data folder in use"
+    fi
+    grep -q "is using the data folder" "$out" || { cat "$out"; fail "$command did not say why"; }
+  done
   wait "$first" || { cat "$work/first.txt"; fail "the first pedometer did not go on"; }
 }
 

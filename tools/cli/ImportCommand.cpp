@@ -47,14 +47,17 @@ int runImport(const QStringList& args) {
         return 2;
     }
     CliStorage::ApplyDataDir(parser);
+    // Importing writes: a running app on the same folder must not be writing too.
+    const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("import");
+    if (!lock) return 1;
     const QString path = parser.positionalArguments().first();
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         std::fprintf(stderr, "pedometer-cli import: cannot read %s: %s\n", qPrintable(path),
-                     QFileInfo(path).isDir() ? "it is a folder"
-                     : QFileInfo::exists(path) && !QFileInfo(path).isFile()
-                         ? "not a regular file"
-                         : qPrintable(file.errorString()));
+                     !QFileInfo::exists(path)  ? "no such file"
+                     : QFileInfo(path).isDir() ? "it is a folder"
+                     : !QFileInfo(path).isFile() ? "not a regular file"
+                                                 : qPrintable(file.errorString()));
         return 1;
     }
 

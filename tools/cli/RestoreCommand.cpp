@@ -46,11 +46,10 @@ int runRestore(const QStringList& args) {
         return 2;
     }
     CliStorage::ApplyDataDir(parser);
+    // The databases are moved aside: never under a running app that has them open.
+    const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("restore");
+    if (!lock) return 1;
     const QString home = AppPaths::Home();
-    if (home.isEmpty()) {
-        std::fprintf(stderr, "pedometer-cli restore: %s\n", qPrintable(AppPaths::HomeError()));
-        return 1;
-    }
     const QString file = parser.positionalArguments().first();
     QString error;
     QString aside;
