@@ -209,6 +209,8 @@ TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSounds
     EXPECT_EQ(IntervalIn(kRate), 500);
     metronome.Shutdown();
     EXPECT_EQ(metronome.GetInterval(), 0);
+    // A beat the thread handed over before it stopped is delivered now, not to the fake.
+    QCoreApplication::sendPostedEvents();
 
     FakePlayerLog log;
     log.endsAtOnce = true;  // so that a second beat would sound too

@@ -12,6 +12,7 @@ const std::vector<SettingsForm::Entry>& SettingsForm::Entries() {
         {"more__ Sounds", "settings-sounds"},
         {"more__ Body targets", "settings-goals"},
         {"more__ Social accounts", "settings-accounts"},
+        {"settings__ Export and backup", "settings-data"},
         {"more__ Reset", "settings-reset"},
     };
     return kEntries;

@@ -8,6 +8,7 @@
 #include "AccelerometerSource.h"
 #include "Body.h"
 #include "DAOLap.h"
+#include "DAOLapMinutes.h"
 #include "DAOSocial.h"
 #include "HistoryConfirmPopup.h"
 #include "MainForm.h"
@@ -17,6 +18,7 @@
 #include "ReportPopup.h"
 #include "ScreenDirectory.h"
 #include "SensitivitySlider.h"
+#include "SettingsData.h"
 #include "SettingsHeight.h"
 #include "SettingsProfile.h"
 #include "SettingsReset.h"
@@ -170,6 +172,53 @@ TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
     const auto stored = PedometerDBManager::GetInstance().GetDAOSocialN();
     EXPECT_EQ(stored->export_, QStringLiteral("export@example.org"));
     EXPECT_EQ(stored->share, QStringLiteral("share@example.org"));
+}
+
+// Each export row writes today's file with what is recorded, the backup row a backup
+// file, and the message names the file; a folder that cannot be made is reported.
+TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    laps.push_back(std::make_unique<DAOLap>());
+    laps[0]->startDate = QDateTime(QDate(2026, 6, 14), QTime(8, 0));
+    laps[0]->techDate = QDate(2026, 6, 14).startOfDay();
+    laps[0]->endDate = laps[0]->startDate.addSecs(60);
+    laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
+    laps[0]->minutes[0]->lapMinute = 1;
+    laps[0]->minutes[0]->steps = 4321;
+    laps[0]->minutes[0]->secondsCompleted = 60;
+    ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
+    PedometerDBManager::GetInstance().SaveOptions();  // a backup holds both databases
+
+    auto* data = new SettingsData;
+    data->Initialize();
+    Push(data);
+    QTemporaryDir dir;
+    data->SetFolder(dir.filePath(QStringLiteral("exports")));
+    const struct {
+        int id;
+        const char* file;
+        const char* contains;
+    } cases[] = {
+        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,4321"},
+        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "4321"},
+        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",4321"},
+        {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15.backup", "PEDOMETER-BACKUP 1"},
+    };
+    for (const auto& c : cases) {
+        Click(Row(*data, c.id));
+        const QString path = dir.filePath(QStringLiteral("exports/") + c.file);
+        EXPECT_TRUE(data->GetPopup()->isVisible()) << c.file;
+        EXPECT_EQ(data->GetPopup()->GetText().toStdString(), "Written to " + path.toStdString());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << c.file;
+        const QByteArray written = file.readAll();
+        EXPECT_TRUE(written.contains(c.contains)) << written.left(300).toStdString();
+        data->OnActionPerformed(*data, SettingsData::ID_POPUP_OK);
+        EXPECT_FALSE(data->GetPopup()->isVisible());
+    }
+    data->SetFolder(dir.filePath(QStringLiteral("exports/pedometer-days-2026-06-15.csv/sub")));
+    EXPECT_TRUE(data->ExportActivity(ActivityCsv::Kind::Days).startsWith("Could not write"));
+    EXPECT_TRUE(data->WriteBackup().startsWith("Could not write"));
 }
 
 // Signing out of a network that accepts the stored token forgets the token.
