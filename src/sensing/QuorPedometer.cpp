@@ -160,8 +160,6 @@ void QuorPedometer::OnDataReceived(float x, float y, float z) {
         for (int i = 0; i < adaptiveSteps; ++i) reportStep(gaits[i]);
     }
 
-    frameCounter = frameCounter <= 29 ? frameCounter + 1 : 0;
-
     // The sums are worked on in locals: the buffer writes below could otherwise alias
     // them and force a reload on every step of the sample.
     float walkSum = walk.sum;

@@ -153,7 +153,6 @@ private:
     int32_t runStrays = 0;
 
     std::unique_ptr<AccelerometerSource> sensorManager;
-    int32_t frameCounter = 0;  // cycles 0..30, one step per sample; nothing reads it
 
     float walkBuffer[kBufferSize] = {};
     float jogBuffer[kBufferSize] = {};
