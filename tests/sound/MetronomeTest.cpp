@@ -209,8 +209,9 @@ TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSounds
     EXPECT_EQ(IntervalIn(kRate), 500);
     metronome.Shutdown();
     EXPECT_EQ(metronome.GetInterval(), 0);
-    // A beat the thread handed over before it stopped is delivered now, not to the fake.
-    QCoreApplication::sendPostedEvents();
+    // A beat the thread handed over before it stopped (through the sound manager's
+    // eventfd) is delivered now, not to the fake.
+    QCoreApplication::processEvents();
 
     FakePlayerLog log;
     log.endsAtOnce = true;  // so that a second beat would sound too
