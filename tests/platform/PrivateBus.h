@@ -30,6 +30,7 @@ public:
         daemon_.waitForFinished(5000);
     }
     bool IsRunning() const { return !address_.isEmpty(); }
+    QString Address() const { return address_; }
     QDBusConnection Connect(const QString& name) {  // each name is a client of its own
         names_.append(name);
         return QDBusConnection::connectToBus(address_, name);

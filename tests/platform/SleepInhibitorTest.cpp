@@ -9,7 +9,11 @@
 #include <mutex>
 #include <vector>
 
+#include "AccelerometerSource.h"
+#include "FreshProfile.h"
 #include "PrivateBus.h"
+#include "ScreenOffCounting.h"
+#include "StatisticsManager.h"
 
 namespace {
 
@@ -86,6 +90,34 @@ TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks
     EXPECT_EQ(resumed, 1);
     inhibitor.Release();
     EXPECT_TRUE(held(0, 0));
+}
+
+// A manager told to guard sleep takes the locks from the system bus when counting starts,
+// the block only when counting goes on with the screen off, and lets go when it stops.
+TEST(SleepInhibitorTest, CountingHoldsTheLocksOnlyWhileItCounts) {
+    PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    FakeLogind logind;
+    QDBusConnection service = bus.Connect(QStringLiteral("logind"));
+    service.registerService(QStringLiteral("org.freedesktop.login1"));
+    service.registerVirtualObject(kPath, &logind);
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", bus.Address().toUtf8());  // read at its first use
+    FreshProfile profile;
+    StatisticsManager::GuardSleepWhileCounting(true);
+    for (const bool screenOff : {true, false}) {
+        ScreenOffCounting::SetOverride(screenOff);
+        StatisticsManager manager;
+        manager.UseSensorSource(nullptr);
+        manager.Initialize();
+        manager.start();
+        EXPECT_TRUE(SpinUntil([&] {
+            return logind.Held("delay") == 1 && logind.Held("block") == int(screenOff);
+        })) << screenOff;
+        manager.stop();
+        EXPECT_TRUE(SpinUntil([&] { return logind.Held("delay") + logind.Held("block") == 0; }));
+    }
+    StatisticsManager::GuardSleepWhileCounting(false);
+    ScreenOffCounting::SetOverride(std::nullopt);
 }
 
 }  // namespace

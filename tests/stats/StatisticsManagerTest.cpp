@@ -155,19 +155,25 @@ TEST_F(StatisticsManagerTest, EachIntervalReachesThePacer) {
 TEST_F(StatisticsManagerTest, WritesTheIntervalInProgressBeforeSleep) {
     StatisticsManager& m = makeManager();
     m.start();
+    EXPECT_TRUE(StatisticsManager::__engine->IsUpdating());
     m.WriteBeforeSleep();  // nothing counted yet
     EXPECT_TRUE(storedSeconds().empty());
+    m.addStep(1);
+    m.WriteBeforeSleep();  // a step before the first tick is stored too
+    ASSERT_EQ(storedSeconds().size(), 1u);
     m.addStep(1);
     m.addStep(1);
     advanceSeconds(2);
     m.WriteBeforeSleep();
-    ASSERT_EQ(storedSeconds().size(), 1u);
-    EXPECT_EQ(storedSeconds()[0].steps, 2);
-    advanceSeconds(4);
-    EXPECT_EQ(storedSeconds().size(), 1u);  // the next interval needs five ticks of its own
-    advanceSeconds(1);
     ASSERT_EQ(storedSeconds().size(), 2u);
-    EXPECT_EQ(storedSeconds()[1].steps, 0);
+    EXPECT_EQ(storedSeconds()[1].steps, 2);
+    advanceSeconds(4);
+    EXPECT_EQ(storedSeconds().size(), 2u);  // the next interval needs five ticks of its own
+    advanceSeconds(1);
+    ASSERT_EQ(storedSeconds().size(), 3u);
+    EXPECT_EQ(storedSeconds()[2].steps, 0);
+    m.stop();  // the detector stops counting too
+    EXPECT_FALSE(StatisticsManager::__engine->IsUpdating());
 }
 
 TEST_F(StatisticsManagerTest, UnknownGaitCountsAStepWithoutDistance) {
