@@ -163,13 +163,15 @@ TEST_F(StatisticsManagerTest, WritesTheIntervalInProgressBeforeSleep) {
     ASSERT_EQ(storedSeconds().size(), 1u);
     m.addStep(1);
     m.addStep(1);
-    advanceSeconds(2);
+    VirtualTime::AdvanceBy(2500);  // half-way through a tick
     m.WriteBeforeSleep();
     ASSERT_EQ(storedSeconds().size(), 2u);
     EXPECT_EQ(storedSeconds()[1].steps, 2);
-    advanceSeconds(4);
-    EXPECT_EQ(storedSeconds().size(), 2u);  // the next interval needs five ticks of its own
-    advanceSeconds(1);
+    VirtualTime::AdvanceBy(4500);
+    manager->GetUpdaterThread()->WaitUntilIdle();
+    EXPECT_EQ(storedSeconds().size(), 2u);  // the next interval needs five whole ticks
+    VirtualTime::AdvanceBy(500);
+    manager->GetUpdaterThread()->WaitUntilIdle();
     ASSERT_EQ(storedSeconds().size(), 3u);
     EXPECT_EQ(storedSeconds()[2].steps, 0);
     m.stop();  // the detector stops counting too
@@ -286,6 +288,8 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     ASSERT_EQ(laps.size(), 2u);
     EXPECT_TRUE(laps[0]->endDate.has_value());
     EXPECT_FALSE(laps[1]->endDate.has_value());
+    PedometerDBManager::GetInstance().GetSecondsForLap(*laps[0]);
+    EXPECT_TRUE(laps[0]->seconds.empty()) << "five-second records are kept for the recording lap";
 }
 
 // A running alarm completes on the slot that reaches its goal, into its own completed
