@@ -239,7 +239,7 @@ TEST_F(StatisticsManagerTest, CalorieNoiseStaysWithinItsBand) {
     }
 }
 
-TEST_F(StatisticsManagerTest, RestartResumesTodaysLapWithItsSteps) {
+TEST_F(StatisticsManagerTest, RestartResumesTodaysLapAndANewDayStartsAfresh) {
     int lapId = -1;
     {
         StatisticsManager& m = makeManager();
@@ -256,6 +256,16 @@ TEST_F(StatisticsManagerTest, RestartResumesTodaysLapWithItsSteps) {
     EXPECT_EQ(again.GetLapSteps(), 7);
     ASSERT_FALSE(form.stepCounts.empty());
     EXPECT_EQ(form.stepCounts.back(), 7);
+
+    manager.reset();
+    VirtualTime::AdvanceBy(24 * 3600 * 1000LL);
+    StatisticsManager& nextDay = makeManager();  // a new lap, and yesterday's records go
+    EXPECT_NE(nextDay.GetCurrentLap()->id, lapId);
+    EXPECT_EQ(nextDay.GetLapSteps(), 0);
+    DAOLap yesterday;
+    yesterday.id = lapId;
+    PedometerDBManager::GetInstance().GetSecondsForLap(yesterday);
+    EXPECT_TRUE(yesterday.seconds.empty());
 }
 
 TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
