@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QProgressBar>
+#include <QTimer>
 #include <cmath>
 
 #include "AppResource.h"
@@ -29,6 +30,7 @@ constexpr int kBarHeight = 28;
 constexpr int kLabelTop = 276;
 constexpr int kLabelHeight = 110;
 constexpr int kContentHeight = 400;
+constexpr int kRefreshMs = 1000;  // the counters move every second
 
 int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
@@ -56,7 +58,11 @@ int KindTab(int type) {
 }
 }  // namespace
 
-SygnalForm::SygnalForm(QWidget* parent) : PedometerForm(parent) {}
+SygnalForm::SygnalForm(QWidget* parent) : PedometerForm(parent) {
+    refreshTimer_ = new QTimer(this);
+    refreshTimer_->setInterval(kRefreshMs);
+    connect(refreshTimer_, &QTimer::timeout, this, &SygnalForm::OnRefreshTick);
+}
 
 bool SygnalForm::Initialize() {
     setObjectName(QStringLiteral("IDF_PACER_FORM"));
@@ -76,6 +82,17 @@ void SygnalForm::OnInitializing() {
     content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
     content_->show();
     ReloadControls();
+    refreshTimer_->start();
+}
+
+void SygnalForm::OnRefreshTick() {
+    if (content_ == nullptr || !isVisible()) return;
+    const int type = PedometerOptions::GetInstance().sygnalType;
+    if (type != shownType_) {
+        ReloadControls();
+    } else if (Sygnal::IsRunning(type)) {
+        ShowRunningProgress(type);
+    }
 }
 
 QLineEdit* SygnalForm::AddField(int maxLength, const QString& text, int x, int width) {
@@ -163,6 +180,7 @@ void SygnalForm::ReloadControls() {
 
     PedometerOptions& options = PedometerOptions::GetInstance();
     const int type = options.sygnalType;
+    shownType_ = type;
     const bool miles = options.measurementSystem;
     const int center = content_->width() / 2;
     if (Sygnal::IsCalories(type) || Sygnal::IsActivity(type)) {
@@ -211,41 +229,53 @@ void SygnalForm::ReloadControls() {
     if (Sygnal::IsCompleted(type)) {
         AddProgress(100, Text("alarm__ Completed!"), QColor(0xE5, 0x39, 0x35));
     } else if (Sygnal::IsRunning(type)) {
-        const DAOSygnal today = PedometerDBManager::GetInstance().GetTodaySygnal();
-        double percent = 0.0;
-        QString current;
-        QString target;
-        QString unit;
-        if (Sygnal::IsCalories(type)) {
-            percent = today.calories / options.sygnalCalories * 100.0;
-            current = QString::number(int(today.calories));
-            target = QString::number(options.sygnalCalories);
-            unit = Text("today_goal__ Cal");
-        } else if (Sygnal::IsDistance(type)) {
-            percent = today.distance / options.sygnalDistance * 100.0;
-            const double done =
-                miles ? Converter::ConvertKilometersToMiles(today.distance) : today.distance;
-            const double goal = miles ? Converter::ConvertKilometersToMiles(options.sygnalDistance)
-                                      : options.sygnalDistance.load();
-            current = Converter::GetLocalStringN(done, 1);
-            target = Converter::GetLocalStringN(goal, 1);
-            unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
-        } else {
-            percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
-            current = QString::number(today.activityTime / 60);
-            target = QString::number(options.sygnalActivity);
-            unit = Text("today_goal__ min");
-        }
-        // A zero target gives infinity or NaN; both count as reached.
-        if (!(percent < 100.0)) {
-            options.sygnalType = 7;
-            ReloadControls();
-            return;
-        }
-        AddProgress(int(percent),
-                    Text("alarm__ Current progress: ") + current + Text("alarm__  of") + target +
-                        QLatin1Char(' ') + unit,
-                    QColor(0x34, 0xC7, 0x7B));
+        ShowRunningProgress(type);
+        return;
+    }
+    content_->update();
+}
+
+void SygnalForm::ShowRunningProgress(int type) {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const bool miles = options.measurementSystem;
+    const DAOSygnal today = PedometerDBManager::GetInstance().GetTodaySygnal();
+    double percent = 0.0;
+    QString current;
+    QString target;
+    QString unit;
+    if (Sygnal::IsCalories(type)) {
+        percent = today.calories / options.sygnalCalories * 100.0;
+        current = QString::number(int(today.calories));
+        target = QString::number(options.sygnalCalories);
+        unit = Text("today_goal__ Cal");
+    } else if (Sygnal::IsDistance(type)) {
+        percent = today.distance / options.sygnalDistance * 100.0;
+        const double done =
+            miles ? Converter::ConvertKilometersToMiles(today.distance) : today.distance;
+        const double goal = miles ? Converter::ConvertKilometersToMiles(options.sygnalDistance)
+                                  : options.sygnalDistance.load();
+        current = Converter::GetLocalStringN(done, 1);
+        target = Converter::GetLocalStringN(goal, 1);
+        unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
+    } else {
+        percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
+        current = QString::number(today.activityTime / 60);
+        target = QString::number(options.sygnalActivity);
+        unit = Text("today_goal__ min");
+    }
+    // A zero target gives infinity or NaN; both count as reached.
+    if (!(percent < 100.0)) {
+        options.sygnalType = 7;
+        ReloadControls();
+        return;
+    }
+    const QString text = Text("alarm__ Current progress: ") + current + Text("alarm__  of") +
+                         target + QLatin1Char(' ') + unit;
+    if (progressBar_ == nullptr || progressLabel_ == nullptr) {
+        AddProgress(int(percent), text, QColor(0x34, 0xC7, 0x7B));
+    } else {
+        progressBar_->setValue(std::clamp(int(percent), 0, 100));
+        progressLabel_->SetText(text);
     }
     content_->update();
 }

@@ -6,6 +6,8 @@
 
 #include <QLineEdit>
 #include <QProgressBar>
+
+class QTimer;
 class TivButton;
 class TivLabel;
 
@@ -18,7 +20,9 @@ class TivLabel;
 // Sygnal). A tab keeps the phase and saves; a target edit applies its floor (10 kcal,
 // 5 min, 0.1 km or 0.1 mile) and saves; Start, Pause and Reset change the settings in
 // memory only, so they are stored with the next save. A running alarm found at 100 %
-// or more becomes 7 (distance completed), whatever its kind. Opened by the main
+// or more becomes 7 (distance completed), whatever its kind. While the screen is shown,
+// the progress follows the counting every second, and the controls are rebuilt when
+// the alarm's state changed elsewhere (it completed while counting). Opened by the main
 // screen's bell button ("alarm").
 class SygnalForm : public PedometerForm {
     Q_OBJECT
@@ -41,6 +45,9 @@ public:
     // A field's editing finished: apply the kind's floor, store the target and save.
     void OnTextValueChanged(const QWidget& control);
     void OnTextValueChangeCanceled(const QWidget& control);
+    // The refresh timer's tick: follows today's progress, or rebuilds the controls when
+    // the stored state is no longer the one shown. Does nothing while hidden.
+    void OnRefreshTick();
 
     // The calorie or activity field; null for distance.
     QLineEdit* GetValueField() const { return valueField_; }
@@ -57,6 +64,9 @@ private:
     void AddUnit(const QString& text, int x, int width);
     TivButton* AddButton(const QString& picture, const QString& caption, int actionId, int x);
     void AddProgress(int percent, const QString& text, const QColor& color);
+    // Shows or updates the progress of a running alarm; one found at its target
+    // completes and the controls are rebuilt.
+    void ShowRunningProgress(int type);
     void CommitEditing();
 
     QWidget* content_ = nullptr;
@@ -67,4 +77,6 @@ private:
     QPointer<TivButton> reset_;
     QPointer<QProgressBar> progressBar_;
     QPointer<TivLabel> progressLabel_;
+    QTimer* refreshTimer_ = nullptr;
+    int shownType_ = -1;  // the alarm state the controls were built for
 };

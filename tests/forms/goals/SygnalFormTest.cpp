@@ -97,6 +97,33 @@ TEST_F(SygnalFormTest, ProgressShowsWhileRunningAndGoesOnPause) {
     EXPECT_EQ(form.GetStartPauseButton()->GetActionId(), SygnalForm::ID_START);
 }
 
+// While shown, the screen follows the counting, and is rebuilt when the alarm completes
+// elsewhere; while hidden, it reads nothing.
+TEST_F(SygnalFormTest, ProgressFollowsTheCountingWhileShown) {
+    Options().sygnalActivity = 10;
+    AddProgress(0.0, 120, 0.0);
+    SygnalForm& form = Open(6);
+    ASSERT_NE(form.GetProgressBar(), nullptr);
+    EXPECT_EQ(form.GetProgressBar()->value(), 20);
+    AddProgress(0.0, 180, 0.0);
+    form.OnRefreshTick();
+    EXPECT_EQ(form.GetProgressBar()->value(), 50);
+    EXPECT_EQ(form.GetProgressLabel()->GetText(), "Progress so far: 5 of 10 min");
+
+    form.hide();
+    AddProgress(0.0, 60, 0.0);
+    form.OnRefreshTick();
+    EXPECT_EQ(form.GetProgressBar()->value(), 50);
+    form.show();
+    form.OnRefreshTick();
+    EXPECT_EQ(form.GetProgressBar()->value(), 60);
+
+    Options().sygnalType = 9;  // the updater saw the target reached
+    form.OnRefreshTick();
+    EXPECT_EQ(form.GetStartPauseButton()->GetActionId(), SygnalForm::ID_START);
+    EXPECT_EQ(form.GetProgressLabel()->GetText(), "Goal reached!");
+}
+
 TEST_F(SygnalFormTest, ARunningAlarmAtItsTargetBecomesDistanceCompleted) {
     Options().sygnalCalories = 10;
     AddProgress(12.0, 0, 0.0);
