@@ -163,6 +163,7 @@ void PacerForm::ReloadControls() {
     wholeField_ = nullptr;
     tenthsField_ = nullptr;
     rateField_ = nullptr;
+    offHint_ = nullptr;
 
     const PedometerOptions& options = PedometerOptions::GetInstance();
     const int mode = options.pacerType;
@@ -191,6 +192,16 @@ void PacerForm::ReloadControls() {
         const int x = center - (field + gap + unit) / 2;
         rateField_ = AddField(3, QString::number(options.pacerFrequency), x, field);
         AddUnit(UnitText(mode, miles), x + field + gap, unit);
+    } else {
+        // Off: the row of fields says how to get a beat instead of staying empty.
+        offHint_ = new TivLabel(content_);
+        const int margin = Scaled(30);
+        offHint_->setGeometry(margin, 0, content_->width() - 2 * margin, Scaled(kFieldHeight));
+        offHint_->SetText(Text("pacer__ Off hint"));
+        offHint_->SetFontSize(Scaled(28));
+        offHint_->SetTextColor(QColor(0xC8, 0xD2, 0xE6));  // as the daily goal's hint
+        offHint_->SetNeedOutline(false);
+        offHint_->show();
     }
 
     double tolerance = 0.0, low = 0.0, span = 1.0;

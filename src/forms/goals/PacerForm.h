@@ -12,7 +12,7 @@ class TivLabel;
 class TivSlider;
 
 // The pacer screen: tabs choose the mode (off, speed, pace, step rate), fields set its
-// target (whole part and tenths, or steps per minute), two check rows switch "silent
+// target (whole part and tenths, or steps per minute; off shows a hint instead), two check rows switch "silent
 // when standing" and "only when off target", and a slider sets how far off counts.
 //
 // Reads and writes the pacer fields of PedometerOptions; every change is saved at once
@@ -46,6 +46,8 @@ public:
     QLineEdit* GetTenthsField() const { return tenthsField_; }
     // The step-rate field; null in other modes.
     QLineEdit* GetRateField() const { return rateField_; }
+    // The line that tells how to get a beat; null unless the pacer is off.
+    TivLabel* GetOffHint() const { return offHint_; }
     TivButton* GetCheckRow(int actionId) const;
     TivSlider* GetSlider() const { return slider_; }
     TivLabel* GetSliderLabel() const { return sliderLabel_; }
@@ -66,4 +68,5 @@ private:
     TivButton* diffRow_ = nullptr;
     TivSlider* slider_ = nullptr;
     TivLabel* sliderLabel_ = nullptr;
+    QPointer<TivLabel> offHint_;
 };

@@ -96,14 +96,18 @@ TEST_F(PacerFormTest, OffSilencesARunningPacerAtOnce) {
     Options().pacerFrequency = 120;
     Options().pacerDiff = false;
     Options().pacerOffOnStanding = false;
-    Open(3);
+    PacerForm& form = Open(3);
     Metronome::GetInstance().Start();
     ASSERT_GT(Metronome::GetInstance().GetInterval(), 0);
+    EXPECT_EQ(form.GetOffHint(), nullptr);
     TapTab(0);
     EXPECT_EQ(Stored()->pacerType.load(), 0);
     EXPECT_EQ(Metronome::GetInstance().GetInterval(), 0);
+    ASSERT_NE(form.GetOffHint(), nullptr);  // off says how to get a beat
+    EXPECT_EQ(form.GetOffHint()->GetText(), "Choose speed, pace or step rate for a beat");
     TapTab(3);
     EXPECT_EQ(Metronome::GetInstance().GetInterval(), 500);
+    EXPECT_EQ(form.GetOffHint(), nullptr);
 }
 
 }  // namespace
