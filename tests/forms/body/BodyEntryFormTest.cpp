@@ -133,8 +133,12 @@ TEST_F(BodyEntryFormTest, NamedScreensOpenTheirModeOnTheValueInUse) {
         auto* form = qobject_cast<BodyEntryForm*>(
             ScreenDirectory::Open(QString::fromLatin1(c.name), *navigation));
         ASSERT_NE(form, nullptr);
-        if (auto* sizes = qobject_cast<BodyParametersForm*>(form)) EXPECT_EQ(sizes->GetMode(), c.mode);
-        if (auto* weight = qobject_cast<WheightEnterForm*>(form)) EXPECT_EQ(weight->GetMode(), c.mode);
+        if (auto* sizes = qobject_cast<BodyParametersForm*>(form)) {
+            EXPECT_EQ(sizes->GetMode(), c.mode);
+        }
+        if (auto* weight = qobject_cast<WheightEnterForm*>(form)) {
+            EXPECT_EQ(weight->GetMode(), c.mode);
+        }
         QStringList shown;
         for (const auto& field : form->GetFields()) shown << field->text();
         EXPECT_EQ(shown, c.shown);

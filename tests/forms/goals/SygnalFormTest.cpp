@@ -70,8 +70,9 @@ TEST_F(SygnalFormTest, StartPauseAndResetFollowTheStateTable) {
         Options().sygnalActivity = 900;
         SygnalForm& form = Open(c.from);
         const int stored = Stored()->sygnalType;
-        if (c.action != SygnalForm::ID_RESET)
+        if (c.action != SygnalForm::ID_RESET) {
             ASSERT_EQ(form.GetStartPauseButton()->GetActionId(), c.action) << c.from;
+        }
         Click(c.action == SygnalForm::ID_RESET ? form.GetResetButton()
                                                : form.GetStartPauseButton());
         EXPECT_EQ(Options().sygnalType.load(), c.to) << c.from << " action " << c.action;

@@ -186,8 +186,9 @@ TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
             MainForm& form = start();
             EXPECT_EQ(app->GetFrame()->size(), width == 480 ? QSize(480, 800) : QSize(320, 480));
             for (QWidget* child : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-                if (child->isVisible())
+                if (child->isVisible()) {
                     EXPECT_TRUE(form.rect().contains(child->geometry())) << width;
+                }
             }
             for (const bool miles : {false, true}) {
                 for (const bool pace : {false, true}) {
