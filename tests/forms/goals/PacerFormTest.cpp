@@ -47,6 +47,38 @@ TEST_F(PacerFormTest, SliderEndsGiveEachModesToleranceRange) {
     }
 }
 
+// Opening a mode shows its own stored target with its unit, under the check rows.
+TEST_F(PacerFormTest, EachModeShowsItsStoredTargetAndUnit) {
+    struct Case {
+        int mode;
+        const char* whole;  // or the whole rate
+        const char* tenths;
+        const char* unit;
+    };
+    const Case cases[] = {{1, "6", "5", "km/h"}, {2, "9", "2", "min/km"}, {3, "118", "", "steps/min"}};
+    for (const Case& c : cases) {
+        Options().pacerSpeed = 6.5;
+        Options().pacerPace = 9.2;
+        Options().pacerFrequency = 118;
+        PacerForm& form = Open(c.mode);
+        if (c.mode == 3) {
+            ASSERT_NE(form.GetRateField(), nullptr);
+            EXPECT_EQ(form.GetRateField()->text(), c.whole);
+        } else {
+            ASSERT_NE(form.GetWholeField(), nullptr);
+            EXPECT_EQ(form.GetWholeField()->text(), c.whole) << c.mode;
+            EXPECT_EQ(form.GetTenthsField()->text(), c.tenths) << c.mode;
+        }
+        QStringList texts;
+        for (const TivLabel* label : form.findChildren<TivLabel*>()) {
+            if (label->isVisible()) texts << label->GetText().trimmed();
+        }
+        EXPECT_TRUE(texts.contains(c.unit)) << c.mode << texts.join('|').toStdString();
+        EXPECT_TRUE(form.GetCheckRow(PacerForm::ID_DIFF)->isVisible());
+        EXPECT_TRUE(form.GetCheckRow(PacerForm::ID_OFF_ON_STANDING)->isVisible());
+    }
+}
+
 TEST_F(PacerFormTest, TargetsAreStoredAndLettersCountAsZero) {
     PacerForm& form = Open(1);
     Enter(form.GetWholeField(), "6");

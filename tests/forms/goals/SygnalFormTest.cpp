@@ -136,11 +136,37 @@ TEST_F(SygnalFormTest, ARunningAlarmAtItsTargetBecomesDistanceCompleted) {
     EXPECT_EQ(form.GetProgressLabel()->GetText(), "Goal reached!");
 }
 
+// Opening shows the tab of the alarm's kind and the button its phase allows.
+TEST_F(SygnalFormTest, OpeningSelectsTheKindsTabAndCaptionsTheButtons) {
+    struct Case {
+        int type;
+        int tab;
+        const char* startPause;
+    };
+    const Case cases[] = {{0, 0, "Start"}, {2, 1, "Start"}, {3, 2, "Start"}, {4, 0, "Pause"},
+                          {5, 1, "Pause"}, {6, 2, "Pause"}, {7, 1, "Start"}, {9, 2, "Start"}};
+    for (const Case& c : cases) {
+        Options().sygnalCalories = 1000;
+        Options().sygnalDistance = 100.0;
+        Options().sygnalActivity = 900;
+        SygnalForm& form = Open(c.type);
+        EXPECT_EQ(form.GetSelectedTabIndex(), c.tab) << c.type;
+        const auto caption = [](const TivButton* button) {
+            const auto* label = button->findChild<TivLabel*>();
+            return label != nullptr ? label->GetText() : QString();
+        };
+        EXPECT_EQ(caption(form.GetStartPauseButton()), c.startPause) << c.type;
+        EXPECT_EQ(caption(form.GetResetButton()), "Reset") << c.type;
+    }
+}
+
 TEST_F(SygnalFormTest, TargetsHaveFloorsAndAreSaved) {
     SygnalForm& form = Open(0);
     Enter(form.GetValueField(), "0");
     EXPECT_EQ(form.GetValueField()->text(), "10");
     EXPECT_EQ(Stored()->sygnalCalories.load(), 10);
+    Enter(form.GetValueField(), "9");
+    EXPECT_EQ(form.GetValueField()->text(), "10");
     Enter(form.GetValueField(), "450");
     EXPECT_EQ(Stored()->sygnalCalories.load(), 450);
 
