@@ -18,8 +18,8 @@ spawning+=':EmailSenderTest.*:SleepInhibitorTest.*'
 status=0
 for suite in "${suites[@]}"; do
   echo "== test_$suite under the thread sanitizer"
-  build/tsan/bin/"test_$suite" --gtest_brief=1 --gtest_filter="-$spawning" || status=1
   program=build/tsan/bin/"test_$suite"
+  "$program" --gtest_brief=1 --gtest_filter="-$spawning" || status=1
   for test in $("$program" --gtest_list_tests --gtest_filter="$spawning" |
                 awk '/^[^ ]/ { suite = $1 } /^  / { print suite $1 }'); do
     "$program" --gtest_brief=1 --gtest_filter="$test" || status=1

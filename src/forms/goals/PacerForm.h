@@ -12,8 +12,9 @@ class TivLabel;
 class TivSlider;
 
 // The pacer screen: tabs choose the mode (off, speed, pace, step rate), fields set its
-// target (whole part and tenths, or steps per minute; off shows a hint instead), two check rows switch "silent
-// when standing" and "only when off target", and a slider sets how far off counts.
+// target (whole part and tenths, or steps per minute; off shows a hint instead), two
+// check rows switch "silent when standing" and "only when off target", and a slider
+// sets how far off counts.
 //
 // Reads and writes the pacer fields of PedometerOptions; every change is saved at once
 // and followed by Metronome::Update(), so a running pacer follows the screen. In miles

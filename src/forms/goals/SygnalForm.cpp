@@ -230,7 +230,6 @@ void SygnalForm::ReloadControls() {
         AddProgress(100, Text("alarm__ Completed!"), QColor(0xE5, 0x39, 0x35));
     } else if (Sygnal::IsRunning(type)) {
         ShowRunningProgress(type);
-        return;
     }
     content_->update();
 }

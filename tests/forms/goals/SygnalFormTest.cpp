@@ -20,6 +20,11 @@ protected:
         today.distance += km;
         db.UpdateSygnal(today);
     }
+    static void SetFarTargets() {  // no test's progress reaches them
+        Options().sygnalCalories = 1000;
+        Options().sygnalDistance = 100.0;
+        Options().sygnalActivity = 900;
+    }
     static double StoredKcal() {
         return PedometerDBManager::GetInstance().GetTodaySygnal().calories;
     }
@@ -65,9 +70,7 @@ TEST_F(SygnalFormTest, StartPauseAndResetFollowTheStateTable) {
     for (const Case& c : cases) {
         PedometerDBManager::GetInstance().ClearSygnals();
         AddProgress(1.0, 5, 0.0);
-        Options().sygnalCalories = 1000;
-        Options().sygnalDistance = 100.0;
-        Options().sygnalActivity = 900;
+        SetFarTargets();
         SygnalForm& form = Open(c.from);
         const int stored = Stored()->sygnalType;
         if (c.action != SygnalForm::ID_RESET) {
@@ -146,9 +149,7 @@ TEST_F(SygnalFormTest, OpeningSelectsTheKindsTabAndCaptionsTheButtons) {
     const Case cases[] = {{0, 0, "Start"}, {2, 1, "Start"}, {3, 2, "Start"}, {4, 0, "Pause"},
                           {5, 1, "Pause"}, {6, 2, "Pause"}, {7, 1, "Start"}, {9, 2, "Start"}};
     for (const Case& c : cases) {
-        Options().sygnalCalories = 1000;
-        Options().sygnalDistance = 100.0;
-        Options().sygnalActivity = 900;
+        SetFarTargets();
         SygnalForm& form = Open(c.type);
         EXPECT_EQ(form.GetSelectedTabIndex(), c.tab) << c.type;
         const auto caption = [](const TivButton* button) {
