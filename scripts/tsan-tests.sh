@@ -15,6 +15,10 @@ export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$PWD/t
 # child and kills it at its next new thread, or misses its locking and reports false races.
 spawning='HistoryCommandTest.*:BodyCsvExport*:DatabaseConnectionTest.KilledWriter*'
 spawning+=':EmailSenderTest.*:SleepInhibitorTest.*'
+# The private D-Bus daemon of the sleep-inhibitor tests is started here, outside the programs.
+bus=$(dbus-daemon --session --fork --print-address=1 --print-pid=1)
+export PEDOMETER_TEST_BUS=$(sed -n 1p <<<"$bus")
+trap 'kill "$(sed -n 2p <<<"$bus")" 2>/dev/null || true' EXIT
 status=0
 for suite in "${suites[@]}"; do
   echo "== test_$suite under the thread sanitizer"
