@@ -127,7 +127,8 @@ TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption,
     button->SetActionId(actionId);
     button->AddActionEventDelegate(this);
     auto* label = new TivLabel(button);
-    label->setGeometry(0, 0, button->width(), button->height());
+    const int inset = Scaled(12);  // keeps a shrunk caption off the rounded ends
+    label->setGeometry(inset, 0, button->width() - 2 * inset, button->height());
     label->SetText(caption);
     label->SetFontSize(Scaled(32));
     label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
