@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Time from process start to the first paint of every screen opened with --open, on a data
+# folder holding five years of seeded history. Prints the median of RUNS starts per screen
+# (offscreen), next to its target: 150 ms for the 180-day period and the all-days list,
+# 100 ms for every other screen.
+# Usage: bench/open-screens.sh [BUILD_DIR] [RUNS]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build="${1:-build/default}"
+runs="${2:-5}"
+app="$build/bin/pedometer"
+data=$(mktemp -d)
+trap 'rm -rf "$data"' EXIT
+export QT_QPA_PLATFORM=offscreen
+"$build/bin/pedometer-cli" seed-history --years 5 --data-dir "$data" >/dev/null
+today=$(date +%F)
+record=(--day "$today" --lap 1 --from "$(date -d '-30 days' +%F)" --to "$today")
+"$app" --data-dir "$data" --open main --quit-after 0 >/dev/null 2>&1 || true  # warm the caches
+printf '%-22s %8s %8s\n' screen "median" target
+worst=0
+for screen in $("$app" --list-screens 2>/dev/null); do
+  times=()
+  for _ in $(seq "$runs"); do
+    ms=$("$app" --data-dir "$data" --open "$screen" "${record[@]}" --quit-after 0 2>/dev/null |
+         sed -n "s/^painted $screen after \([0-9]*\) ms$/\1/p")
+    times+=("${ms:-9999}")
+  done
+  median=$(printf '%s\n' "${times[@]}" | sort -n | sed -n "$(((runs + 1) / 2))p")
+  case $screen in history-180 | history-days) target=150 ;; *) target=100 ;; esac
+  flag=""
+  if [ "$median" -ge "$target" ]; then flag="  over"; worst=1; fi
+  printf '%-22s %5s ms %5s ms%s\n' "$screen" "$median" "$target" "$flag"
+done
+exit $worst
