@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 #include "AppPaths.h"
@@ -20,6 +21,19 @@ bool isDamage(int code) {
     const int primary = code & 0xff;
     return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
 }
+
+// "ok", or the problems SQLite found.
+QString quickCheck(SQLite::Database& db) {
+    SQLite::Statement check(db, "PRAGMA quick_check");
+    return check.executeStep() ? QString::fromUtf8(check.getColumn(0).getText()) : QString();
+}
+
+// The first problem of a verdict, short enough for a message; a verdict that starts
+// with "*** in database main ***" has it on its second line.
+QString firstProblem(const QString& verdict) {
+    const int line = verdict.startsWith(QLatin1Char('*')) ? 1 : 0;
+    return verdict.section('\n', line, line).left(80);
+}
 }  // namespace
 
 DatabaseConnection::DatabaseConnection(QString fileName, QStringList requiredTables,
@@ -32,14 +46,17 @@ DatabaseConnection::~DatabaseConnection() = default;
 
 DatabaseStatus DatabaseConnection::Status() {
     std::lock_guard lock(mutex_);
-    EnsureOpenLocked();
+    if (EnsureOpenLocked()) TakeVerdictLocked(false);
     return status_;
 }
 
 void DatabaseConnection::Close() {
     std::lock_guard lock(mutex_);
+    verdict_ = {};  // waits for a check still running
     database_.reset();
     attempted_ = false;
+    checked_ = false;
+    damageFound_ = false;
     status_ = {};
 }
 
@@ -136,39 +153,92 @@ bool DatabaseConnection::OpenLocked() {
 }
 
 bool DatabaseConnection::CheckAndUpgradeLocked() {
-    {
-        SQLite::Statement check(*database_, "PRAGMA quick_check");
-        const QString verdict =
-            check.executeStep() ? QString::fromUtf8(check.getColumn(0).getText()) : QString();
-        if (verdict != QLatin1String("ok")) {
-            status_.error =
-                QStringLiteral("%1 is damaged (%2); it is left as it is")
-                    .arg(status_.path,
-                         verdict
-                             .section('\n', verdict.startsWith(QLatin1Char('*')) ? 1 : 0,
-                                      verdict.startsWith(QLatin1Char('*')) ? 1 : 0)
-                             .left(80));
-            return false;
-        }
-    }
     const int version = database_->execAndGet("PRAGMA user_version").getInt();
     const int current = static_cast<int>(upgrades_.size());
+    const bool writable = sqlite3_db_readonly(database_->getHandle(), "main") == 0;
     if (version > current) {
         status_.error =
             QStringLiteral("%1 was written by a newer version of the app").arg(status_.path);
         status_.olderApp = true;
         // Our writes could break what the newer version relies on.
         database_->exec("PRAGMA query_only=1");
+    }
+    if (version < current && writable) {
+        // The upgrade writes, so the file is checked first.
+        NoteVerdictLocked(quickCheck(*database_));
+        if (damageFound_) return false;
+        SQLite::Transaction transaction(*database_);
+        for (int i = version; i < current; ++i) database_->exec(upgrades_[i].toStdString());
+        database_->exec("PRAGMA user_version=" + std::to_string(current));
+        transaction.commit();
         return true;
     }
-    if (version == current || sqlite3_db_readonly(database_->getHandle(), "main") != 0) {
-        return true;
+    if (!StartCheckLocked()) {
+        NoteVerdictLocked(quickCheck(*database_));
+        return !damageFound_;
     }
-    SQLite::Transaction transaction(*database_);
-    for (int i = version; i < current; ++i) database_->exec(upgrades_[i].toStdString());
-    database_->exec("PRAGMA user_version=" + std::to_string(current));
-    transaction.commit();
+    sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
     return true;
+}
+
+bool DatabaseConnection::StartCheckLocked() {
+    try {
+        auto checker = std::make_unique<SQLite::Database>(
+            QFile::encodeName(status_.path).toStdString(),
+            SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW, kBusyTimeoutMs);
+        checker->execAndGet("SELECT count(*) FROM sqlite_master");  // it can read the file
+        verdict_ = std::async(std::launch::async, [checker = std::move(checker)] {
+            try {
+                return quickCheck(*checker);
+            } catch (const std::exception& e) {
+                return QStringLiteral("the check stopped: %1").arg(QString::fromUtf8(e.what()));
+            }
+        });
+        return true;
+    } catch (const std::exception&) {
+        return false;  // no second connection or no thread: the caller checks at once
+    }
+}
+
+bool DatabaseConnection::TakeVerdictLocked(bool wait) {
+    if (verdict_.valid() &&
+        (wait || verdict_.wait_for(std::chrono::seconds(0)) == std::future_status::ready)) {
+        NoteVerdictLocked(verdict_.get());
+        // Inside SQLite's authorizer the connection is busy preparing a statement: the
+        // statement is refused there, and the connection let go when Run() sees it fail.
+        if (damageFound_ && !wait) database_.reset();
+    }
+    return !damageFound_;
+}
+
+void DatabaseConnection::NoteVerdictLocked(const QString& verdict) {
+    if (verdict == QLatin1String("ok")) {
+        checked_ = true;
+        return;
+    }
+    damageFound_ = true;
+    status_.open = false;
+    status_.writable = false;
+    status_.error = QStringLiteral("%1 is damaged (%2); it is left as it is")
+                        .arg(status_.path, firstProblem(verdict));
+}
+
+int DatabaseConnection::Authorize(void* connection, int action, const char*, const char*,
+                                  const char*, const char*) {
+    switch (action) {
+        case SQLITE_READ:
+        case SQLITE_SELECT:
+        case SQLITE_FUNCTION:
+        case SQLITE_TRANSACTION:
+        case SQLITE_SAVEPOINT:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        default:
+            // A change: called while Run() holds the lock, before anything is written.
+            return static_cast<DatabaseConnection*>(connection)->TakeVerdictLocked(true)
+                       ? SQLITE_OK
+                       : SQLITE_DENY;
+    }
 }
 
 bool DatabaseConnection::SeedLocked() {
@@ -210,6 +280,10 @@ bool DatabaseConnection::SeedLocked() {
 }
 
 void DatabaseConnection::NoteFailureLocked(int sqliteCode, const QString& message) {
+    if (damageFound_) {  // a change the failed check refused; status_ already says why
+        database_.reset();
+        return;
+    }
     if (isDamage(sqliteCode)) {
         // Stop using a damaged file; it is left exactly as it is for the user.
         database_.reset();

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <exception>
+#include <future>
 #include <memory>
 #include <mutex>
 
@@ -16,8 +17,12 @@
 // without permission to create it, in WAL mode with synchronous=NORMAL, so a killed
 // process loses no committed transaction and leaves a consistent file.
 //
-// Before it is trusted the file passes SQLite's quick_check (a few milliseconds on
-// years of history), so a damaged file is never written to. The data folder and the
+// Before anything is written the file passes SQLite's quick_check, so a damaged file is
+// never written to. The check takes tens of milliseconds on years of history, so it runs
+// on a read-only connection of its own while the first screens are read; the first
+// statement that would change the file waits for its verdict, and Run() and Status()
+// take the verdict as soon as it is in (an upgrade in place checks first, before it
+// writes). A file the second connection cannot open is checked at once. The data folder and the
 // file are tightened to 0700/0600 at every opening, and a file that is a symbolic
 // link is refused rather than followed out of the folder. PRAGMA user_version holds
 // the layout's version: an older file is brought up to date in place, in one
@@ -61,6 +66,15 @@ private:
     bool OpenLocked();
     bool SeedLocked();
     bool CheckAndUpgradeLocked();
+    // Starts the quick_check on a connection of its own; false when that cannot be opened.
+    bool StartCheckLocked();
+    // Takes the check's verdict: waiting for it, or only when it is already in. False
+    // once the file was found damaged.
+    bool TakeVerdictLocked(bool wait);
+    void NoteVerdictLocked(const QString& verdict);
+    // SQLite's authorizer: lets reads through, and holds any change until the check passed.
+    static int Authorize(void* connection, int action, const char*, const char*, const char*,
+                         const char*);
     void NoteFailureLocked(int sqliteCode, const QString& message);
 
     const QString fileName_;
@@ -69,6 +83,9 @@ private:
     std::mutex mutex_;
     std::unique_ptr<SQLite::Database> database_;
     bool attempted_ = false;
+    std::future<QString> verdict_;  // the quick_check running in the background
+    bool checked_ = false;          // the file passed the quick_check
+    bool damageFound_ = false;      // the quick_check failed: the file is not used again
     bool readOnly_ = false;
     DatabaseStatus status_;
 };
@@ -76,7 +93,7 @@ private:
 template <typename Work>
 bool DatabaseConnection::Run(Work&& work) {
     std::lock_guard lock(mutex_);
-    if (!EnsureOpenLocked()) return false;
+    if (!EnsureOpenLocked() || !TakeVerdictLocked(false)) return false;
     try {
         work(*database_);
         return true;

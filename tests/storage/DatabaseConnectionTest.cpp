@@ -173,6 +173,37 @@ TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouching
     EXPECT_EQ(ReadAll(path), bytes);
 }
 
+// The check runs beside the first reads, so the file is large enough for it to take a
+// while, and the damage sits in the body log's pages, away from what a new lap writes.
+// Damage it finds is reported without a write, and a write that comes before its
+// verdict waits for it and is refused.
+TEST_F(DatabaseConnectionTest, TheBackgroundCheckReportsDamageAndHoldsBackEarlyWrites) {
+    std::vector<std::unique_ptr<DAOLap>> noLaps;
+    std::vector<DAOBodyLog> logs(40000);
+    for (size_t i = 0; i < logs.size(); ++i) logs[i].logDate = Moment(1).addDays(qint64(i));
+    ASSERT_TRUE(manager().ImportHistory(noLaps, logs));
+    manager().Reopen();
+    const QString path = HomeFile("Statistics.db3");
+    QByteArray bytes = ReadAll(path);
+    ASSERT_GT(bytes.size(), 256 * 4096);
+    for (qsizetype i = bytes.size() - 3000; i < bytes.size() - 2600; ++i) bytes[i] = char(0xFF);
+    ASSERT_TRUE(testdata::WriteFile(path, bytes));
+
+    DatabaseStatus status = manager().StatisticsStatus();  // opens the file: the check starts
+    for (int i = 0; i < 500 && status.open; ++i) {
+        QThread::msleep(10);
+        status = manager().StatisticsStatus();
+    }
+    EXPECT_FALSE(status.open);
+    EXPECT_TRUE(status.error.contains("is damaged")) << status.error.toStdString();
+
+    manager().Reopen();
+    EXPECT_FALSE(manager().CreateNewLap()->id > 0);  // long before the new check ends
+    EXPECT_FALSE(manager().StatisticsStatus().open);
+    manager().Reopen();
+    EXPECT_EQ(ReadAll(path), bytes);
+}
+
 TEST_F(DatabaseConnectionTest, AMissingSeedLeavesTheConnectionUnusable) {
     auto emptyResources = testdata::MakeTempDir();
     const QString resources = AppPaths::Res();
