@@ -135,7 +135,10 @@ void printInterval(int lapId, const DAOLapSeconds& s) {
 void reportDatabaseProblems() {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     QStringList told;
-    for (const DatabaseStatus& status : {db.OptionsStatus(), db.StatisticsStatus()}) {
+    // Damage found later by the statistics file's check shows in the window's notice:
+    // waiting for it here would hold back the first paint.
+    for (const DatabaseStatus& status :
+         {db.OptionsStatus(), db.StatisticsConnection().StatusSoFar()}) {
         if (!status.usable() && !told.contains(status.error)) {
             told << status.error;
             std::fprintf(stderr, "pedometer: %s; nothing will be saved\n",

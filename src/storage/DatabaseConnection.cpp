@@ -46,7 +46,13 @@ DatabaseConnection::~DatabaseConnection() = default;
 
 DatabaseStatus DatabaseConnection::Status() {
     std::lock_guard lock(mutex_);
-    if (EnsureOpenLocked()) TakeVerdictLocked(false);
+    UsableLocked(true);
+    return status_;
+}
+
+DatabaseStatus DatabaseConnection::StatusSoFar() {
+    std::lock_guard lock(mutex_);
+    UsableLocked(false);
     return status_;
 }
 
@@ -63,6 +69,13 @@ void DatabaseConnection::Close() {
 void DatabaseConnection::SetReadOnly(bool readOnly) {
     std::lock_guard lock(mutex_);
     readOnly_ = readOnly;
+}
+
+bool DatabaseConnection::UsableLocked(bool waitForCheck) {
+    if (!EnsureOpenLocked()) return false;
+    if (TakeVerdictLocked(waitForCheck)) return true;
+    database_.reset();  // damaged: left exactly as it is
+    return false;
 }
 
 bool DatabaseConnection::EnsureOpenLocked() {
@@ -204,9 +217,6 @@ bool DatabaseConnection::TakeVerdictLocked(bool wait) {
     if (verdict_.valid() &&
         (wait || verdict_.wait_for(std::chrono::seconds(0)) == std::future_status::ready)) {
         NoteVerdictLocked(verdict_.get());
-        // Inside SQLite's authorizer the connection is busy preparing a statement: the
-        // statement is refused there, and the connection let go when Run() sees it fail.
-        if (damageFound_ && !wait) database_.reset();
     }
     return !damageFound_;
 }
@@ -235,6 +245,8 @@ int DatabaseConnection::Authorize(void* connection, int action, const char*, con
             return SQLITE_OK;
         default:
             // A change: called while Run() holds the lock, before anything is written.
+            // The connection is busy preparing the statement, so a refused one is let go
+            // when Run() sees the statement fail.
             return static_cast<DatabaseConnection*>(connection)->TakeVerdictLocked(true)
                        ? SQLITE_OK
                        : SQLITE_DENY;

@@ -20,9 +20,9 @@
 // Before anything is written the file passes SQLite's quick_check, so a damaged file is
 // never written to. The check takes tens of milliseconds on years of history, so it runs
 // on a read-only connection of its own while the first screens are read; the first
-// statement that would change the file waits for its verdict, and Run() and Status()
-// take the verdict as soon as it is in (an upgrade in place checks first, before it
-// writes). A file the second connection cannot open is checked at once. The data folder and the
+// statement that would change the file waits for its verdict, Run() takes the verdict
+// as soon as it is in, and Status() waits for it (an upgrade in place checks first,
+// before it writes). A file the second connection cannot open is checked at once. The data folder and the
 // file are tightened to 0700/0600 at every opening, and a file that is a symbolic
 // link is refused rather than followed out of the folder. PRAGMA user_version holds
 // the layout's version: an older file is brought up to date in place, in one
@@ -52,8 +52,11 @@ public:
     template <typename Work>
     bool Run(Work&& work);
 
-    // Opens the file if that has not been tried yet, and reports the outcome.
+    // Opens the file if that has not been tried yet, and reports the outcome, the
+    // damage check's verdict included (waiting for it).
     DatabaseStatus Status();
+    // The same without waiting: damage found by a check still running is not known yet.
+    DatabaseStatus StatusSoFar();
 
     // Closes the file; the next use opens it again under the current data folder.
     void Close();
@@ -63,6 +66,9 @@ public:
 
 private:
     bool EnsureOpenLocked();
+    // Opens the file if needed and takes the check's verdict (waiting for it or only
+    // when it is in); a damaged file is let go. False when the file cannot be used.
+    bool UsableLocked(bool waitForCheck);
     bool OpenLocked();
     bool SeedLocked();
     bool CheckAndUpgradeLocked();
@@ -93,7 +99,7 @@ private:
 template <typename Work>
 bool DatabaseConnection::Run(Work&& work) {
     std::lock_guard lock(mutex_);
-    if (!EnsureOpenLocked() || !TakeVerdictLocked(false)) return false;
+    if (!UsableLocked(false)) return false;
     try {
         work(*database_);
         return true;

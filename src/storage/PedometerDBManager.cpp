@@ -263,7 +263,7 @@ DatabaseStatus PedometerDBManager::StatisticsStatus() {
 }
 
 DatabaseStatus PedometerDBManager::SavingProblem() {
-    for (const DatabaseStatus& status : {statistics_.Status(), options_.Status()}) {
+    for (const DatabaseStatus& status : {statistics_.StatusSoFar(), options_.StatusSoFar()}) {
         if (!status.usable() || !status.lastFailure.isEmpty()) return status;
     }
     return {};

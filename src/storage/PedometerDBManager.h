@@ -40,7 +40,8 @@ public:
     DatabaseStatus OptionsStatus();
     DatabaseStatus StatisticsStatus();
     // The first database that does not save what it is given (unusable, or a write
-    // failed since it was opened); a default status when both save.
+    // failed since it was opened); a default status when both save. It does not wait
+    // for a damage check still running.
     DatabaseStatus SavingProblem();
     // The statistics database itself, for whole-table work such as export and import.
     DatabaseConnection& StatisticsConnection() { return statistics_; }
