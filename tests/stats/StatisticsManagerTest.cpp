@@ -94,8 +94,11 @@ protected:
     std::unique_ptr<StatisticsManager> manager;
 };
 
+// The goal alarm hears of each stored interval too, with the calories stored for it.
 TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     std::vector<int> observed;  // the steps of each stored interval, as the observer hears
+    PedometerOptions::GetInstance().sygnalCalories = 1000;
+    PedometerOptions::GetInstance().sygnalType = 4;  // calories, running
     manager = std::make_unique<StatisticsManager>();
     manager->UseSensorSource(nullptr);
     manager->SetIntervalObserver([&](int, const DAOLapSeconds& s) { observed.push_back(s.steps); });
@@ -118,6 +121,11 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     advanceSeconds(5);  // a still interval starts from nothing
     EXPECT_EQ(storedSeconds().back().distance, 0.0);
     EXPECT_EQ(observed, (std::vector<int>{1, 0}));
+    double calories = 0.0;
+    for (const DAOLapSeconds& interval : storedSeconds()) calories += interval.calories;
+    EXPECT_GT(calories, 0.0);
+    EXPECT_NEAR(PedometerDBManager::GetInstance().GetTodaySygnal().calories, calories, 1e-9);
+    PedometerOptions::GetInstance().RestoreDefaults();
 }
 
 // Each stored interval reaches the pacer: its steps switch the beat on while walking, and
