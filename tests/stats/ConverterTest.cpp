@@ -30,6 +30,7 @@ TEST(ConverterTest, AverageSpeed) {
     EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(1000, 0), 0.0);
     EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(0, 600), 0.0);
     EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(1000, 600), 6.0);
+    EXPECT_NEAR(Converter::GetAverageSpeedKMH(0.1, 36), 0.01, 1e-12);  // a shuffle still moves
 }
 
 TEST(ConverterTest, TimeStringKeepsMinutesUnfolded) {
