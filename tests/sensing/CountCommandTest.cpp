@@ -7,11 +7,13 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <cmath>
+#include <csignal>
 #include <cstring>
 #include <vector>
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -222,6 +224,25 @@ TEST_F(CountCommandTest, ReplayStoresIntervalsAtTheirTimeAndPrintsTheStoredLap) 
         "SELECT SUM(distance) FROM LastFiveMinutes WHERE lapId=2 AND currentSecond>5");
     EXPECT_GT(after, 0.0);
     EXPECT_NEAR(alarm.getColumn(1).getDouble() * 1000, after, 1e-6);
+}
+
+// A nearly full disk, played by a file-size limit the child inherits: the writes that fail
+// partway through are said, and the command fails instead of printing a lap it did not store.
+TEST_F(CountCommandTest, ReplayThatCannotStoreEverythingSaysSoAndFails) {
+    const QString walk = dir_->filePath(QStringLiteral("walk22.csv"));
+    writeWalk(walk, 0.25, 2200);
+    const QString data = dir_->filePath(QStringLiteral("data"));
+    rlimit old{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const rlimit nearlyFull{64 * 1024, old.rlim_max};
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);  // a write fails instead of killing
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &nearlyFull), 0);
+    const CliRun run = cli({QStringLiteral("replay"), QStringLiteral("--data-dir"), data, walk});
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, previous);
+    EXPECT_NE(run.status, 0);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("not saved"))) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(QStringLiteral("lap="))) << run.out.toStdString();
 }
 
 TEST_F(CountCommandTest, AccuracyTabulatesCountsAgainstTheIndex) {
