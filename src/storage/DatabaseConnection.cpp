@@ -61,7 +61,6 @@ void DatabaseConnection::Close() {
     verdict_ = {};  // waits for a check still running
     database_.reset();
     attempted_ = false;
-    checked_ = false;
     damageFound_ = false;
     status_ = {};
 }
@@ -176,21 +175,20 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
         // Our writes could break what the newer version relies on.
         database_->exec("PRAGMA query_only=1");
     }
-    if (version < current && writable) {
-        // The upgrade writes, so the file is checked first.
+    // An upgrade writes at once, so the file is checked first; so is a file the check's
+    // own connection cannot read. Otherwise the check runs beside the first reads.
+    const bool upgrade = version < current && writable;
+    if (upgrade || !StartCheckLocked()) {
         NoteVerdictLocked(quickCheck(*database_));
         if (damageFound_) return false;
-        SQLite::Transaction transaction(*database_);
-        for (int i = version; i < current; ++i) database_->exec(upgrades_[i].toStdString());
-        database_->exec("PRAGMA user_version=" + std::to_string(current));
-        transaction.commit();
-        return true;
+    } else {
+        sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
     }
-    if (!StartCheckLocked()) {
-        NoteVerdictLocked(quickCheck(*database_));
-        return !damageFound_;
-    }
-    sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
+    if (!upgrade) return true;
+    SQLite::Transaction transaction(*database_);
+    for (int i = version; i < current; ++i) database_->exec(upgrades_[i].toStdString());
+    database_->exec("PRAGMA user_version=" + std::to_string(current));
+    transaction.commit();
     return true;
 }
 
@@ -222,10 +220,7 @@ bool DatabaseConnection::TakeVerdictLocked(bool wait) {
 }
 
 void DatabaseConnection::NoteVerdictLocked(const QString& verdict) {
-    if (verdict == QLatin1String("ok")) {
-        checked_ = true;
-        return;
-    }
+    if (verdict == QLatin1String("ok")) return;
     damageFound_ = true;
     status_.open = false;
     status_.writable = false;

@@ -22,9 +22,9 @@
 // on a read-only connection of its own while the first screens are read; the first
 // statement that would change the file waits for its verdict, Run() takes the verdict
 // as soon as it is in, and Status() waits for it (an upgrade in place checks first,
-// before it writes). A file the second connection cannot open is checked at once. The data folder and the
-// file are tightened to 0700/0600 at every opening, and a file that is a symbolic
-// link is refused rather than followed out of the folder. PRAGMA user_version holds
+// before it writes). A file the second connection cannot open is checked at once.
+// The data folder and the file are tightened to 0700/0600 at every opening, and a file
+// that is a symbolic link is refused rather than followed out of the folder. PRAGMA user_version holds
 // the layout's version: an older file is brought up to date in place, in one
 // transaction, and a file from a newer version is opened read-only.
 //
@@ -90,7 +90,6 @@ private:
     std::unique_ptr<SQLite::Database> database_;
     bool attempted_ = false;
     std::future<QString> verdict_;  // the quick_check running in the background
-    bool checked_ = false;          // the file passed the quick_check
     bool damageFound_ = false;      // the quick_check failed: the file is not used again
     bool readOnly_ = false;
     DatabaseStatus status_;
