@@ -42,6 +42,7 @@ bool Pedometer::OnAppInitializing() {
     frame_->AddControl(*mainForm_);
     frame_->SetCurrentForm(*mainForm_);
     mainForm_->FormWillAppear();
+    frame_->PlaceForm(*mainForm_);
     frame_->RequestRedraw(true);
     frame_->show();
     WatchVisibility();
