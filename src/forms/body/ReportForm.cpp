@@ -28,7 +28,7 @@ constexpr int kLeft = 10;
 constexpr int kHeadWidth = 96;
 constexpr int kColumnWidth = 91;
 constexpr int kTop = 16;
-constexpr int kHeadHeight = 44;
+constexpr int kHeadHeight = 60;  // a finger-sized tap area
 constexpr int kRowHeight = 74;
 constexpr int kRowGap = 6;
 const QColor kValueColor(252, 209, 75);
@@ -187,7 +187,9 @@ void ReportForm::BuildTable(int top) {
     for (const RowText& row : kRows) names << Text(row.name);
     const int nameSize = FittingSize(names, S(26), S(kHeadWidth - 14));
     for (int column = 0; column < 4; ++column) {
-        const QRect head(valuesLeft + S(column * kColumnWidth), top, S(kColumnWidth),
+        // Each column from its own left edge to the next one's, so that none overlap.
+        const int left = valuesLeft + S(column * kColumnWidth);
+        const QRect head(left, top, valuesLeft + S((column + 1) * kColumnWidth) - left,
                          S(kHeadHeight));
         label(head, Text(kColumnHeads[column]), S(24), QColor(190, 198, 212),
               TivLabel::ALIGN_CENTER);
@@ -206,7 +208,8 @@ void ReportForm::BuildTable(int top) {
               QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
         AddTapArea(head, ID_ROW_HEAD + row);
         for (int column = 0; column < 4; ++column) {
-            const QRect cell(valuesLeft + S(column * kColumnWidth), y, S(kColumnWidth), h);
+            const int left = valuesLeft + S(column * kColumnWidth);
+            const QRect cell(left, y, valuesLeft + S((column + 1) * kColumnWidth) - left, h);
             label(cell, valueTexts[row * 4 + column], valueSize, kValueColor,
                   TivLabel::ALIGN_CENTER);
             AddTapArea(cell, ID_CELL + row * 4 + column);

@@ -28,7 +28,8 @@ BlockPane::BlockPane(QWidget* parent) : QWidget(parent) {}
 bool BlockPane::Initialize(UnblockListener* form) {
     form_.Set(form);
     unlocked_ = false;
-    setGeometry(QRect(QPoint(0, 0), AppFrame::ScreenSize()));
+    if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
+    setProperty("covers", true);
 
     delete picture_;
     picture_ = new TivImagePanel(this);

@@ -82,7 +82,7 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
     panel.AddNote(Text("settings__ A movement above a line counts as a step of that kind."), 34);
     for (int gait = 1; gait <= 3; ++gait) {
         auto* slider = new SensitivitySlider(gait, [this] { UpdateThresholds(); });
-        panel.AddWidget(slider, 88);
+        panel.AddWidget(slider, 96);
         slider->Initialize();
     }
     panel.AddNote(Text("settings__ New sensitivities count from the next start."), 34);
