@@ -4,7 +4,8 @@
 
 std::atomic<bool> TivNavigationController::isForeground{true};
 
-TivNavigationController::TivNavigationController(AppFrame& frame) : frame_(frame) {}
+TivNavigationController::TivNavigationController(AppFrame& frame, CountingEngine* engine)
+    : frame_(frame), engine_(engine) {}
 
 TivNavigationController::~TivNavigationController() {
     // The forms outlive the stack (the frame owns them): leave none pointing back here.

@@ -29,6 +29,7 @@
 #include "ScreenDirectory.h"
 #include "ScreenOffCounting.h"
 #include "SingleInstance.h"
+#include "CountingEngine.h"
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
 #include "TivNavigationController.h"
@@ -370,13 +371,12 @@ int main(int argc, char** argv) {
         if (!recorder->Open(&error)) return fail(error);
         source = std::move(recorder);
     }
-    MainForm::UseSensorSource(std::move(source));
-    if (replaySource != nullptr || onOffscreenPlatform())
-        MainForm::SetIntervalObserver(printInterval);
-
     QElapsedTimer startup;
     startup.start();
     Pedometer pedometer;
+    pedometer.Engine().UseSensorSource(std::move(source));
+    if (replaySource != nullptr || onOffscreenPlatform())
+        pedometer.Engine().SetIntervalObserver(printInterval);
     FirstPaintReporter firstPaint(screenName, startup);
     pedometer.OnAppInitializing();
     reportDatabaseProblems();

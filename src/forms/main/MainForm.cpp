@@ -3,10 +3,10 @@
 #include <QMenu>
 #include <algorithm>
 
-#include "AccelerometerSource.h"
 #include "AppResource.h"
 #include "BlockPane.h"
 #include "Body.h"
+#include "CountingEngine.h"
 #include "DAOLap.h"
 #include "GraphicBlue.h"
 #include "PedometerDBManager.h"
@@ -24,19 +24,7 @@
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
-StatisticsManager* MainForm::__statManager = nullptr;
-
 namespace {
-// The source chosen before the form starts counting; empty means the machine's own.
-std::optional<std::unique_ptr<AccelerometerSource>>& pendingSource() {
-    static std::optional<std::unique_ptr<AccelerometerSource>> source;
-    return source;
-}
-std::function<void(int, const DAOLapSeconds&)>& intervalObserver() {
-    static std::function<void(int, const DAOLapSeconds&)> observer;
-    return observer;
-}
-
 // The layout is drawn for the 480-wide screen and scaled for the 320-wide one.
 int S(int v) {
     return qRound(v * TivUtils::GetScale());
@@ -79,8 +67,10 @@ constexpr int kTopWidth = 152;
 constexpr int kTopHeight = 64;
 }  // namespace
 
-MainForm::MainForm(QWidget* parent)
+MainForm::MainForm(CountingEngine& engine, QWidget* parent)
     : PedometerForm(parent),
+      engine_(engine),
+      statManager(&engine.Statistics()),
       countdownTimer([this] { OnCountdownTick(); }),
       resumeTimer([this] { OnResume(); }),
       stepsTrigger([this] { ApplyPendingSteps(); }),
@@ -91,22 +81,12 @@ MainForm::MainForm(QWidget* parent)
       sygnalTrigger([this] { FormWillAppear(); }) {}
 
 MainForm::~MainForm() {
-    if (__statManager == statManager.get()) __statManager = nullptr;
-    statManager.reset();
-    if (Sygnal::__mainFormInstance == this) Sygnal::__mainFormInstance = nullptr;
-}
-
-void MainForm::UseSensorSource(std::unique_ptr<AccelerometerSource> source) {
-    pendingSource() = std::move(source);
-}
-
-void MainForm::SetIntervalObserver(std::function<void(int, const DAOLapSeconds&)> observer) {
-    intervalObserver() = std::move(observer);
+    // Returns after any call in progress from the counting threads.
+    if (listening_) engine_.RemoveListener(*this);
 }
 
 bool MainForm::Initialize() {
     setObjectName(QStringLiteral("IDF_MAIN_SCREEN"));
-    Sygnal::__mainFormInstance = this;
     locked = false;
     return true;
 }
@@ -135,15 +115,13 @@ void MainForm::OnInitializing() {
     targetSlider->Initialize(28);
     SetGrowBand(Layout().graph.top(), Layout().graph.top() + Layout().graph.height());
 
-    statManager = std::make_unique<StatisticsManager>();
-    statManager->mainForm = this;
-    if (pendingSource()) {
-        statManager->UseSensorSource(std::move(*pendingSource()));
-        pendingSource().reset();
-    }
-    statManager->SetIntervalObserver(intervalObserver());
-    __statManager = statManager.get();
-    statManager->Initialize();
+    engine_.AddListener(*this);
+    listening_ = true;
+    // What was counted before this screen existed (a lap resumed, counting in the
+    // background) shows at once.
+    if (statManager->GetStarted()) SetStartStop(true);
+    UpdateStepsCount(statManager->GetLapSteps());
+    UpdateData(statManager->GetCurrentLap().get());
     new StorageNotice(this);  // shows itself while recordings are not being saved
 }
 
@@ -281,8 +259,8 @@ TivButton* MainForm::GetButton(int actionId) const {
 }
 
 void MainForm::OnTerminating() {
+    // Counting belongs to the engine and goes on without this screen.
     updating = false;
-    if (statManager) statManager->stop();
     CloseContextMenu();
     countdownTimer.Cancel();
     resumeTimer.Cancel();
@@ -314,7 +292,7 @@ void MainForm::RequestUnblock() {
 }
 
 bool MainForm::IsAlreadyStarted() const {
-    return statManager && statManager->GetStarted();
+    return statManager->GetStarted();
 }
 
 void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
