@@ -27,7 +27,6 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(profile.IsValid());
         qputenv("PEDOMETER_NO_DBUS", "1");
-        MainForm::UseSensorSource(nullptr);
     }
     void TearDown() override {
         app.reset();
@@ -51,6 +50,7 @@ TEST_F(LayoutCheckTest, EveryScreenFitsEverySizeInBothLanguages) {
         QLocale::setDefault(QLocale(QString::fromLatin1(language)));
         AppFrame::SetStartSize(kSizes[0]);
         app = std::make_unique<Pedometer>();
+        app->Engine().UseSensorSource(nullptr);
         app->OnAppInitializing();
         TivNavigationController& navigation = *app->GetNavigationController();
         QWidget& window = *app->GetFrame();
