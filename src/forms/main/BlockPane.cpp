@@ -28,8 +28,8 @@ BlockPane::BlockPane(QWidget* parent) : QWidget(parent) {}
 bool BlockPane::Initialize(UnblockListener* form) {
     form_.Set(form);
     unlocked_ = false;
-    if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
-    setProperty("covers", true);
+    setGeometry(QRect(QPoint(0, 0), AppFrame::ScreenSize()));
+    setProperty("covers", true);  // the layout fits it to the screen it covers
 
     delete picture_;
     picture_ = new TivImagePanel(this);

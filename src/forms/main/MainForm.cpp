@@ -384,6 +384,7 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             auto* pane = new BlockPane(this);
             pane->setObjectName(QStringLiteral("lock"));
             pane->Initialize(this);
+            pane->setGeometry(rect());  // the whole screen, whatever the window's size
             pane->raise();
             pane->show();
             break;
