@@ -61,6 +61,11 @@ const OptionRow kOptions[] = {
          o.autostart = true;
          return QString();
      }},
+    {"background", nullptr, "Start counting at once with no window (as from login).",
+     [](const QString&, LaunchOptions& o) {
+         o.background = true;
+         return QString();
+     }},
     {"record", "FILE", "Write the accelerometer samples to a CSV recording.",
      [](const QString& v, LaunchOptions& o) {
          o.recordFile = v;
@@ -145,7 +150,8 @@ const char kDescription[] =
     "  Esc, Backspace, Back         go back a screen\n"
     "  Menu, F1                     open the screen's option menu\n"
     "  Page Up, +, Volume Up        side key up\n"
-    "  Page Down, -, Volume Down    side key down";
+    "  Page Down, -, Volume Down    side key down\n"
+    "  Ctrl+Q                       quit (closing the window while counting keeps counting)";
 
 }  // namespace
 

@@ -26,6 +26,7 @@ struct LaunchOptions {
     QString replayFile;                   // a recording to count from instead
     bool loop = false;
     bool autostart = false;
+    bool background = false;  // count at once, no window (count from login)
     QString recordFile;
     std::optional<QLocale> locale;
     bool hvga = false;

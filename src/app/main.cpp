@@ -18,8 +18,11 @@
 #include "AppPaths.h"
 #include "AppResource.h"
 #include "CsvReplaySource.h"
+#include "DAOLap.h"
 #include "DAOLapSeconds.h"
 #include "DataFolderLock.h"
+#include "DesktopNotifications.h"
+#include "FeedbackProfile.h"
 #include "LaunchOptions.h"
 #include "MainForm.h"
 #include "Pedometer.h"
@@ -32,6 +35,7 @@
 #include "CountingEngine.h"
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
+#include "TerminationSignals.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
@@ -167,17 +171,6 @@ std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
     return source;
 }
 
-// Brings the window forward when a second launch hands over to this one.
-void BringForwardOnActivation(SingleInstance& single, AppFrame* frame) {
-    single.SetOnActivate([frame](const QString& token) {
-        if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-        frame->show();
-        frame->setWindowState((frame->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-        frame->raise();
-        frame->activateWindow();
-    });
-}
-
 // Saves the screenshot asked for, reports the memory used and leaves the event loop.
 void Quit(const QString& screenshotPath, QWidget& window) {
     int status = 0;
@@ -266,9 +259,22 @@ int main(int argc, char** argv) {
     std::unique_ptr<AccelerometerSource> source = MakeSource(options, &replaySource, &error);
     if (!source) return fail(error);
 
+    // The desktop's services on the session bus; without them nothing is shown or followed.
+    const bool useBus = !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS");
+    std::unique_ptr<DesktopNotifications> notifications;
+    std::unique_ptr<FeedbackProfile> feedback;
+    if (useBus) {
+        notifications = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
+        feedback = std::make_unique<FeedbackProfile>(QDBusConnection::sessionBus());
+    }
+
     QElapsedTimer startup;
     startup.start();
     Pedometer pedometer;
+    pedometer.SetStartInBackground(options.background);
+    pedometer.UseNotifications(notifications.get());
+    // SIGTERM (a logout, a shutdown) and SIGINT end the event loop like Quit does.
+    const TerminationSignals terminationSignals([&pedometer] { pedometer.RequestQuit(); });
     pedometer.Engine().UseSensorSource(std::move(source));
     if (replaySource != nullptr || onOffscreenPlatform())
         pedometer.Engine().SetIntervalObserver(printInterval);
@@ -282,7 +288,9 @@ int main(int argc, char** argv) {
         return fail(error);
     }
     opened->installEventFilter(&firstPaint);
-    if (single) BringForwardOnActivation(*single, pedometer.GetFrame());
+    if (single) {
+        single->SetOnActivate([&pedometer](const QString& token) { pedometer.ShowWindow(token); });
+    }
     if (options.autostart) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
@@ -299,6 +307,11 @@ int main(int argc, char** argv) {
     }
 
     status = QApplication::exec();
-    pedometer.OnAppTerminating();
+    pedometer.OnAppTerminating();  // stores what was counted since the last interval
+    if (replaySource != nullptr || onOffscreenPlatform()) {
+        const StatisticsManager& statistics = pedometer.Engine().Statistics();
+        const auto lap = statistics.GetCurrentLap();
+        std::printf("counted lap=%d steps=%d\n", lap ? lap->id : -1, statistics.GetLapSteps());
+    }
     return status;
 }

@@ -38,12 +38,12 @@ TEST(CommandLineTest, OptionsAreReadOrRefusedWithTheReason) {
                     o.request.to == QDate(2026, 5, 31);
          }},
         {{"--replay", "w.csv", "--loop", "--quit-after-replay", "--quit-after", "0", "--hvga",
-          "--silent", "--autostart", "--record", "r.csv", "--screenshot", "s.png", "--locale",
+          "--silent", "--autostart", "--background", "--record", "r.csv", "--screenshot", "s.png", "--locale",
           "de_DE", "--data-dir", "/d"},
          Outcome::Run, nullptr,
          [](const LaunchOptions& o) {
              return o.replayFile == "w.csv" && o.loop && o.quitAfterReplay &&
-                    o.quitAfterSeconds == 0 && o.hvga && o.silent && o.autostart &&
+                    o.quitAfterSeconds == 0 && o.hvga && o.silent && o.autostart && o.background &&
                     o.recordFile == "r.csv" && o.screenshotFile == "s.png" &&
                     o.locale->language() == QLocale::German && o.dataDir == "/d";
          }},
