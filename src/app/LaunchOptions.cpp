@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 
 #include "AccelerometerSourceFactory.h"
+#include "AppFrame.h"
 #include "ScreenOffCounting.h"
 #include "StepDetectorFactory.h"
 
@@ -82,9 +83,25 @@ const OptionRow kOptions[] = {
          o.locale = chosen;
          return QString();
      }},
-    {"hvga", nullptr, "The 320-wide layout.",
+    {"hvga", nullptr, "Start at 320 x 480 (as --size 320x480).",
      [](const QString&, LaunchOptions& o) {
          o.hvga = true;
+         return QString();
+     }},
+    {"size", "WxH", "The window's size in logical pixels (default 480x860).",
+     [](const QString& v, LaunchOptions& o) {
+         QSize size;
+         if (!AppFrame::ParseSize(v, &size))
+             return QStringLiteral("--size needs WIDTHxHEIGHT, at least 320x480, not \"%1\"").arg(v);
+         o.size = size;
+         return QString();
+     }},
+    {"check-layout", nullptr,
+     "Check the screen opened by --open and quit: prints \"layout NAME WxH: ...\", and fails "
+     "when a control lies outside the window, touch controls overlap or are too small, or text "
+     "is too small to read.",
+     [](const QString&, LaunchOptions& o) {
+         o.checkLayout = true;
          return QString();
      }},
     {"silent", nullptr, "Behave as if the phone were in silent mode.",

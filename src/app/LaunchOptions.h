@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLocale>
+#include <QSize>
 #include <QString>
 #include <optional>
 
@@ -30,6 +31,8 @@ struct LaunchOptions {
     QString recordFile;
     std::optional<QLocale> locale;
     bool hvga = false;
+    std::optional<QSize> size;  // the window's start size; unset: the layout's own
+    bool checkLayout = false;
     bool silent = false;
     QString screenshotFile;
     int quitAfterSeconds = -1;  // -1: never

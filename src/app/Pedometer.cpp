@@ -54,6 +54,7 @@ bool Pedometer::OnAppInitializing() {
     frame_->AddControl(*mainForm_);
     frame_->SetCurrentForm(*mainForm_);
     mainForm_->FormWillAppear();
+    frame_->PlaceForm(*mainForm_);
     auto* quit = new QShortcut(QKeySequence::Quit, frame_.get());
     quit->setContext(Qt::ApplicationShortcut);
     connect(quit, &QShortcut::activated, this, &Pedometer::RequestQuit);

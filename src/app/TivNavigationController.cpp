@@ -32,6 +32,7 @@ void TivNavigationController::PushForm(TivForm* form) {
     frame_.SetCurrentForm(*form);
     frame_.RequestRedraw(true);
     form->FormWillAppear();
+    frame_.PlaceForm(*form);  // what it built on appearing
 }
 
 TivForm* TivNavigationController::Pop() {
@@ -48,6 +49,7 @@ void TivNavigationController::Reveal() {
     frame_.SetCurrentForm(*revealed);
     frame_.RequestRedraw(true);
     revealed->FormWillAppear();
+    frame_.PlaceForm(*revealed);
 }
 
 void TivNavigationController::PopForm(bool) {

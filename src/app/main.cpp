@@ -24,6 +24,7 @@
 #include "DesktopNotifications.h"
 #include "FeedbackProfile.h"
 #include "LaunchOptions.h"
+#include "LayoutCheck.h"
 #include "MainForm.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
@@ -132,6 +133,8 @@ void ApplyGlobalSettings(const LaunchOptions& options) {
         AppResource::GetInstance().SetLanguage(options.locale->name().section('_', 0, 0));
     }
     if (options.hvga) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    AppFrame::SetStartSize(options.size.value_or(options.hvga ? AppFrame::ScreenSize()
+                                                               : AppFrame::kDesktopSize));
     if (options.silent) PlatformSettings::SetSilentMode(true);
     if (!options.dataDir.isEmpty()) AppPaths::SetHome(options.dataDir);
     if (options.detector) StepDetectorFactory::SetChoice(*options.detector);
@@ -295,6 +298,17 @@ int main(int argc, char** argv) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
                                                        MainForm::ID_START);
+        });
+    }
+    if (options.checkLayout) {
+        QTimer::singleShot(0, &app, [&] {
+            QWidget& window = *pedometer.GetFrame();
+            const LayoutCheck::Result result = LayoutCheck::Check(window);
+            std::printf("%s\n", qPrintable(result.Line(options.screen, window.size())));
+            for (const QString& problem : result.problems)
+                std::fprintf(stderr, "pedometer: %s\n", qPrintable(problem));
+            std::fflush(stdout);
+            QCoreApplication::exit(result.Passed() ? 0 : 1);
         });
     }
     auto quit = [&] { Quit(options.screenshotFile, *pedometer.GetFrame()); };

@@ -65,6 +65,9 @@ TEST(CommandLineTest, OptionsAreReadOrRefusedWithTheReason) {
         {{"--lap", "0"}, Outcome::Fail, "--lap needs a lap number", nullptr},
         {{"--lap", "x"}, Outcome::Fail, "--lap needs a lap number", nullptr},
         {{"--keep-counting-screen-off", "maybe"}, Outcome::Fail, "must be on or off", nullptr},
+        {{"--size", "200x100"}, Outcome::Fail, "--size needs WIDTHxHEIGHT", nullptr},
+        {{"--size", "400x700", "--check-layout"}, Outcome::Run, nullptr,
+         [](const LaunchOptions& o) { return o.size == QSize(400, 700) && o.checkLayout; }},
     };
     for (const auto& c : cases) {
         const std::string name = c.args.join(' ').toStdString();

@@ -55,6 +55,7 @@ void HistoryDay::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
     popup_ = new HistoryConfirmPopup(*this, this);
 }

@@ -31,6 +31,7 @@ void HistoryDays::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
 }
 

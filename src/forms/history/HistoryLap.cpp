@@ -44,6 +44,7 @@ void HistoryLap::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
     popup_ = new HistoryConfirmPopup(*this, this);
 }

@@ -37,9 +37,8 @@ QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
 
-// Where the parts of the screen sit, in the 480-wide layout's units. The 320 x 480
-// screen is shorter than the 480 x 800 one scaled down, so its middle is packed tighter:
-// a smaller big value and a lower graph, the buttons as large as before.
+// Where the parts of the screen sit, in the 480-wide layout's units. The graph is the
+// grow band: it takes the height of a tall screen and gives some up on a short one.
 struct MainLayout {
     QRect caption;
     QRect value;
@@ -51,23 +50,15 @@ struct MainLayout {
     int bottomTop;
 };
 const MainLayout& Layout() {
-    static const MainLayout tall{QRect(90, 150, 300, 40),
-                                 QRect(60, 188, 360, 94),
-                                 90,
-                                 QRect(0, 285, 480, 205),
-                                 QRect(20, 494, 440, 62),
-                                 562,
-                                 568,
-                                 656};
-    static const MainLayout shortScreen{QRect(90, 140, 300, 36),
-                                        QRect(60, 172, 360, 72),
-                                        70,
-                                        QRect(0, 246, 480, 174),
-                                        QRect(20, 422, 440, 56),
-                                        482,
-                                        488,
-                                        574};
-    return TivUtils::IsHVGA() ? shortScreen : tall;
+    static const MainLayout layout{QRect(90, 150, 300, 40),
+                                   QRect(60, 188, 360, 94),
+                                   90,
+                                   QRect(0, 285, 480, 205),
+                                   QRect(20, 494, 440, 62),
+                                   562,
+                                   568,
+                                   656};
+    return layout;
 }
 
 const QColor kValueColor(252, 209, 75);
@@ -121,7 +112,8 @@ void MainForm::OnInitializing() {
 
     targetSlider = new TargetSlider(this);
     targetSlider->setGeometry(S(Layout().slider));
-    targetSlider->Initialize(TivUtils::IsHVGA() ? 22 : 28);
+    targetSlider->Initialize(28);
+    SetGrowBand(Layout().graph.top(), Layout().graph.top() + Layout().graph.height());
 
     engine_.AddListener(*this);
     listening_ = true;
