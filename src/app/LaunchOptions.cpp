@@ -5,6 +5,7 @@
 
 #include "AccelerometerSourceFactory.h"
 #include "AppFrame.h"
+#include "TivForm.h"
 #include "ScreenOffCounting.h"
 #include "StepDetectorFactory.h"
 
