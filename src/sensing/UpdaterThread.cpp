@@ -56,6 +56,12 @@ void UpdaterThread::WaitUntilIdle() {
     idle_.wait(lock, [this] { return (queue_.empty() && !busy_) || !running_; });
 }
 
+bool UpdaterThread::WaitUntilIdleFor(int ms) {
+    std::unique_lock lock(mutex);
+    return idle_.wait_for(lock, std::chrono::milliseconds(ms),
+                          [this] { return (queue_.empty() && !busy_) || !running_; });
+}
+
 int UpdaterThread::HandledCount() const {
     std::lock_guard lock(mutex);
     return handled_;

@@ -8,6 +8,7 @@
 
 #include "AppFrame.h"
 #include "AppResource.h"
+#include "CountingEngine.h"
 #include "FreshProfile.h"
 #include "MainForm.h"
 #include "Pedometer.h"

@@ -132,6 +132,7 @@ void MainForm::InitOptions() {
     AddOptionKey(Text("more__ My profile"), ID_PROFILE);
     AddOptionKey(Text("main__ History"), ID_HISTORY);
     AddOptionKey(Text("more__ Loosing weight tips"), ID_WEIGHT_TIPS);
+    AddOptionKey(Text("main__ Quit"), ID_QUIT);
 }
 
 void MainForm::ConstructTopButtons() {
@@ -411,6 +412,11 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             sounds.ClickSound();
             OpenScreen(QStringLiteral("tips-weight"));
             break;
+        case ID_QUIT:
+            HideOptionMenu();
+            sounds.ClickSound();
+            Q_EMIT QuitRequested();
+            break;
         default:
             if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
                 sounds.ClickSound();
@@ -618,7 +624,9 @@ void MainForm::SetEnlarged(const QString& caption, const QString& value, const Q
 
 void MainForm::RequestStepsUpdate(int lapSteps) {
     pendingSteps.store(lapSteps);
-    stepsTrigger.Trigger();
+    // A paused screen (in the background) is not woken for each step: it reads the
+    // count again when it resumes.
+    if (updating) stepsTrigger.Trigger();
 }
 
 void MainForm::ApplyPendingSteps() {
@@ -638,6 +646,8 @@ void MainForm::UpdateStepsCount(int lapSteps) {
 }
 
 void MainForm::UpdateData(const DAOLap* lap) {
+    // Paused: nothing is computed or woken; resuming asks for the lap again.
+    if (!updating) return;
     const PedometerOptions& options = PedometerOptions::GetInstance();
     std::vector<DAOLapMinutes> minutes;
     std::vector<DAOLapSeconds> seconds;
