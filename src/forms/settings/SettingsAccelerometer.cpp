@@ -88,7 +88,7 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
     panel.AddNote(Text("settings__ New sensitivities count from the next start."), 34);
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    DetectorKind kind = DetectorKind::Classic;
+    DetectorKind kind = kDefaultDetector;
     StepDetectorFactory::Parse(db.GetPreference(kDetectorPreference), &kind);
     if (StatisticsManager::__engine != nullptr)
         kind = StatisticsManager::__engine->SelectedDetector();
@@ -97,6 +97,9 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
         Text("settings__ Step detector"),
         Text(kind == DetectorKind::Adaptive ? "settings__ Adaptive" : "settings__ Classic"),
         ID_DETECTOR, this);
+    panel.AddNote(Text("settings__ Adaptive: learns how you carry the phone; counts most exactly."),
+                  34);
+    panel.AddNote(Text("settings__ Classic: counts a movement above the meter's lines."), 34);
     const QString sensor = db.GetPreference(kSensorPreference, QStringLiteral("auto"));
     panel.AddValueRow(Text("settings__ Accelerometer"), Text(SensorTextKey(sensor)), ID_SENSOR,
                       this);
@@ -125,7 +128,7 @@ void SettingsAccelerometer::OnActionPerformed(const QWidget& source, int actionI
     switch (actionId) {
         case ID_DETECTOR: {
             SoundsManager::GetInstance().ClickSound();
-            DetectorKind kind = DetectorKind::Classic;
+            DetectorKind kind = kDefaultDetector;
             StepDetectorFactory::Parse(db.GetPreference(kDetectorPreference), &kind);
             if (StatisticsManager::__engine != nullptr) {
                 kind = StatisticsManager::__engine->SelectedDetector();
