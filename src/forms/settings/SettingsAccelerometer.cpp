@@ -94,6 +94,10 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
         Text("settings__ Step detector"),
         Text(kind == DetectorKind::Adaptive ? "settings__ Adaptive" : "settings__ Classic"),
         ID_DETECTOR, this);
+    // Room for two lines each: the German texts wrap.
+    panel.AddNote(Text("settings__ Adaptive: learns how you carry the phone; counts most exactly."),
+                  52);
+    panel.AddNote(Text("settings__ Classic: counts a movement above the meter's lines."), 52);
     const QString sensor = db.GetPreference(kSensorPreference, QStringLiteral("auto"));
     panel.AddValueRow(Text("settings__ Accelerometer"), Text(SensorTextKey(sensor)), ID_SENSOR,
                       this);
