@@ -12,21 +12,21 @@ using storagetest::StorageTest;
 
 namespace {
 
-struct Run {
+struct CliResult {
     int exitCode = -1;
     QString err;
 };
 
 // pedometer-cli with `args`; `fileBlocks` > 0 limits the files it writes to that many
 // 512-byte blocks (a full disk), with the signal ignored so that the write fails.
-Run Cli(const QStringList& args, int fileBlocks = 0) {
+CliResult Cli(const QStringList& args, int fileBlocks = 0) {
     QProcess process;
     const QString limit =
         fileBlocks > 0 ? QStringLiteral("trap '' XFSZ; ulimit -f %1; ").arg(fileBlocks) : QString();
     process.start("/bin/sh", QStringList{"-c", limit + "umask 022; exec \"$0\" \"$@\"",
                                          testdata::CliPath()} +
                                  args);
-    Run run;
+    CliResult run;
     if (!process.waitForFinished(120000)) return run;
     run.exitCode = process.exitCode();
     run.err = QString::fromUtf8(process.readAllStandardError());
@@ -56,7 +56,7 @@ TEST_F(WriterSafetyTest, AWriterReplacesItsFileWholeOrNotAtAllAndFollowsNoLink) 
         SCOPED_TRACE(writer.first().toStdString());
         ASSERT_TRUE(testdata::WriteFile(victim, "someone else's"));
         ASSERT_TRUE(QFile::link(victim, out));
-        Run run = Cli(writer);
+        CliResult run = Cli(writer);
         EXPECT_NE(run.exitCode, 0);
         EXPECT_TRUE(run.err.contains("symbolic link")) << run.err.toStdString();
         EXPECT_TRUE(QFileInfo(out).isSymLink());
@@ -88,7 +88,7 @@ TEST_F(WriterSafetyTest, FoldersAboveTheDataMayBeLinksButTheAppsOwnFilesMayNot) 
     ASSERT_TRUE(QFile::link(home_, folder_->filePath("moved")));
     const QString linked = folder_->filePath("moved/deeper/data");
     EXPECT_EQ(Cli({"backup", folder_->filePath("b"), "--data-dir", home_}).exitCode, 0);
-    Run run = Cli({"restore", folder_->filePath("b"), "--data-dir", linked});
+    CliResult run = Cli({"restore", folder_->filePath("b"), "--data-dir", linked});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     run = Cli({"export", "days", "--out", folder_->filePath("d"), "--data-dir", linked});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
@@ -96,6 +96,7 @@ TEST_F(WriterSafetyTest, FoldersAboveTheDataMayBeLinksButTheAppsOwnFilesMayNot) 
     // A lock file planted as a link is refused, naming it; its target stays as it was.
     const QString victim = folder_->filePath("victim");
     ASSERT_TRUE(testdata::WriteFile(victim, "x"));
+    QFile::remove(home_ + "/" + DataFolderLock::kFileName);
     ASSERT_TRUE(QFile::link(victim, home_ + "/" + DataFolderLock::kFileName));
     run = Cli({"import", folder_->filePath("d"), "--data-dir", home_});
     EXPECT_NE(run.exitCode, 0);
@@ -115,7 +116,7 @@ TEST_F(WriterSafetyTest, ALockFileDeletedUnderTheHolderIsTakenBack) {
     ASSERT_TRUE(lock) << error.toStdString();
     ASSERT_TRUE(QFile::remove(home_ + "/" + DataFolderLock::kFileName));
     EXPECT_TRUE(lock->Reclaim(&error)) << error.toStdString();
-    const Run second = Cli({"import", folder_->filePath("none"), "--data-dir", home_});
+    const CliResult second = Cli({"import", folder_->filePath("none"), "--data-dir", home_});
     EXPECT_TRUE(second.err.contains("another pedometer")) << second.err.toStdString();
 }
 
