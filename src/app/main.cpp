@@ -20,6 +20,7 @@
 #include "CsvReplaySource.h"
 #include "DAOLap.h"
 #include "DAOLapSeconds.h"
+#include "DataBackup.h"
 #include "DataFolderLock.h"
 #include "DesktopNotifications.h"
 #include "FeedbackProfile.h"
@@ -253,6 +254,17 @@ int main(int argc, char** argv) {
         QString lockError;
         folderLock = DataFolderLock::Acquire(home, &lockError);
         if (!folderLock) return fail(lockError);
+        // A restore a killed tool left half done is finished before the files are opened.
+        if (!DataBackup::Recover(home, &lockError)) return fail(lockError);
+    }
+    // Someone deleting the lock file would let a second writer in: take it back.
+    QTimer lockWatch;
+    if (folderLock) {
+        QObject::connect(&lockWatch, &QTimer::timeout, [&folderLock] {
+            QString error;
+            if (!folderLock->Reclaim(&error)) qWarning("pedometer: %s", qPrintable(error));
+        });
+        lockWatch.start(2000);
     }
     QApplication::setWindowIcon(
         QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));

@@ -1,13 +1,13 @@
 #include "BodyCsvExport.h"
 
 #include <QLocale>
-#include <QSaveFile>
 
 #include "AppPaths.h"
 #include "AppResource.h"
 #include "Converter.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
+#include "UserDataFile.h"
 
 namespace {
 QString Number(double value) {
@@ -44,12 +44,7 @@ QString BodyCsvExport::Text(const std::vector<DAOBodyLog>& logs, bool imperial) 
 }
 
 bool BodyCsvExport::Write(const QString& path, const QString& text, QString* error) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
-        if (error != nullptr) *error = QStringLiteral("%1: %2").arg(path, file.errorString());
-        return false;
-    }
-    return true;
+    return UserDataFile::Write(path, text.toUtf8(), error);
 }
 
 bool BodyCsvExport::Export(const QString& path, QString* error) {

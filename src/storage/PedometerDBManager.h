@@ -45,6 +45,7 @@ public:
     DatabaseStatus SavingProblem();
     // The statistics database itself, for whole-table work such as export and import.
     DatabaseConnection& StatisticsConnection() { return statistics_; }
+    DatabaseConnection& OptionsConnection() { return options_; }
     bool IsOptionsUsable() { return OptionsStatus().usable(); }
     bool IsStatisticsUsable() { return StatisticsStatus().usable(); }
     // Closes both files; the next operation opens them again under the current

@@ -1,11 +1,14 @@
 #include "ReportForm.h"
 
+#include <QFile>
 #include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
 #include <cmath>
 
 #include "AppResource.h"
+#include <QFile>
+
 #include "BodyCsvExport.h"
 #include "CaptionButton.h"
 #include "Clock.h"
@@ -423,10 +426,13 @@ void ReportForm::Export() {
     if (IsSending()) return;
     const QString path = BodyCsvExport::DefaultPath();
     QString error;
-    // The mail goes out even so: the user sees the missing attachment in the mail program.
-    if (!BodyCsvExport::Export(path, &error)) qWarning("ReportForm: %s", qPrintable(error));
+    // Only what this export wrote is attached: an older file is removed first. The mail
+    // goes out even so: the user sees the missing attachment in the mail program.
+    QFile::remove(path);
+    const bool written = BodyCsvExport::Export(path, &error);
+    if (!written) qWarning("ReportForm: %s", qPrintable(error));
     StartEmail(social->export_.trimmed(), Text("body__ Exported data from my pedometer"),
-               Text("body__ Attached files "), path);
+               Text("body__ Attached files "), written ? path : QString());
 }
 
 void ReportForm::OnEmailMessageSent(bool sent) {
@@ -438,6 +444,9 @@ void ReportForm::OnEmailMessageSent(bool sent) {
 // --- Social networks -------------------------------------------------------------
 
 void ReportForm::PostTo(const QString& provider) {
+    // Another screen (the social sign-in) may have taken the gateway's answers since
+    // this one was made: they come here again from this request on.
+    SnsGateway::GetInstance().SetListener(this);
     if (SnsGateway::GetInstance().IsLoggedIn(provider) < 0) Authenticate(provider);
 }
 

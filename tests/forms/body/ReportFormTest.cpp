@@ -1,5 +1,6 @@
 #include "ReportForm.h"
 
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QMenu>
@@ -180,6 +181,11 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
     QFile csv(BodyCsvExport::DefaultPath());
     ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
     EXPECT_EQ(csv.readAll(), ";\nChest;\nWaist;\nHips;\nWeight;");
+    // An export that cannot be written attaches nothing, not an older file.
+    ASSERT_TRUE(csv.remove() && QDir().mkdir(BodyCsvExport::DefaultPath()));
+    form.OnActionPerformed(form, ReportForm::ID_EXPORT);
+    WaitUntilSent(form);
+    EXPECT_FALSE(MailArguments().contains("--attach"));
 
     // No mail program at all.
     qputenv("PATH", bin_->path().toUtf8() + "/nowhere");
@@ -198,6 +204,7 @@ TEST_F(ReportFormTest, ASignInThatCannotReachTheProviderSaysSo) {
         QStringLiteral("twitter"),
         SnsEndpoints::Twitter().Rebased(QUrl(QStringLiteral("http://127.0.0.1:1"))));
     ReportForm& form = Open();
+    gateway.SetListener(nullptr);  // as the social sign-in screen leaves it when it closes
     form.OnActionPerformed(form, ReportForm::ID_CELL + 1);
     form.OnActionPerformed(form, ReportForm::ID_TWITTER);
     QEventLoop loop;

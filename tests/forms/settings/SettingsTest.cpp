@@ -153,6 +153,10 @@ TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
         {"@example.org", false},      {"anna@@example.org", false},
         {"anna @example.org", false}, {"anna@example..org", false},
         {"anna@example.org.", false}, {"anna@.example.org", false},
+        {"mailto:me@x.org?attach=/etc/shadow", false},
+        {"me@x.org?attach=/etc/shadow", false},
+        {"a@x.org,b@y.org", false},   {"a@x.org;b@y.org", false},
+        {"a&b@x.org", false},         {"--attach@x.org", false},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c.address)), c.plausible)
