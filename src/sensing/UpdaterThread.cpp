@@ -143,6 +143,6 @@ void UpdaterThread::UpdatingFnc() {
         lap->seconds.push_back(std::move(second));
     }
 
-    Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance);
+    Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance, intervalSteps);
     if (mainForm != nullptr) mainForm->UpdateData(lap.get());
 }

@@ -20,7 +20,7 @@ void playAlarm() {
 }
 }  // namespace
 
-void Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
+void Sygnal::AddValues(double calories, int seconds, double distanceMeters, int steps) {
     PedometerOptions& options = PedometerOptions::GetInstance();
     if (!IsRunning(options.sygnalType)) return;
 
@@ -29,6 +29,7 @@ void Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
     progress.activityTime += seconds;
     progress.calories += calories;
     progress.distance += distanceMeters / 1000.0;
+    progress.steps += steps;
     db.UpdateSygnal(progress);
 
     const int type = options.sygnalType;
@@ -38,6 +39,10 @@ void Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
         playAlarm();
     } else if (type == 6 && progress.activityTime / 60 >= options.sygnalActivity) {
         options.sygnalType = 9;
+        db.SaveOptions();
+        playAlarm();
+    } else if (type == STEPS_RUNNING && progress.steps >= options.sygnalSteps) {
+        options.sygnalType = STEPS_COMPLETED;
         db.SaveOptions();
         playAlarm();
     } else if (type == 4 && progress.calories >= static_cast<double>(options.sygnalCalories)) {

@@ -188,7 +188,7 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
 }
 
 bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result,
-                         QString* error) {
+                         QString* error, bool store) {
     *result = {};
     LineReader reader(in);
     QByteArray line;
@@ -295,6 +295,6 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
         storeLap(db, lap);
         ++result->lapsAdded;
     }
-    transaction.commit();
+    if (store) transaction.commit();
     return true;
 }
