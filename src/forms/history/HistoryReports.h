@@ -5,11 +5,14 @@
 #include "PedometerForm.h"
 
 class HistoryPanel;
+class TivLabel;
 #include <QDateEdit>
 
 // The choice of period history: all days, the last 7, 30 or 180 days, or a range of two
 // dates picked below (the first can never be after the second). Each opens its screen
-// by name. Reads and writes nothing itself. Opened by today's "Reports" soft key or by
+// by name. Above them, the current and the longest streak of days with the daily goal
+// reached, read (GetGoalStreaks over all history) every time the screen appears. Writes
+// nothing. Opened by today's "Reports" soft key or by
 // name. GUI thread only.
 class HistoryReports : public PedometerForm {
     Q_OBJECT
@@ -24,7 +27,10 @@ public:
 
     bool Initialize();
     void OnInitializing() override;
+    void FormWillAppear() override;
     void OnActionPerformed(const QWidget& source, int actionId) override;
+    // The current and the longest streak's rows.
+    TivLabel* GetStreakRow(int index) const { return streakRows_[index]; }
 
     QDateEdit* GetFromField() const { return from_; }
     QDateEdit* GetToField() const { return to_; }
@@ -34,6 +40,7 @@ private:
                             int width);
 
     HistoryPanel* panel_ = nullptr;
+    TivLabel* streakRows_[2] = {nullptr, nullptr};
     QPointer<QDateEdit> from_;
     QPointer<QDateEdit> to_;
 };
