@@ -2,12 +2,9 @@
 
 #include <QCoreApplication>
 
-#include "MainFormListener.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "SoundsManager.h"
-
-MainFormListener* Sygnal::__mainFormInstance = nullptr;
 
 namespace {
 // The sound players belong to the GUI thread; the alarm is reached on the updater
@@ -20,9 +17,9 @@ void playAlarm() {
 }
 }  // namespace
 
-void Sygnal::AddValues(double calories, int seconds, double distanceMeters, int steps) {
+bool Sygnal::AddValues(double calories, int seconds, double distanceMeters, int steps) {
     PedometerOptions& options = PedometerOptions::GetInstance();
-    if (!IsRunning(options.sygnalType)) return;
+    if (!IsRunning(options.sygnalType)) return false;
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     DAOSygnal progress = db.GetTodaySygnal();
@@ -51,7 +48,7 @@ void Sygnal::AddValues(double calories, int seconds, double distanceMeters, int 
         playAlarm();
         db.SaveOptions();
     } else {
-        return;
+        return false;
     }
-    if (__mainFormInstance != nullptr) __mainFormInstance->SygnalFired();
+    return true;
 }

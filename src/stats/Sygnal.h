@@ -1,7 +1,5 @@
 #pragma once
 
-class MainFormListener;
-
 // The goal alarm's accumulator: today's progress towards a calorie, distance, activity
 // or steps target, fed with every five-second interval while counting runs.
 //
@@ -20,9 +18,10 @@ public:
     static constexpr int STEPS_COMPLETED = 12;
 
     // Adds one interval's calories (kcal), length (s), distance (m) and steps to today's
-    // progress while the alarm runs, and completes the alarm when its target is met.
-    // Called on the updater thread.
-    static void AddValues(double calories, int seconds, double distanceMeters, int steps = 0);
+    // progress while the alarm runs, and completes the alarm when its target is met:
+    // then the alarm sounds and the result is true, for the caller to tell its
+    // listeners. Called on the updater thread.
+    static bool AddValues(double calories, int seconds, double distanceMeters, int steps = 0);
 
     static bool IsStopped(int type) {
         return type == 0 || type == 2 || type == 3 || type == STEPS_STOPPED;
@@ -35,7 +34,4 @@ public:
     static bool IsDistance(int type) { return type == 2 || type == 5 || type == 7; }
     static bool IsActivity(int type) { return type == 3 || type == 6 || type == 9; }
     static bool IsSteps(int type) { return type >= STEPS_STOPPED && type <= STEPS_COMPLETED; }
-
-    // Receiver of the completion call; set by the main form.
-    static MainFormListener* __mainFormInstance;
 };

@@ -1,6 +1,7 @@
 #include "HistoryReports.h"
 
 #include <QDateEdit>
+#include <QEvent>
 #include <cmath>
 
 #include "AppResource.h"
@@ -10,6 +11,7 @@
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "StreakRows.h"
+#include "TivDatePicker.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
@@ -37,6 +39,7 @@ void HistoryReports::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->AddHeader(Text("history__ Goal streaks"));
     for (TivLabel*& row : streakRows_) row = panel_->AddRow(QString());
     panel_->AddGap(12);
@@ -59,6 +62,29 @@ void HistoryReports::OnInitializing() {
     connect(to_, &QDateEdit::dateChanged, from_, &QDateEdit::setMaximumDate);
     panel_->AddRowButton(Text("history__ Show"), ID_RANGE, this);
     panel_->show();
+    picker_ = new TivDatePicker(*this);
+}
+
+bool HistoryReports::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
+        return PedometerForm::eventFilter(watched, event);
+    QDateEdit* field = nullptr;
+    for (QDateEdit* candidate : {from_.data(), to_.data()}) {
+        if (candidate != nullptr && (watched == candidate || candidate->isAncestorOf(
+                                                                 qobject_cast<QWidget*>(watched))))
+            field = candidate;
+    }
+    if (field == nullptr) return PedometerForm::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonRelease && picker_ != nullptr) {
+        SoundsManager::GetInstance().ClickSound();
+        const bool isFrom = field == from_;
+        const QPointer<QDateEdit> target = field;
+        picker_->Open(field->date(), isFrom ? QDate() : from_->date(),
+                      isFrom ? to_->date() : QDate(), [target](const QDate& day) {
+                          if (target) target->setDate(day);
+                      });
+    }
+    return true;  // the field's own editing by touch stays closed: the picker edits it
 }
 
 QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, const QDate& date,
@@ -72,7 +98,10 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
     caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     caption->setGeometry(x, 0, width, Scaled(30));
     auto* field = new QDateEdit(date, row);
-    field->setCalendarPopup(true);
+    field->setCalendarPopup(false);
+    field->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    field->installEventFilter(this);
+    for (QWidget* part : field->findChildren<QWidget*>()) part->installEventFilter(this);
     field->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
     field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(30)));
     field->setStyleSheet(

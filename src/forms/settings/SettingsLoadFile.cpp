@@ -7,7 +7,7 @@
 #include "AppPaths.h"
 #include "DataBackup.h"
 #include "FileChooser.h"
-#include "MainForm.h"
+#include "CountingEngine.h"
 #include "PedometerDBManager.h"
 #include "ReportPopup.h"
 #include "ScreenDirectory.h"
@@ -28,7 +28,8 @@ QString Filled(QString text, const QStringList& values) {
 }
 }  // namespace
 
-SettingsLoadFile::SettingsLoadFile(QWidget* parent) : SettingsScreen(parent) {}
+SettingsLoadFile::SettingsLoadFile(StatisticsManager* statistics, QWidget* parent)
+    : SettingsScreen(parent), statistics_(statistics) {}
 
 bool SettingsLoadFile::Initialize(Mode mode) {
     mode_ = mode;
@@ -117,7 +118,7 @@ void SettingsLoadFile::Choose(const QString& path) {
 }
 
 QString SettingsLoadFile::Restore() {
-    StatisticsManager* statistics = MainForm::__statManager;
+    StatisticsManager* statistics = statistics_;
     if (statistics != nullptr && statistics->GetStarted()) {
         return Text("settings__ Stop counting before restoring a backup.");
     }
@@ -186,14 +187,16 @@ void SettingsLoadFile::OnActionPerformed(const QWidget& source, int actionId) {
     }
 }
 
-PEDOMETER_SCREEN("settings-import", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* form = new SettingsLoadFile;
+PEDOMETER_SCREEN("settings-import", [](CountingEngine& engine, const ScreenRequest&,
+                                        QString*) -> PedometerForm* {
+    auto* form = new SettingsLoadFile(&engine.Statistics());
     form->Initialize(SettingsLoadFile::Mode::Import);
     return form;
 });
 
-PEDOMETER_SCREEN("settings-restore", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* form = new SettingsLoadFile;
+PEDOMETER_SCREEN("settings-restore", [](CountingEngine& engine, const ScreenRequest&,
+                                         QString*) -> PedometerForm* {
+    auto* form = new SettingsLoadFile(&engine.Statistics());
     form->Initialize(SettingsLoadFile::Mode::Restore);
     return form;
 });

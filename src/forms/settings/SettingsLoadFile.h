@@ -5,6 +5,7 @@
 #include "SettingsScreen.h"
 
 class ReportPopup;
+class StatisticsManager;
 
 // Bringing data back in from a file, in the app: Import adds the days, laps or minutes
 // of a CSV written by export ("settings-import", as 'pedometer-cli import'), Restore puts
@@ -26,7 +27,8 @@ public:
     static constexpr int ID_CONFIRM = 201;
     static constexpr int ID_POPUP_OK = 202;
 
-    explicit SettingsLoadFile(QWidget* parent = nullptr);
+    // `statistics` is the counting engine's (null where nothing counts, as in tests).
+    explicit SettingsLoadFile(StatisticsManager* statistics, QWidget* parent = nullptr);
     bool Initialize(Mode mode);
     void OnInitializing() override;
     void OnActionPerformed(const QWidget& source, int actionId) override;
@@ -51,6 +53,7 @@ private:
     bool RunImport(bool store, QString* message);
     QString Restore();
 
+    StatisticsManager* statistics_;
     Mode mode_ = Mode::Import;
     QString path_;
     QString preview_;
