@@ -149,7 +149,7 @@ void UpdaterThread::UpdatingFnc() {
         lap->seconds.push_back(std::move(second));
     }
 
-    const bool goalReached = Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance);
+    const bool goalReached = Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance, intervalSteps);
     if (mainForm != nullptr) {
         if (goalReached) mainForm->SygnalFired();
         mainForm->UpdateData(lap.get());

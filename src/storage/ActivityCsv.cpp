@@ -195,7 +195,7 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
 }
 
 bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result,
-                         QString* error) {
+                         QString* error, bool store) {
     *result = {};
     LineReader reader(in);
     QByteArray line;
@@ -330,6 +330,6 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
         storeLap(db, lap);
         ++result->lapsAdded;
     }
-    transaction.commit();
+    if (store) transaction.commit();
     return true;
 }

@@ -3,25 +3,23 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <cmath>
+#include <tuple>
 
 #include "AppResource.h"
 #include "Converter.h"
 #include "DAOTarget.h"
-#include "DistanceEntry.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "TargetSlider.h"
 #include "TivLabel.h"
-#include "TivNumberField.h"
 #include "TivUtils.h"
 
 namespace {
 // Sizes in the 480-wide layout.
 constexpr int kContentGap = 40;  // below the tabs
 constexpr int kFieldTop = 24;    // in the content panel
-constexpr int kFieldHeight = 72;
 constexpr int kContentHeight = 150;  // the row of fields and some air
 constexpr int kSliderHeight = 84;
 constexpr int kSliderBar = 28;
@@ -45,21 +43,23 @@ bool TargetSelect::Initialize() {
 void TargetSelect::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     SetTitleText(Text("today_goal__ Today's goal"));
-    AddTabItem(Text("pacer__ Off"), ID_OFF);
-    AddTabItem(Text("today_goal__ Distance"), ID_DISTANCE);
-    AddTabItem(Text("today_goal__ Calories_Stopwatch"), ID_CALORIES);
-    AddTabItem(Text("today_goal__ Activity"), ID_ACTIVITY);
+    // The tab of a kind is at the kind's index.
     const int kind = DAOTarget::GetInstance().targetActive;
-    if (kind >= 1 && kind <= 3)
-        SetSelectedTabIndex(kind);
-    else
-        SetSelectedTabIndex(0);
+    GoalFieldRow::AddTabs(*this,
+                          {{"pacer__ Off", ID_OFF},
+                           {"today_goal__ Distance", ID_DISTANCE},
+                           {"today_goal__ Calories_Stopwatch", ID_CALORIES},
+                           {"today_goal__ Activity", ID_ACTIVITY},
+                           {"today_goal__ Steps", ID_STEPS}},
+                          kind >= DAOTarget::DISTANCE && kind <= DAOTarget::STEPS ? kind : 0);
     ShowBackButton();
 
     const int top = GetClientTop() + Scaled(kContentGap);
     content_ = new QWidget(this);
     content_->setGeometry(0, top, width(), Scaled(kContentHeight));
     content_->show();
+    row_ = std::make_unique<GoalFieldRow>(*content_, Scaled(kFieldTop),
+                                          [this](QLineEdit& field) { OnTextValueChanged(field); });
 
     slider_ = new TargetSlider(this);
     const int margin = Scaled(20);
@@ -73,33 +73,9 @@ void TargetSelect::FormWillAppear() {
     if (slider_ != nullptr) slider_->UpdateData();
 }
 
-QLineEdit* TargetSelect::AddField(int maxLength, const QString& text, int x, int width) {
-    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
-    field->setText(text);
-    field->setGeometry(x, Scaled(kFieldTop), width, Scaled(kFieldHeight));
-    connect(field, &QLineEdit::editingFinished, this,
-            [this, field] { OnTextValueChanged(*field); });
-    field->show();
-    return field;
-}
-
-void TargetSelect::AddUnit(const QString& text, int x, int width) {
-    auto* label = new TivLabel(content_);
-    label->SetText(text);
-    label->SetFontSize(Scaled(34));
-    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    label->setGeometry(x, Scaled(kFieldTop), width, Scaled(kFieldHeight));
-    label->show();
-}
-
 void TargetSelect::ReloadControls() {
     if (content_ == nullptr) return;
-    // The old fields go quietly: one may be emitting its own signal right now.
-    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        child->disconnect(this);
-        child->hide();
-        child->deleteLater();
-    }
+    row_->Clear();
     valueField_ = nullptr;
     wholeField_ = nullptr;
     fractionField_ = nullptr;
@@ -107,78 +83,35 @@ void TargetSelect::ReloadControls() {
 
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
-    const int center = content_->width() / 2;
     switch (goal.targetActive) {
-        case 1: {
-            // Whole part, then the fraction: metres (3 digits) or tenths of a mile.
-            const DistanceEntry entry = DistanceEntry::FromKilometers(goal.distance, miles);
-            const int whole = std::min(entry.whole, 99);
-            const QString fractionText = entry.FractionText(miles);
-            const int fieldWhole = Scaled(100);
-            const int fieldFraction = Scaled(miles ? 70 : 130);
-            const int between = Scaled(miles ? 30 : 70);
-            const int after = Scaled(70);
-            const int gap = Scaled(10);
-            const int rowWidth = fieldWhole + gap + between + fieldFraction + gap + after;
-            int x = center - rowWidth / 2;
-            wholeField_ = AddField(2, QString::number(whole), x, fieldWhole);
-            x += fieldWhole + gap;
-            AddUnit(miles ? QString(QLocale().decimalPoint()) : Text("today_goal__ km"), x,
-                    between);
-            x += between;
-            fractionField_ = AddField(miles ? 1 : 3, fractionText, x, fieldFraction);
-            x += fieldFraction + gap;
-            AddUnit(Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
+        case DAOTarget::DISTANCE:
+            std::tie(wholeField_, fractionField_) = row_->AddDistance(goal.distance, miles);
             break;
-        }
-        case 2:
-        case 3: {
-            const bool calories = goal.targetActive == 2;
-            const int fieldWidth = Scaled(calories ? 150 : 120);
-            const int unitWidth = Scaled(100);
-            const int gap = Scaled(12);
-            const int x = center - (fieldWidth + gap + unitWidth) / 2;
-            valueField_ = AddField(calories ? 4 : 3,
-                                   QString::number(calories ? goal.calories : goal.activityTime), x,
-                                   fieldWidth);
-            AddUnit(Text(calories ? "today_goal__ Cal" : "today_goal__ min"), x + fieldWidth + gap,
-                    unitWidth);
+        case DAOTarget::CALORIES:
+            valueField_ = row_->AddValue(4, goal.calories, Text("today_goal__ Cal"), 150);
             break;
-        }
-        default: {
+        case DAOTarget::ACTIVITY:
+            valueField_ = row_->AddValue(3, goal.activityTime, Text("today_goal__ min"), 120);
+            break;
+        case DAOTarget::STEPS:
+            valueField_ = row_->AddValue(5, goal.steps, Text("today_goal__ steps"), 180, 120);
+            break;
+        default:
             // With the goal off, say what choosing one does.
-            auto* hint = new TivLabel(content_);
-            hint->setObjectName(QStringLiteral("hint"));
-            const int margin = Scaled(30);
-            hint->setGeometry(margin, Scaled(kFieldTop), content_->width() - 2 * margin,
-                              content_->height() - Scaled(kFieldTop));
-            hint->SetFontSize(Scaled(28));
-            hint->SetVerticalAlligment(TivLabel::ALIGN_TOP);
-            hint->SetTextColor(QColor(0xC8, 0xD2, 0xE6));
-            hint->SetNeedOutline(false);
-            hint->SetText(Text("today_goal__ Off hint"));
-            hint->show();
-            hintLabel_ = hint;
+            hintLabel_ = row_->AddHint(Text("today_goal__ Off hint"),
+                                       content_->height() - Scaled(kFieldTop));
             break;
-        }
     }
     slider_->UpdateData();
     content_->update();
 }
 
-void TargetSelect::CommitEditing() {
-    // A field still being edited is taken before its kind changes.
-    for (QLineEdit* field : {valueField_.data(), wholeField_.data(), fractionField_.data()}) {
-        if (field != nullptr && field->hasFocus()) field->clearFocus();
-    }
-}
-
 void TargetSelect::OnActionPerformed(const QWidget& source, int actionId) {
-    if (actionId < ID_OFF || actionId > ID_ACTIVITY) {
+    if (actionId < ID_OFF || actionId > ID_STEPS) {
         PedometerForm::OnActionPerformed(source, actionId);
         return;
     }
-    CommitEditing();
+    row_->CommitEditing();
     SoundsManager::GetInstance().ClickSound();
     DAOTarget::GetInstance().targetActive = actionId - ID_OFF;
     PedometerDBManager::GetInstance().SaveTagets();
@@ -186,49 +119,26 @@ void TargetSelect::OnActionPerformed(const QWidget& source, int actionId) {
 }
 
 void TargetSelect::OnTextValueChanged(const QWidget& control) {
-    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
-    if (field == nullptr ||
-        (field != valueField_ && field != wholeField_ && field != fractionField_)) {
-        return;
-    }
-    bool isNumber = false;
-    field->text().toInt(&isNumber);
-    if (!isNumber) field->setText(QStringLiteral("0"));
-
+    if (row_ == nullptr || !row_->Holds(control)) return;
     DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
     switch (goal.targetActive) {
-        case 1: {
+        case DAOTarget::DISTANCE:
             if (wholeField_ == nullptr || fractionField_ == nullptr) return;
-            if (!miles && fractionField_->text().size() < 3) {
-                fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
-            }
-            DistanceEntry entry{wholeField_->text().toInt(), fractionField_->text().toInt()};
-            const int typed = entry.fraction;
-            goal.distance = entry.ToKilometers(miles);
-            if (entry.fraction != typed) fractionField_->setText(QString::number(entry.fraction));
+            goal.distance = GoalFieldRow::ReadDistance(*wholeField_, *fractionField_, miles);
             break;
-        }
-        case 2: {
+        case DAOTarget::CALORIES:
             if (valueField_ == nullptr) return;
-            int calories = valueField_->text().toInt();
-            if (calories <= 9) {
-                calories = 10;
-                valueField_->setText(QStringLiteral("10"));
-            }
-            goal.calories = calories;
+            goal.calories = GoalFieldRow::ReadAtLeast(*valueField_, 10);
             break;
-        }
-        case 3: {
+        case DAOTarget::ACTIVITY:
             if (valueField_ == nullptr) return;
-            int minutes = valueField_->text().toInt();
-            if (minutes < 5) {
-                minutes = 5;
-                valueField_->setText(QStringLiteral("5"));
-            }
-            goal.activityTime = minutes;
+            goal.activityTime = GoalFieldRow::ReadAtLeast(*valueField_, 5);
             break;
-        }
+        case DAOTarget::STEPS:
+            if (valueField_ == nullptr) return;
+            goal.steps = GoalFieldRow::ReadAtLeast(*valueField_, DAOTarget::kLowestSteps);
+            break;
         default:
             return;
     }

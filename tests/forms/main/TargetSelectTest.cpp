@@ -82,9 +82,9 @@ TEST_F(TargetSelectTest, OpensOnTheStoredKindWithItsTargetAndABackKey) {
     Goal().calories = 300;
     TargetSelect& form = Open();
     EXPECT_EQ(form.GetHeader()->GetTitleText(), "Today's goal");
-    ASSERT_EQ(form.GetHeader()->GetTabCount(), 4);
+    ASSERT_EQ(form.GetHeader()->GetTabCount(), 5);
     EXPECT_EQ(form.GetHeader()->GetTabText(0), "Off");
-    EXPECT_EQ(form.GetHeader()->GetTabActionId(3), TargetSelect::ID_ACTIVITY);
+    EXPECT_EQ(form.GetHeader()->GetTabActionId(4), TargetSelect::ID_STEPS);
     EXPECT_EQ(form.GetSelectedTabIndex(), 2);
     ASSERT_NE(form.GetValueField(), nullptr);
     EXPECT_EQ(form.GetValueField()->text(), "300");
@@ -129,24 +129,32 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
     EXPECT_EQ(form.GetValueField(), nullptr);
 }
 
-TEST_F(TargetSelectTest, CaloriesAndActivityHaveFloorsAndEmptyMeansZero) {
+TEST_F(TargetSelectTest, CaloriesActivityAndStepsHaveFloorsAndEmptyMeansZero) {
+    const struct {
+        int tab;
+        const char* typed;
+        const char* shown;
+        int DAOTarget::*stored;
+        int value;
+    } cases[] = {
+        {2, "0", "10", &DAOTarget::calories, 10},
+        {2, "1500", "1500", &DAOTarget::calories, 1500},
+        {2, "", "10", &DAOTarget::calories, 10},
+        {3, "3", "5", &DAOTarget::activityTime, 5},
+        {3, "45x", "45", &DAOTarget::activityTime, 45},  // the field takes digits only
+        {4, "99", "100", &DAOTarget::steps, 100},
+        {4, "", "100", &DAOTarget::steps, 100},
+        {4, "123456", "12345", &DAOTarget::steps, 12345},  // five digits at most
+    };
     Goal().targetActive = 2;
     TargetSelect& form = Open();
-    Enter(form.GetValueField(), "0");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
-    EXPECT_EQ(Stored().calories, 10);
-    Enter(form.GetValueField(), "1500");
-    EXPECT_EQ(Stored().calories, 1500);
-    Enter(form.GetValueField(), "");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
-    EXPECT_EQ(Stored().calories, 10);
-
-    TapTab(3);
-    Enter(form.GetValueField(), "3");
-    EXPECT_EQ(form.GetValueField()->text(), "5");
-    EXPECT_EQ(Stored().activityTime, 5);
-    Enter(form.GetValueField(), "45x");  // the field takes digits only
-    EXPECT_EQ(Stored().activityTime, 45);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string("tab ") + std::to_string(c.tab) + " typed " + c.typed);
+        if (form.GetSelectedTabIndex() != c.tab) TapTab(c.tab);
+        Enter(form.GetValueField(), c.typed);
+        EXPECT_EQ(form.GetValueField()->text(), c.shown);
+        EXPECT_EQ(Stored().*c.stored, c.value);
+    }
 }
 
 TEST_F(TargetSelectTest, MetricDistanceIsKilometresAndThreeDigitsOfMetres) {
