@@ -185,7 +185,7 @@ int main(int argc, char** argv) {
                                      QStringLiteral("Folder for the databases and exports."),
                                      QStringLiteral("DIR"));
     const QCommandLineOption sensor(QStringLiteral("sensor"),
-                                    QStringLiteral("Accelerometer: auto, qt, iio or none."),
+                                    QStringLiteral("Accelerometer: auto, qt, iio, iio-steps or none."),
                                     QStringLiteral("KIND"), QStringLiteral("auto"));
     const QCommandLineOption detector(
         QStringLiteral("detector"),
@@ -280,7 +280,7 @@ int main(int argc, char** argv) {
     if (parser.isSet(silent)) PlatformSettings::SetSilentMode(true);
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
     if (!AccelerometerSourceFactory::IsValidChoice(parser.value(sensor))) {
-        return fail(QStringLiteral("--sensor must be auto, qt, iio or none"));
+        return fail(QStringLiteral("--sensor must be auto, qt, iio, iio-steps or none"));
     }
     if (parser.isSet(detector)) {
         DetectorKind kind = DetectorKind::Classic;

@@ -9,4 +9,7 @@ class AccelerometerListener {
 public:
     virtual ~AccelerometerListener() = default;
     virtual void OnDataReceived(float x, float y, float z) = 0;
+    // `steps` walking steps counted by the chip itself (a hardware step counter), on the
+    // source's thread; listeners that count steps take them, others ignore them.
+    virtual void OnStepsCounted(int /*steps*/) {}
 };

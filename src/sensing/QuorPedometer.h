@@ -63,6 +63,8 @@ public:
 
     // One sample in g.
     void OnDataReceived(float x, float y, float z) override;
+    // Steps a hardware step counter counted: walking steps while counting.
+    void OnStepsCounted(int steps) override;
 
     // Advance one gait's state machine; true when it fires.
     bool isStep(float current, float previous);
