@@ -6,6 +6,9 @@
 //     context switches from /proc/self/task/*/status) and the share of a core used.
 //   bench_IioDevice stop
 //     the time Stop takes while a read hangs in the driver for 5 s.
+//   bench_IioDevice serve buffered|polled DRIVER FOLDER SECONDS
+//     lays DRIVER's tree out under FOLDER and feeds it a walking swing at 50 Hz for
+//     SECONDS, for running the application against it (see FakeIioDevice).
 //   bench_IioDevice walk buffered|polled DRIVER SECONDS FILE...
 //     the steps counted from the walks (joined, cut at SECONDS) fed through DRIVER's tree
 //     in real time against the steps counted from the recording itself.
@@ -166,6 +169,37 @@ int stopTime() {
     return 0;
 }
 
+int serve(bool buffered, const QString& driver, const QString& folder, int seconds) {
+    const FakeIioDevice::Shape* shape = nullptr;
+    for (const FakeIioDevice::Shape& s : FakeIioDevice::Shapes())
+        if (driver == QLatin1String(s.driver)) shape = &s;
+    if (shape == nullptr) return 1;
+    const FakeIioDevice device(folder, *shape, 0);
+    const int feed = device.OpenFeed();
+    std::printf("PEDOMETER_SYSFS_ROOT=%s/sys PEDOMETER_UDEV_ROOT=%s/run/udev PEDOMETER_DEV_ROOT=%s/dev\n",
+                qPrintable(folder), qPrintable(folder), qPrintable(folder));
+    std::fflush(stdout);
+    const auto start = Clock::now();
+    for (long second = 0; second < seconds; ++second) {
+        QByteArray block;
+        for (long n = second * 50; n < (second + 1) * 50; ++n) {
+            const double t = n / 50.0;
+            if (buffered) {
+                block += device.Scan(swing(t), qint64(t * 1e9));
+            } else {
+                std::this_thread::sleep_until(start + std::chrono::milliseconds(n * 20));
+                device.SetReading(swing(t));
+            }
+        }
+        std::this_thread::sleep_until(start + std::chrono::seconds(second + 1));
+        // Nobody reading (the buffer not taken) must not stop the feed.
+        if (buffered && fcntl(feed, F_SETFL, O_NONBLOCK) == 0) {
+            [[maybe_unused]] const ssize_t put = write(feed, block.constData(), size_t(block.size()));
+        }
+    }
+    return 0;
+}
+
 int walk(bool buffered, const QString& driver, double seconds, const QStringList& files) {
     AccelerationRecording recording;
     qint64 offset = 0;
@@ -234,11 +268,14 @@ int main(int argc, char** argv) {
         return wakeups(buffered, args.value(2, QStringLiteral("60")).toInt(),
                        args.value(3, QStringLiteral("50")).toDouble());
     if (what == QLatin1String("stop")) return stopTime();
+    if (what == QLatin1String("serve") && args.size() == 5)
+        return serve(buffered, args[2], args[3], args[4].toInt());
     if (what == QLatin1String("walk") && args.size() >= 5)
         return walk(buffered, args[2], args[3].toDouble(), args.mid(4));
     std::fprintf(stderr,
                  "usage: bench_IioDevice wakeups buffered|polled [SECONDS] [RATE]\n"
                  "       bench_IioDevice stop\n"
+                 "       bench_IioDevice serve buffered|polled DRIVER FOLDER SECONDS\n"
                  "       bench_IioDevice walk buffered|polled DRIVER SECONDS FILE...\n");
     return 2;
 }

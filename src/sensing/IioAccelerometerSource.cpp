@@ -10,7 +10,7 @@
 
 namespace {
 // How long Stop waits for the sensor thread before leaving it to end by itself.
-constexpr int kStopWaitMs = 150;
+constexpr int kStopWaitMs = 100;
 
 bool isAccelerometer(const QString& device) {
     for (const char* axis : {"x", "y", "z"}) {

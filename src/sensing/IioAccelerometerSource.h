@@ -26,7 +26,7 @@ class IioCapture;
 // mount_matrix) and delivered in g on the source's 30 ms cadence. IioCapture does the
 // reading: from the device's buffer in blocks when it can be had, else by polling.
 //
-// Threads: Start/Stop from the GUI thread. Stop returns within about 150 ms however
+// Threads: Start/Stop from the GUI thread. Stop returns within about 100 ms however
 // slow the device is: a sensor thread stuck in a read is left to end by itself, and it
 // delivers nothing more.
 class IioAccelerometerSource final : public AccelerometerSource {

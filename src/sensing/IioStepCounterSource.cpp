@@ -10,7 +10,7 @@
 #include "IioStepCounter.h"
 
 namespace {
-constexpr int kStopWaitMs = 150;
+constexpr int kStopWaitMs = 100;
 }
 
 // Shared by the source and its thread, so a thread stuck in a read can finish alone.

@@ -13,7 +13,7 @@
 // is looked for again at each read.
 //
 // Threads: Start/Stop/ReopenAfterResume from the GUI thread; deliveries on a thread of
-// the source's own. Stop returns within about 150 ms even while a read hangs, and no
+// the source's own. Stop returns within about 100 ms even while a read hangs, and no
 // delivery follows it.
 class IioStepCounterSource final : public AccelerometerSource {
 public:
