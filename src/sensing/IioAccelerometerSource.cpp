@@ -130,31 +130,39 @@ QString IioAccelerometerSource::DevicePath() const {
 void IioAccelerometerSource::Start(AccelerometerListener* listener) {
     if (listener == nullptr || IsRunning()) return;
     Stop();
-    capture_ = std::make_shared<IioCapture>(options_, listener);
-    thread_ = std::thread([capture = capture_] { capture->Run(); });
+    auto capture = std::make_shared<IioCapture>(options_, listener);
+    thread_ = std::thread([capture] { capture->Run(); });
+    std::lock_guard lock(captureMutex_);
+    capture_ = std::move(capture);
 }
 
 void IioAccelerometerSource::Stop() {
-    if (!capture_) return;
-    capture_->RequestStop();
+    std::shared_ptr<IioCapture> capture;
+    {
+        std::lock_guard lock(captureMutex_);
+        capture.swap(capture_);
+    }
+    if (!capture) return;
+    capture->RequestStop();
     // A read that blocks in the driver cannot be interrupted: the thread then finishes
     // it on its own, holding its share of the capture, and delivers nothing more.
-    if (capture_->WaitUntilFinished(kStopWaitMs))
+    if (capture->WaitUntilFinished(kStopWaitMs))
         thread_.join();
     else
         thread_.detach();
-    capture_.reset();
 }
 
 bool IioAccelerometerSource::IsRunning() const {
+    std::lock_guard lock(captureMutex_);
     return capture_ != nullptr;
 }
 
 void IioAccelerometerSource::ReopenAfterResume() {
-    // GUI thread, like Start and Stop.
+    std::lock_guard lock(captureMutex_);
     if (capture_) capture_->Reopen();
 }
 
 bool IioAccelerometerSource::IsBuffered() const {
+    std::lock_guard lock(captureMutex_);
     return capture_ && capture_->IsBuffered();
 }

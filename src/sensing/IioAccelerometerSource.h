@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "AccelerometerSource.h"
@@ -26,7 +27,7 @@ class IioCapture;
 // mount_matrix) and delivered in g on the source's 30 ms cadence. IioCapture does the
 // reading: from the device's buffer in blocks when it can be had, else by polling.
 //
-// Threads: Start/Stop from the GUI thread. Stop returns within about 100 ms however
+// Threads: Start/Stop from the GUI thread, ReopenAfterResume from any. Stop returns within about 100 ms however
 // slow the device is: a sensor thread stuck in a read is left to end by itself, and it
 // delivers nothing more.
 class IioAccelerometerSource final : public AccelerometerSource {
@@ -73,6 +74,7 @@ public:
 
 private:
     const Options options_;
-    std::shared_ptr<IioCapture> capture_;  // GUI thread; the sensor thread holds its own
-    std::thread thread_;
+    mutable std::mutex captureMutex_;      // ReopenAfterResume may come from any thread
+    std::shared_ptr<IioCapture> capture_;  // under captureMutex_; the thread holds its own
+    std::thread thread_;                   // GUI thread
 };
