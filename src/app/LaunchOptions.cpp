@@ -33,10 +33,10 @@ const OptionRow kOptions[] = {
          o.dataDir = v;
          return QString();
      }},
-    {"sensor", "KIND", "Accelerometer: auto, qt, iio or none (default: the stored setting).",
+    {"sensor", "KIND", "Accelerometer: auto, qt, iio, iio-steps or none (default: the stored setting).",
      [](const QString& v, LaunchOptions& o) {
          if (!AccelerometerSourceFactory::IsValidChoice(v))
-             return QStringLiteral("--sensor must be auto, qt, iio or none");
+             return QStringLiteral("--sensor must be auto, qt, iio, iio-steps or none");
          o.sensor = v;
          return QString();
      }},

@@ -22,7 +22,7 @@ struct LaunchOptions {
     };
 
     QString dataDir;                      // empty: the per-user data folder
-    std::optional<QString> sensor;        // auto, qt, iio or none; unset: the stored choice
+    std::optional<QString> sensor;        // auto, qt, iio, iio-steps or none; unset: the stored choice
     std::optional<DetectorKind> detector;  // unset: the stored choice
     QString replayFile;                   // a recording to count from instead
     bool loop = false;

@@ -13,4 +13,7 @@ public:
     virtual ~AccelerometerListener() = default;
     virtual void OnDataReceived(float x, float y, float z) = 0;
     virtual void OnTickWithoutSample() {}
+    // `steps` walking steps counted by the chip itself (a hardware step counter), on the
+    // source's thread; listeners that count steps take them, others ignore them.
+    virtual void OnStepsCounted(int /*steps*/) {}
 };

@@ -141,6 +141,10 @@ void QuorPedometer::reportStep(int gait) {
     callOutBusy.store(false);
 }
 
+void QuorPedometer::OnStepsCounted(int steps) {
+    for (int i = 0; i < steps; ++i) reportStep(1);
+}
+
 void QuorPedometer::reportRawDelta() {
     callOutBusy.store(true);
     if (monitoring.load() && accelerometerSettings != nullptr) {

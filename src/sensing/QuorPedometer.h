@@ -66,6 +66,8 @@ public:
     // A tick without a new sample: the adaptive detector hears the last one again (its
     // time runs in ticks); the classic machines wait for the next sample.
     void OnTickWithoutSample() override;
+    // Steps a hardware step counter counted: walking steps while counting.
+    void OnStepsCounted(int steps) override;
 
     // Advance one gait's state machine; true when it fires.
     bool isStep(float current, float previous);
