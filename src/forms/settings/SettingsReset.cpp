@@ -6,7 +6,7 @@
 #include "Clock.h"
 #include "DAOLap.h"
 #include "HistoryConfirmPopup.h"
-#include "MainForm.h"
+#include "CountingEngine.h"
 #include "PedometerDBManager.h"
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
@@ -73,10 +73,10 @@ SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const Q
 
 void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    StatisticsManager* statistics = MainForm::__statManager;
+    StatisticsManager* statistics = &statistics_;
     const QDate today = Clock::Now().date();
     const bool holdsToday = from <= today && today <= to;
-    if (!holdsToday || statistics == nullptr || !statistics->GetCurrentLap()) {
+    if (!holdsToday || !statistics->GetCurrentLap()) {
         db.ResetLogs(from.startOfDay(), to.startOfDay());
         return;
     }
@@ -88,7 +88,8 @@ void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
     statistics->StartNewLap();
 }
 
-SettingsReset::SettingsReset(QWidget* parent) : SettingsScreen(parent) {}
+SettingsReset::SettingsReset(StatisticsManager& statistics, QWidget* parent)
+    : SettingsScreen(parent), statistics_(statistics) {}
 
 bool SettingsReset::Initialize() {
     setObjectName(QStringLiteral("SettingsReset"));
@@ -151,7 +152,7 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
         Ask(WithValues(Text("settings__ Erase %@ days with %@ laps and %@ minute records?"),
                        {QString::number(extent.days), QString::number(extent.laps),
                         QString::number(extent.minutes)}),
-            [from, to] { EraseStatistics(from, to); });
+            [this, from, to] { EraseStatistics(from, to); });
         return;
     }
     if (actionId >= ID_RESET_CHEST && actionId <= ID_RESET_WEIGHT) {
@@ -168,7 +169,7 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
                             "every body measurement?"),
                        {QString::number(extent.days), QString::number(extent.laps),
                         QString::number(extent.minutes)}),
-            [] {
+            [this] {
                 EraseStatistics(kFirstDay, kLastDay);
                 PedometerDBManager& db = PedometerDBManager::GetInstance();
                 for (const Series& series : kSeries) (db.*series.reset)();
@@ -179,8 +180,9 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
     SettingsScreen::OnActionPerformed(source, actionId);
 }
 
-PEDOMETER_SCREEN("settings-reset", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* form = new SettingsReset;
+PEDOMETER_SCREEN("settings-reset", [](CountingEngine& engine, const ScreenRequest&,
+                                      QString*) -> PedometerForm* {
+    auto* form = new SettingsReset(engine.Statistics());
     form->Initialize();
     return form;
 });

@@ -28,6 +28,11 @@ bool PedArticleArea::Initialize(const QString& text) {
     return true;
 }
 
+void PedArticleArea::OnRescaled(double, double) {
+    Initialize(text_);
+    update();
+}
+
 void PedArticleArea::Render() {
     canvas_ = QPixmap(size() * devicePixelRatioF());
     canvas_.setDevicePixelRatio(devicePixelRatioF());

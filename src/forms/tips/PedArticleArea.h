@@ -4,6 +4,8 @@
 #include <QString>
 #include <QWidget>
 
+#include "IRescalable.h"
+
 // A long text drawn once, word-wrapped in white, into an off-screen picture that every
 // paint copies: the article panel of the tips, meant to sit in a scroll area.
 //
@@ -11,7 +13,7 @@
 // panel's width gives the lines, each a font height plus 15 pixels, plus 130 pixels of
 // slack (all in the 480-wide layout, scaled). Text beyond the estimate is cut with an
 // ellipsis. The text is shown as it is; no markup is read.
-class PedArticleArea : public QWidget {
+class PedArticleArea : public QWidget, public IRescalable {
     Q_OBJECT
 public:
     static constexpr int kWidth = 460;  // in the 480-wide layout
@@ -25,6 +27,8 @@ public:
     QString GetText() const { return text_; }
     // The rendered text; null before the first show.
     const QPixmap& GetCanvas() const { return canvas_; }
+    // Sizes and draws the text again for the new scale.
+    void OnRescaled(double from, double to) override;
 
 protected:
     void showEvent(QShowEvent* event) override;

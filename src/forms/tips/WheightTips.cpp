@@ -65,6 +65,7 @@ void WheightTips::OnInitializing() {
     article_->Initialize(text);
     scroll_->setWidget(article_);
     scroll_->show();
+    SetGrowBandBelowHeader();
 }
 
 bool WheightTips::OnDraw(QPainter& painter) {
