@@ -6,7 +6,10 @@
 #include <QLocale>
 #include <QWidget>
 
+#include "AccelerometerSource.h"
 #include "AppFrame.h"
+#include "BlockPane.h"
+#include "CountingEngine.h"
 #include "AppResource.h"
 #include "FreshProfile.h"
 #include "MainForm.h"
@@ -27,7 +30,6 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(profile.IsValid());
         qputenv("PEDOMETER_NO_DBUS", "1");
-        MainForm::UseSensorSource(nullptr);
     }
     void TearDown() override {
         app.reset();
@@ -51,6 +53,7 @@ TEST_F(LayoutCheckTest, EveryScreenFitsEverySizeInBothLanguages) {
         QLocale::setDefault(QLocale(QString::fromLatin1(language)));
         AppFrame::SetStartSize(kSizes[0]);
         app = std::make_unique<Pedometer>();
+        app->Engine().UseSensorSource(nullptr);
         app->OnAppInitializing();
         TivNavigationController& navigation = *app->GetNavigationController();
         QWidget& window = *app->GetFrame();
