@@ -6,7 +6,10 @@
 #include <QLocale>
 #include <QWidget>
 
+#include "AccelerometerSource.h"
 #include "AppFrame.h"
+#include "BlockPane.h"
+#include "CountingEngine.h"
 #include "AppResource.h"
 #include "CountingEngine.h"
 #include "FreshProfile.h"
