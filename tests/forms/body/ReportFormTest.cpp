@@ -159,7 +159,7 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
     ASSERT_TRUE(csv.remove() && QDir().mkdir(BodyCsvExport::DefaultPath()));
     form.OnActionPerformed(form, ReportForm::ID_EXPORT);
     WaitUntilSent(form);
-    EXPECT_FALSE(MailArguments().contains("--attach"));
+    EXPECT_FALSE(mail.Arguments().contains("--attach"));
 
     // No mail program at all.
     mail.Remove();
