@@ -66,8 +66,9 @@ bool LoadArtwork(const QString& name, QSvgRenderer& renderer, QSizeF* drawn) {
 // `size` logical pixels of the picture, rendered at the device pixel ratio; cached.
 QPixmap Render(const QString& name, const QSize& size) {
     const double ratio = DevicePixelRatio();
+    // Keyed by the artwork's path, so pictures from another resource folder are not mixed up.
     const QString key = QStringLiteral("TivUtils:%1@%2x%3*%4")
-                            .arg(QFileInfo(name).completeBaseName())
+                            .arg(TivUtils::GetArtworkPath(name))
                             .arg(size.width())
                             .arg(size.height())
                             .arg(ratio);

@@ -99,6 +99,11 @@ QString SettingsData::WriteBackup() {
     if (path.isEmpty()) return NotWritten(folder_, error);
     const QString home = AppPaths::Home();
     if (home.isEmpty()) return NotWritten(path, AppPaths::HomeError());
+    // Opening both databases makes a missing one (a folder filled by an import holds only
+    // the statistics), so that the backup has both to copy.
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    db.OptionsStatus();
+    db.StatisticsStatus();
     if (!DataBackup::Backup(home, path, &error)) return NotWritten(path, error);
     return Written(path);
 }

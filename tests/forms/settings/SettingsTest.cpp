@@ -191,7 +191,7 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
     laps[0]->endDate = laps[0]->startDate.addSecs(60);
     laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
     laps[0]->minutes[0]->lapMinute = 1;
-    laps[0]->minutes[0]->steps = 4321;
+    laps[0]->minutes[0]->steps = 120;
     laps[0]->minutes[0]->secondsCompleted = 60;
     ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
     PedometerDBManager::GetInstance().SaveOptions();  // a backup holds both databases
@@ -206,9 +206,9 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
         const char* file;
         const char* contains;
     } cases[] = {
-        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,4321"},
-        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "4321"},
-        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",4321"},
+        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,120"},
+        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "120"},
+        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",120"},
         {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15.backup", "PEDOMETER-BACKUP 1"},
         {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15-2.backup", "PEDOMETER-BACKUP 1"},
     };
@@ -239,7 +239,7 @@ TEST_F(SettingsTest, ImportAndRestoreAFileChosenInTheApp) {
     laps[0]->endDate = laps[0]->startDate.addSecs(60);
     laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
     laps[0]->minutes[0]->lapMinute = 1;
-    laps[0]->minutes[0]->steps = 4321;
+    laps[0]->minutes[0]->steps = 120;
     ASSERT_TRUE(db.ImportHistory(laps, {}));
     QTemporaryDir dir;
     auto* data = new SettingsData;
@@ -274,7 +274,7 @@ TEST_F(SettingsTest, ImportAndRestoreAFileChosenInTheApp) {
     EXPECT_TRUE(db.GetAllDays().empty()) << "nothing stored before the confirmation";
     Click(Row(*import, SettingsLoadFile::ID_CONFIRM));
     EXPECT_EQ(import->GetPopup()->GetText(), csv + ": 1 rows, 1 laps added, 0 already present");
-    EXPECT_EQ(db.GetDayTotals(QDate(2026, 6, 14), QDate(2026, 6, 14)).at(0).steps, 4321);
+    EXPECT_EQ(db.GetDayTotals(QDate(2026, 6, 14), QDate(2026, 6, 14)).at(0).steps, 120);
 
     SettingsLoadFile* restore = load(SettingsLoadFile::Mode::Restore, backup);
     ASSERT_TRUE(restore->CanConfirm());
