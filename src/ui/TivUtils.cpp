@@ -157,7 +157,9 @@ std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& 
 std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture) {
     const auto name = renderedNames().constFind(picture.cacheKey());
     if (name == renderedNames().constEnd()) return nullptr;
-    return GetBitmapWithRightResolutionN(*name);
+    // A copy: rendering inserts into the same table, which may move its entries.
+    const QString copy = *name;
+    return GetBitmapWithRightResolutionN(copy);
 }
 
 QPixmap TivUtils::RenderPicture(const QString& name, const QSize& size) {
