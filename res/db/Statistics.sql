@@ -9,7 +9,10 @@ CREATE TABLE Lap (
   id INTEGER PRIMARY KEY,
   startDate DATETIME,
   endDate DATETIME,   -- NULL while the lap is open
-  techDate DATETIME   -- the start day at 00:00:00
+  techDate DATETIME,  -- the start day at 00:00:00
+  -- 1: entered by hand to correct the day (steps added, or taken away from the lap
+  -- that started a second before, with negative values); 0: counted.
+  manual INTEGER DEFAULT 0
 );
 CREATE INDEX LapStartDate ON Lap (startDate);
 
@@ -87,4 +90,4 @@ CREATE TABLE GoalHistory (
 
 -- The layout version (PRAGMA user_version): the number of upgrades the app knows,
 -- all of which this file already has.
-PRAGMA user_version = 2;
+PRAGMA user_version = 3;
