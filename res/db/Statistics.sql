@@ -5,13 +5,13 @@
 -- chronologically, so ranges are selected with BETWEEN and ordered by these columns.
 -- Flags are integers; only 1 counts as set.
 
+-- Lap.manual is 1 for a lap entered by hand to correct its day: steps added, or steps
+-- taken away from the lap that started a second before it (all values negative).
 CREATE TABLE Lap (
   id INTEGER PRIMARY KEY,
   startDate DATETIME,
   endDate DATETIME,   -- NULL while the lap is open
   techDate DATETIME,  -- the start day at 00:00:00
-  -- 1: entered by hand to correct the day (steps added, or taken away from the lap
-  -- that started a second before, with negative values); 0: counted.
   manual INTEGER DEFAULT 0
 );
 CREATE INDEX LapStartDate ON Lap (startDate);
