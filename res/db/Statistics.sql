@@ -26,6 +26,10 @@ CREATE TABLE LapMinutes (
   secondsCompleted INTEGER DEFAULT 0
 );
 CREATE INDEX LapMinutesLap ON LapMinutes (lapId, lapMinute);
+-- The sums of each lap's minutes (the day and period totals, streaks) read this index
+-- alone, never the table.
+CREATE INDEX LapMinutesTotals ON LapMinutes (lapId, steps, distance, calories,
+                                             secondsCompleted);
 
 -- Five-second intervals of the current lap only (emptied when a lap starts).
 CREATE TABLE LastFiveMinutes (

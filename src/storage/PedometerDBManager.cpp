@@ -262,8 +262,11 @@ PedometerDBManager::PedometerDBManager()
                "INSERT INTO GoalHistory SELECT '0001-01-01',targetActive,CASE targetActive "
                "WHEN 1 THEN distance WHEN 2 THEN calories WHEN 3 THEN activityTime END "
                "FROM TargetValues WHERE targetActive BETWEEN 1 AND 3 LIMIT 1;"),
-           // 3: laps entered by hand (corrections of a day) are marked.
-           QStringLiteral("ALTER TABLE Lap ADD COLUMN manual INTEGER DEFAULT 0;")}) {}
+           // 3: laps entered by hand (corrections of a day) are marked, and the lap
+           // sums get an index of their own.
+           QStringLiteral("ALTER TABLE Lap ADD COLUMN manual INTEGER DEFAULT 0;"
+                          "CREATE INDEX IF NOT EXISTS LapMinutesTotals ON LapMinutes "
+                          "(lapId, steps, distance, calories, secondsCompleted);")}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
