@@ -20,7 +20,6 @@ std::vector<int> StepsOf(const DAOLap& lap) {
 }
 
 TEST(DayCorrectionTest, WalksStayOnTheirDayAndTakeAwaysNeverGoBelowAMinute) {
-    Body::GetInstance().clear();
     const struct {
         int hour, minute, steps, gait;
         std::vector<int> expected;  // the minutes' steps; empty for no lap
@@ -43,31 +42,24 @@ TEST(DayCorrectionTest, WalksStayOnTheirDayAndTakeAwaysNeverGoBelowAMinute) {
                          c.expected.back() * Body::GetInstance().getStepSize(c.gait));
     }
 
-    DAOLap counted;
-    counted.startDate = Moment(13, 8, 0);
-    for (const int steps : {100, 0, 50, 1}) {
-        auto minute = std::make_unique<DAOLapMinutes>();
-        minute->steps = steps;
-        minute->secondsCompleted = steps > 0 ? 60 : 0;
-        minute->distance = steps * 0.7;
-        counted.minutes.push_back(std::move(minute));
-    }
+    const auto counted = DayCorrection::Added(Moment(13, 8, 0), 250, 1, Body::GetInstance());
+    const double step = Body::GetInstance().getStepSize(1);
     const struct {
         int steps;
         std::vector<int> expected;
     } takeAways[] = {
-        {75, {-50, 0, -25, 0}}, {151, {-100, 0, -50, -1}}, {500, {-100, 0, -50, -1}},
-        {1, {-1, 0, 0, 0}},     {0, {}},
+        {75, {-33, -33, -9}}, {250, {-110, -110, -30}}, {500, {-110, -110, -30}},
+        {1, {0, -1, 0}},      {0, {}},
     };
     for (const auto& c : takeAways) {
-        const auto lap = DayCorrection::TakenAway(counted, c.steps);
+        const auto lap = DayCorrection::TakenAway(*counted, c.steps);
         ASSERT_EQ(lap != nullptr, !c.expected.empty()) << c.steps;
         if (!lap) continue;
         EXPECT_EQ(StepsOf(*lap), c.expected) << c.steps;
         EXPECT_EQ(lap->startDate, Moment(13, 8, 0, 1));
         double distance = 0;
         for (const auto& minute : lap->minutes) distance += minute->distance;
-        EXPECT_NEAR(distance, -0.7 * std::min(c.steps, 151), 1e-9) << c.steps;
+        EXPECT_NEAR(distance, -step * std::min(c.steps, 250), 1e-9) << c.steps;
     }
 }
 

@@ -170,10 +170,8 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
 TEST_F(ReportFormTest, WithoutAMailProgramTheTextOrCsvIsSavedIntoTheDocumentsFolder) {
     const auto documents = testdata::MakeTempDir();
     QList<QUrl> shown;
-    DocumentsFolder::SetForTesting(documents->path(), [&](const QUrl& folder) {
-        shown << folder;
-        return true;
-    });
+    DocumentsFolder::SetForTesting(documents->path(),
+                                   [&](const QUrl& folder) { return (shown << folder, true); });
     SetAddresses("share@example.org", "export@example.org");
     ReportForm& form = Open();
     form.OnActionPerformed(form, ReportForm::ID_CELL);
