@@ -11,7 +11,17 @@ QString Text(const char* key) {
 }  // namespace
 
 void HistoryTotals::AddLap(const DAOLap& lap) {
-    for (const DAOLapMinutes& minute : lap.CopyMinutes()) AddMinute(minute);
+    for (const DAOLapMinutes& minute : lap.CopyMinutes()) {
+        if (minute.steps >= 0 && minute.distance >= 0.0) {
+            AddMinute(minute);
+            continue;
+        }
+        // Steps taken away by hand lower the totals but are no minute of their own.
+        steps += minute.steps;
+        distance += minute.distance;
+        calories += minute.calories;
+        seconds += minute.secondsCompleted;
+    }
 }
 
 void HistoryTotals::AddMinute(const DAOLapMinutes& minute) {
