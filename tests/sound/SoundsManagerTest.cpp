@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <thread>
 
 #include "FakeSoundPlayer.h"
 #include "PedometerOptions.h"
 #include "PlatformSettings.h"
+#include "SpinUntil.h"
 #include "VirtualTime.h"
 
 namespace {
@@ -237,10 +237,7 @@ TEST_F(SoundsManagerTest, BeatsFromAnotherThreadPlayOnTheGuiThread) {
     beatThread.join();
     EXPECT_EQ(log.Plays(kBeat), 0) << "played before the GUI thread ran";
 
-    QDeadlineTimer deadline(5000);
-    while (log.Plays(kBeat) == 0 && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    }
+    SpinUntil([&] { return log.Plays(kBeat) > 0; });
     QCoreApplication::processEvents();
     EXPECT_EQ(log.Plays(kBeat), 1);
     EXPECT_EQ(log.playThread, std::this_thread::get_id());
