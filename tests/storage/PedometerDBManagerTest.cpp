@@ -108,7 +108,10 @@ TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
     for (size_t i = 0; i < today->seconds.size(); ++i) {
         EXPECT_EQ(today->seconds[i]->currentSecond, 5 * static_cast<int>(i + 1));
     }
-    EXPECT_DOUBLE_EQ(today->seconds[0]->caloriesNoise, 3.1);
+    const DAOLapSeconds& interval = *today->seconds[0];
+    EXPECT_EQ(std::tuple(interval.steps, interval.calories, interval.distance,
+                         interval.caloriesNoise),
+              std::tuple(8, 0.25, 5.5, 3.1));
 
     // A new lap empties the five-second table; the minutes stay.
     manager().ClearLapSeconds();

@@ -47,13 +47,11 @@ inline CliRun RunCli(const QStringList& args, const char* locale = nullptr, int 
         envBytes.push_back(QByteArray("LC_ALL=") + locale);
         envBytes.push_back(QByteArray("LANG=") + locale);
     }
-    const auto pointers = [](std::vector<QByteArray>& bytes) {
-        std::vector<char*> out;
-        for (QByteArray& b : bytes) out.push_back(b.data());
-        out.push_back(nullptr);
-        return out;
-    };
-    std::vector<char*> argv = pointers(argBytes), envp = pointers(envBytes);
+    std::vector<char*> argv, envp;
+    for (QByteArray& a : argBytes) argv.push_back(a.data());
+    for (QByteArray& e : envBytes) envp.push_back(e.data());
+    argv.push_back(nullptr);
+    envp.push_back(nullptr);
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -65,7 +63,7 @@ inline CliRun RunCli(const QStringList& args, const char* locale = nullptr, int 
     int status = 0;
     if (spawned != 0 || waitpid(pid, &status, 0) != pid) return run;
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    QFile out(QString::fromLocal8Bit(outPath)), err(QString::fromLocal8Bit(errPath));
+    QFile out(QFile::decodeName(outPath)), err(QFile::decodeName(errPath));
     if (out.open(QIODevice::ReadOnly)) run.out = QString::fromUtf8(out.readAll());
     if (err.open(QIODevice::ReadOnly)) run.err = QString::fromUtf8(err.readAll());
     return run;
