@@ -7,6 +7,7 @@
 #include "../body/BodyTestSupport.h"
 #include "AccelerometerSource.h"
 #include "Body.h"
+#include "Clock.h"
 #include "CountingEngine.h"
 #include "DAOLap.h"
 #include "DAOLapMinutes.h"
@@ -364,6 +365,13 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     EXPECT_EQ(statistics.GetLapSteps(), 0);
     EXPECT_EQ(main.GetTopValueText(0), QStringLiteral("0"));
     EXPECT_TRUE(statistics.GetStarted());
+    // After midnight the recording lap still belongs to the day it started on.
+    Clock::SetNow(QDateTime(QDate(2026, 6, 16), QTime(0, 30)));
+    reset->EraseStatistics(QDate(2026, 6, 15), QDate(2026, 6, 15));
+    ASSERT_NE(statistics.GetCurrentLap(), nullptr);
+    const auto recording = db.GetLap(int(statistics.GetCurrentLap()->id));
+    ASSERT_NE(recording, nullptr);
+    EXPECT_EQ(recording->startDate.date(), QDate(2026, 6, 16));
 
     const int before = int(app.Engine().Detector().SelectedDetector());
     ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());
