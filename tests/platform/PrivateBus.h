@@ -6,14 +6,7 @@
 #include <QProcess>
 #include <functional>
 
-// Runs the event loop until `done` holds (true) or `ms` milliseconds have passed.
-inline bool SpinUntil(const std::function<bool()>& done, int ms = 5000) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!done() && timer.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return done();
-}
+#include "SpinUntil.h"
 
 // A session bus of the test's own (a dbus-daemon that ends with it), on which D-Bus
 // services are played without touching the machine's buses. When PEDOMETER_TEST_BUS names

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -13,6 +12,7 @@
 #include "FakeSnsServer.h"
 #include "FreshProfile.h"
 #include "PedometerDBManager.h"
+#include "SpinUntil.h"
 
 namespace {
 
@@ -36,13 +36,6 @@ struct Events : SnsListener {
 
 QStringList logged;
 void Capture(QtMsgType, const QMessageLogContext&, const QString& message) { logged << message; }
-
-bool WaitFor(const std::function<bool()>& done, int ms = 10000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < ms) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return done();
-}
 
 struct Provider {
     QString name;
@@ -92,7 +85,7 @@ struct World {
     ~World() { gateway.Reset(SnsTokenStore::Backend::Options); }
     std::string Next(int ms = 10000) {
         const qsizetype before = events.lines.size();
-        return WaitFor([&] { return events.lines.size() > before; }, ms) ? events.lines.last().toStdString()
+        return SpinUntil([&] { return events.lines.size() > before; }, ms) ? events.lines.last().toStdString()
                                                                      : "nothing";
     }
 };
@@ -206,7 +199,7 @@ TEST(SnsGatewayTest, AnswersAfterTheListenerIsClearedAreDropped) {
     g.AddAuthResult("mastodon", {"old", "Bearer"});
     ASSERT_GT(g.UpdateMyStatusText("mastodon", "hi"), 0);
     g.SetListener(nullptr);
-    ASSERT_TRUE(WaitFor([&] { return !world.server.seen.isEmpty(); }));
+    ASSERT_TRUE(SpinUntil([&] { return !world.server.seen.isEmpty(); }));
     EXPECT_EQ(world.Next(300), "nothing");
 
     // After a move to another instance the old token is not shown to the new server.

@@ -25,33 +25,12 @@
 #include "NullAccelerometerSource.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
+#include "SampleLog.h"
 #include "SensorStatus.h"
 #include "StepTally.h"
 #include "TestData.h"
 
 namespace {
-
-class SampleLog : public AccelerometerListener {
-public:
-    void OnDataReceived(float x, float y, float z) override {
-        std::lock_guard lock(mutex_);
-        samples_.push_back({x, y, z});
-    }
-    std::vector<AccelerationSample> Samples() {
-        std::lock_guard lock(mutex_);
-        return samples_;
-    }
-    bool WaitFor(std::size_t count, int ms = 5000) {
-        QElapsedTimer timer;
-        timer.start();
-        while (Samples().size() < count && timer.elapsed() < ms) QThread::msleep(5);
-        return Samples().size() >= count;
-    }
-
-private:
-    std::mutex mutex_;
-    std::vector<AccelerationSample> samples_;
-};
 
 IioAccelerometerSource::Options OptionsFor(const FakeIioDevice& device, bool buffered,
                                            double minimumHz = 33.0) {

@@ -127,18 +127,6 @@ TEST_F(QuorPedometerTest, StillPhoneHoldsItsSumsAndNeverSteps) {
     }
 }
 
-// A sum that moves by exactly a channel's sensitivity is taken; less is held.
-TEST(QuorPedometerDeadBandTest, AChangeOfExactlyTheSensitivityMovesTheSum) {
-    Body::GetInstance().clear();
-    Body::GetInstance().setWalkCoef(0.5);
-    QuorPedometer detector(nullptr, DetectorKind::Classic);
-    SumDriver driver(detector, 8.0f);
-    driver.To(64.5f);
-    EXPECT_EQ(detector.GetChannel(Channel::Walk).sum, 64.5f);
-    EXPECT_EQ(detector.GetChannel(Channel::Jog).sum, 64.0f);  // 0.5 is within its 0.9
-    Body::GetInstance().clear();
-}
-
 TEST_F(QuorPedometerTest, StateMachineMovesOnlyOnChangesBeyondItsDelta) {
     QuorPedometer& d = *detector_;
     EXPECT_FALSE(d.isStep(10.2f, 10.0f));  // within the 0.3 hysteresis
@@ -217,37 +205,32 @@ TEST_F(QuorPedometerTest, StridesAreClassifiedByTheFastestMachineThatFired) {
     EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Jog).sum, driver.Sum());
 }
 
-TEST_F(QuorPedometerTest, JogModeClaimsTwoOtherStepsThenLetsGo) {
-    SumDriver driver(*detector_, kStrideBase);
-    Prime(driver);
-    for (float change :
-         {kJogChange, kJogChange, kWalkChange, kWalkChange, kWalkChange, kWalkChange}) {
-        driver.Stride(change);
+// Strides by the change they make per sample, and the gaits reported for them.
+TEST_F(QuorPedometerTest, EstablishedModesClaimStepsOfOtherGaits) {
+    constexpr float W = kWalkChange, J = kJogChange, R = kRunChange;
+    const struct {
+        const char* what;
+        std::vector<float> strides;
+        std::vector<int> gaits;
+    } cases[] = {
+        {"jog mode claims two other steps, then lets go", {J, J, W, W, W, W}, {2, 2, 2, 2, 1, 1}},
+        // Jog mode turns the run into jog (its first stray) and the first walk (its second);
+        // the next walk ends jog mode, the one after enters walk mode, which claims the run.
+        {"established modes overrule a run step", {J, J, R, W, W, W, R}, {2, 2, 2, 2, 1, 1, 1}},
+        // The jogs enter jog mode but walk mode reports them as walks; the next walk is
+        // claimed by jog mode, and walk mode, out of strays, lets it go.
+        {"walk mode has the last word over a jog mode just entered", {W, W, J, J, W},
+         {1, 1, 1, 1, 2}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        SetUp();
+        SumDriver driver(*detector_, kStrideBase);
+        Prime(driver);
+        for (float change : c.strides) driver.Stride(change);
+        EXPECT_EQ(steps_.gaits, c.gaits);
+        steps_.gaits.clear();
     }
-    EXPECT_EQ(steps_.gaits, (std::vector<int>{2, 2, 2, 2, 1, 1}));
-}
-
-TEST_F(QuorPedometerTest, EstablishedModesOverruleARunStep) {
-    SumDriver driver(*detector_, kStrideBase);
-    Prime(driver);
-    for (float change : {kJogChange, kJogChange, kRunChange}) driver.Stride(change);
-    for (float change : {kWalkChange, kWalkChange, kWalkChange, kRunChange}) {
-        driver.Stride(change);
-    }
-    // Jog mode turns the run into jog (its first stray) and the first walk (its second);
-    // the next walk ends jog mode, the one after enters walk mode, which claims the run.
-    EXPECT_EQ(steps_.gaits, (std::vector<int>{2, 2, 2, 2, 1, 1, 1}));
-}
-
-TEST_F(QuorPedometerTest, WalkModeHasTheLastWordOverAJogModeJustEntered) {
-    SumDriver driver(*detector_, kStrideBase);
-    Prime(driver);
-    for (float change : {kWalkChange, kWalkChange, kJogChange, kJogChange, kWalkChange}) {
-        driver.Stride(change);
-    }
-    // The jogs enter jog mode but walk mode reports them as walks; the next walk is
-    // claimed by jog mode, and walk mode, out of strays, lets it go.
-    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1, 1, 1, 2}));
 }
 
 TEST_F(QuorPedometerTest, ChannelWrapsAfter81SamplesWithoutAStep) {
@@ -414,15 +397,20 @@ TEST(QuorPedometerLifecycleTest, StopAndStartKeepTheDetectorState) {
     EXPECT_EQ(d.GetChannel(Channel::Walk).sum, before.sum);
 }
 
+// The sensitivities come from the body profile: a sum that moves by exactly a channel's
+// sensitivity is taken, less is held.
 TEST(QuorPedometerCoefficientTest, SensitivitiesComeFromTheBodyProfile) {
-    Body::GetInstance().clear();
-    Body::GetInstance().setWalkCoef(5.0);
-    QuorPedometer d(nullptr, DetectorKind::Classic);
-    Body::GetInstance().clear();
-    for (int i = 0; i < 8; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
-    // A walk dead-band of 5 holds the warm-up sum at 0 until it moves by 5 at once.
-    EXPECT_EQ(d.GetChannel(Channel::Walk).sum, 0.0f);
-    EXPECT_EQ(d.GetChannel(Channel::Jog).sum, 8.0f);
+    for (const double walkCoef : {0.5, 5.0}) {
+        Body::GetInstance().clear();
+        Body::GetInstance().setWalkCoef(walkCoef);
+        QuorPedometer d(nullptr, DetectorKind::Classic);
+        Body::GetInstance().clear();
+        SumDriver driver(d, 1.0f);  // a walk dead-band of 5 holds the warm-up sum at 0
+        EXPECT_EQ(d.GetChannel(Channel::Walk).sum, walkCoef == 5.0 ? 0.0f : 8.0f);
+        driver.To(8.5f);
+        EXPECT_EQ(d.GetChannel(Channel::Walk).sum, walkCoef == 5.0 ? 0.0f : 8.5f);
+        EXPECT_EQ(d.GetChannel(Channel::Jog).sum, 8.0f);  // 0.5 is within its 0.9
+    }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecording.h"
+#include "SampleLog.h"
 
 namespace {
 
@@ -28,18 +29,12 @@ private:
     bool running_ = false;
 };
 
-class Collector : public AccelerometerListener {
-public:
-    void OnDataReceived(float x, float y, float z) override { got.push_back({x, y, z}); }
-    std::vector<AccelerationSample> got;
-};
-
 TEST(RecordingAccelerometerSourceTest, PassesSamplesOnAndRecordsThemForReplay) {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("walk.csv"));
     const std::vector<AccelerationSample> samples{
         {0.1f, 0.2f, 0.98f}, {-0.3f, 0.25f, 1.125f}, {1e-7f, -2.5f, 0.333333f}};
-    Collector collector;
+    SampleLog collector;
     {
         RecordingAccelerometerSource source(std::make_unique<ScriptedSource>(samples), path);
         QString error;
@@ -47,7 +42,7 @@ TEST(RecordingAccelerometerSourceTest, PassesSamplesOnAndRecordsThemForReplay) {
         source.Start(&collector);
         source.Stop();
     }
-    EXPECT_EQ(collector.got, samples);
+    EXPECT_EQ(collector.Samples(), samples);
 
     AccelerationRecording recording;
     QString error;

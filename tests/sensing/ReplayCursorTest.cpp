@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QThread>
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <vector>
 
-#include "AccelerometerListener.h"
 #include "CsvReplaySource.h"
+#include "SampleLog.h"
 #include "TestData.h"
 
 namespace {
@@ -88,61 +85,16 @@ TEST(ReplayCursorTest, TicksRunUpToAndIncludingTheLastSample) {
     while (cursor.NextTick(tick)) ticks.push_back({tick.tickNs / kMs, tick.fresh});
     EXPECT_EQ(ticks, (std::vector<std::pair<qint64, bool>>{
                          {0, true}, {30, false}, {60, true}, {90, false}}));
-}
-
-TEST(ReplayCursorTest, RewindStartsOver) {
-    const auto r = recordingOf({{0, 1}, {30, 2}});
-    ReplayCursor cursor(r);
-    ReplayTick tick;
-    while (cursor.NextSample(tick)) {
-    }
-    cursor.Rewind();
+    cursor.Rewind();  // starts over
     ASSERT_TRUE(cursor.NextSample(tick));
-    EXPECT_EQ(tick.sample.x, 1.0f);
-}
-
-class Collector : public AccelerometerListener {
-public:
-    void OnDataReceived(float x, float, float) override {
-        std::lock_guard lock(mutex_);
-        xs_.push_back(x);
-        if (QThread::currentThread() != QCoreApplication::instance()->thread()) offThread_ = true;
-        count_.fetch_add(1);
-    }
-    std::vector<float> Xs() {
-        std::lock_guard lock(mutex_);
-        return xs_;
-    }
-    int Count() const { return count_.load(); }
-    bool OffThread() {
-        std::lock_guard lock(mutex_);
-        return offThread_;
-    }
-
-private:
-    std::mutex mutex_;
-    std::vector<float> xs_;
-    bool offThread_ = false;
-    std::atomic<int> count_{0};
-};
-
-// Runs the event loop until `done` holds or five seconds pass.
-template <typename Done>
-bool waitFor(Done done) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!done() && timer.elapsed() < 5000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        QThread::msleep(2);
-    }
-    return done();
+    EXPECT_EQ(std::pair(tick.tickNs, tick.sample.x), std::pair(qint64{0}, 1.0f));
 }
 
 TEST(CsvReplaySourceTest, FeedDeliversEveryFreshTickWithItsTimes) {
     auto r = std::make_shared<AccelerationRecording>(
         recordingOf({{0, 1}, {20, 1}, {40, 2}, {70, 3}, {100, 3}}));
     const CsvReplaySource replay(r);
-    Collector collector;
+    SampleLog collector;
     std::vector<qint64> tickMs;
     EXPECT_EQ(
         replay.Feed(collector, [&](const ReplayTick& t) { tickMs.push_back(t.tickNs / kMs); }), 3);
@@ -154,16 +106,16 @@ TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThread) {
     auto r = std::make_shared<AccelerationRecording>();
     for (int i = 0; i < 8; ++i) r->Append(i * 30 * kMs, {static_cast<float>(i % 3), 0.0f, 1.0f});
     CsvReplaySource replay(r);
-    Collector fast;
+    SampleLog fast;
     replay.Feed(fast);
 
-    auto ownedLive = std::make_unique<Collector>();  // heap: see IioAccelerometerSourceTest
-    Collector& live = *ownedLive;
+    auto ownedLive = std::make_unique<SampleLog>();  // outlives the source's thread
+    SampleLog& live = *ownedLive;
     std::atomic<bool> finished{false};
     QObject::connect(&replay, &CsvReplaySource::Finished, [&] { finished = true; });
     ASSERT_TRUE(replay.IsAvailable());
     replay.Start(&live);
-    ASSERT_TRUE(waitFor([&] { return finished.load(); }));
+    ASSERT_TRUE(SpinUntil([&] { return finished.load(); }));
     replay.Stop();
     EXPECT_FALSE(replay.IsRunning());
     EXPECT_EQ(live.Xs(), fast.Xs());
@@ -174,12 +126,12 @@ TEST(CsvReplaySourceTest, LoopingPlayStartsOverUntilStopped) {
     auto r = std::make_shared<AccelerationRecording>(recordingOf({{0, 1}, {30, 2}, {60, 3}}));
     CsvReplaySource replay(r);
     replay.SetLooping(true);
-    auto ownedLive = std::make_unique<Collector>();
-    Collector& live = *ownedLive;
+    auto ownedLive = std::make_unique<SampleLog>();
+    SampleLog& live = *ownedLive;
     replay.Start(&live);
-    ASSERT_TRUE(waitFor([&] { return live.Count() >= 7; }));
+    ASSERT_TRUE(live.WaitFor(7));
     replay.Stop();
-    const int afterStop = live.Count();
+    const std::size_t afterStop = live.Count();
     const std::vector<float> xs = live.Xs();
     for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], static_cast<float>(i % 3 + 1));
     QThread::msleep(100);

@@ -41,67 +41,52 @@ protected:
     Metronome metronome;
 };
 
-TEST_F(MetronomeTest, StepRateModeBeatsSixtyThousandOverTheRate) {
-    options.pacerFrequency = 120;
-    EXPECT_EQ(IntervalIn(kRate), 500);
-    EXPECT_TRUE(metronome.IsRunning());
-    EXPECT_EQ(metronome.GetRuntime(), 500);
-
-    options.pacerFrequency = 7;
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 8571);
-    EXPECT_EQ(metronome.GetRuntime(), 8571);
-}
-
-TEST_F(MetronomeTest, SpeedModeUsesTheStepOfTheTargetSpeed) {
-    options.pacerSpeed = 6.0;  // walking: 60000 / ((6000 / 0.75) / 60)
-    EXPECT_EQ(IntervalIn(kSpeed), 450);
-    options.pacerSpeed = 7.39;
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 365);  // 3600 * 0.75 / 7.39 = 365.36
-    options.pacerSpeed = 7.4;                 // jogging from 7.4 on
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 486);  // 3600 * 1.0 / 7.4 = 486.49
-    options.pacerSpeed = 9.65;
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 373);  // 3600 * 1.0 / 9.65 = 373.06
-    options.pacerSpeed = 9.66;                // running from 9.66 on
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 465);  // 3600 * 1.25 / 9.66 = 465.84
-}
-
-TEST_F(MetronomeTest, PaceModeTakesItsStepFromTheTargetSpeedNotThePace) {
-    options.pacerPace = 12.0;
+// The beat interval of each mode (step sizes 0.75, 1.0 and 1.25 m), recomputed on every
+// update; a zero or not-a-number target or the mode off is silent, and an unknown mode
+// changes nothing.
+TEST_F(MetronomeTest, EachModeBeatsAtTheIntervalOfItsTarget) {
+    const double nan = std::nan("");
+    const struct {
+        int mode, frequency;
+        double speed, pace;
+        int interval;
+    } cases[] = {
+        {kRate, 120, 6.0, 12.0, 500},   // 60000 / 120
+        {kRate, 7, 6.0, 12.0, 8571},    
+        {kSpeed, 7, 6.0, 12.0, 450},    // walking: 60000 / ((6000 / 0.75) / 60)
+        {kSpeed, 7, 7.39, 12.0, 365},   // 3600 * 0.75 / 7.39 = 365.36
+        {kSpeed, 7, 7.4, 12.0, 486},    // jogging from 7.4 on: 3600 * 1.0 / 7.4 = 486.49
+        {kSpeed, 7, 9.65, 12.0, 373},   // 3600 * 1.0 / 9.65 = 373.06
+        {kSpeed, 7, 9.66, 12.0, 465},   // running from 9.66 on: 3600 * 1.25 / 9.66 = 465.84
+        {kPace, 7, 6.0, 12.0, 540},     // 60 * 12 * 0.75: the step of the target speed
+        {kPace, 7, 10.0, 12.0, 900},    // a pace of 12 min/km, yet the running step
+        {kOff, 120, 6.0, 12.0, 0},      
+        {kSpeed, 120, 0.0, 12.0, 0},    
+        {kSpeed, 120, nan, 12.0, 0},    
+        {kPace, 120, 6.0, 0.0, 0},      
+        {kRate, 0, 6.0, 12.0, 0},       
+        {kRate, 60, 6.0, 12.0, 1000},   
+        {7, 120, 6.0, 12.0, 1000},      // unknown: as before
+    };
+    options.pacerType = kRate;
+    metronome.Start();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.mode << " " << c.frequency << " " << c.speed << " "
+                                        << c.pace);
+        options.pacerType = c.mode;
+        options.pacerFrequency = c.frequency;
+        options.pacerSpeed = c.speed;
+        options.pacerPace = c.pace;
+        metronome.Update();
+        EXPECT_EQ(metronome.GetInterval(), c.interval);
+        EXPECT_EQ(metronome.GetRuntime(), c.interval);
+        if (!std::isnan(c.speed)) {
+            EXPECT_EQ(metronome.IsRunning(), c.interval > 0);
+        }
+    }
+    options.pacerType = kSpeed;
     options.pacerSpeed = 6.0;
-    EXPECT_EQ(IntervalIn(kPace), 540);  // 60 * 12 * 0.75
-    options.pacerSpeed = 10.0;          // a pace of 12 min/km, yet the running step
-    metronome.Update();
-    EXPECT_EQ(metronome.GetInterval(), 900);  // 60 * 12 * 1.25
-}
-
-TEST_F(MetronomeTest, ModeOffOrAZeroTargetIsSilentAndAnUnknownModeChangesNothing) {
-    options.pacerFrequency = 120;
-    EXPECT_EQ(IntervalIn(kRate), 500);
-    options.pacerType = kOff;
-    metronome.Update();
-    EXPECT_FALSE(metronome.IsRunning());
-    EXPECT_EQ(metronome.GetInterval(), 0);
-    EXPECT_EQ(metronome.GetRuntime(), 0);
-
-    options.pacerSpeed = 0.0;
-    EXPECT_EQ(IntervalIn(kSpeed), 0);
-    options.pacerPace = 0.0;
-    EXPECT_EQ(IntervalIn(kPace), 0);
-    options.pacerFrequency = 0;
-    EXPECT_EQ(IntervalIn(kRate), 0);
-    EXPECT_FALSE(metronome.IsRunning());
-
-    options.pacerFrequency = 60;
-    EXPECT_EQ(IntervalIn(kRate), 1000);
-    options.pacerType = 7;
-    metronome.Update();
-    EXPECT_TRUE(metronome.IsRunning());
-    EXPECT_EQ(metronome.GetInterval(), 1000);
+    EXPECT_EQ(IntervalIn(kSpeed), 450) << "a start computes it too";
 }
 
 TEST_F(MetronomeTest, OnlyIfDiffersBeatsOutsideTheBandAndIsSilentOnItsEdges) {
@@ -198,11 +183,9 @@ TEST_F(MetronomeTest, NoThreadUntilTheFirstBeatAndNoneAfterShutdown) {
     EXPECT_FALSE(idle.IsRunning());
 }
 
-// A target that is not a number gives no interval, nor does a shut-down pacer; a beat of the
-// one-shot timer sounds once and re-arms only with an interval.
-TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSoundsOnce) {
-    options.pacerSpeed = std::nan("");
-    EXPECT_EQ(IntervalIn(kSpeed), 0);
+// A shut-down pacer gives no interval; a beat of the one-shot timer sounds once and re-arms
+// only with an interval.
+TEST_F(MetronomeTest, NoIntervalAfterShutdownAndATimerBeatSoundsOnce) {
     options.pacerFrequency = 120;
     EXPECT_EQ(IntervalIn(kRate), 500);
     metronome.Shutdown();

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -12,26 +11,15 @@
 #include "FakeSoundPlayer.h"
 #include "Metronome.h"
 #include "PedometerOptions.h"
+#include "SpinUntil.h"
 
 namespace {
-
-// Waits up to five seconds for `done`, running the GUI thread's events meanwhile.
-template <typename Condition>
-bool WaitFor(Condition done) {
-    QDeadlineTimer deadline(5000);
-    while (!done()) {
-        if (deadline.hasExpired()) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
 
 TEST(MetronomeThreadTest, ANewThreadBeatsAtOnceAndASilentOneIdles) {
     std::atomic<int> beats{0};
     MetronomeThread thread([&] { ++beats; });
     thread.Init(60'000);
-    EXPECT_TRUE(WaitFor([&] { return beats >= 1; }));
+    EXPECT_TRUE(SpinUntil([&] { return beats >= 1; }));
     thread.Stop();
     EXPECT_EQ(beats, 1) << "the second beat is a minute away";
 
@@ -49,7 +37,7 @@ TEST(MetronomeThreadTest, StopWakesTheThreadFromALongSleep) {
     std::atomic<int> beats{0};
     MetronomeThread thread([&] { ++beats; });
     thread.Init(86'400'000);
-    ASSERT_TRUE(WaitFor([&] { return beats == 1; }));
+    ASSERT_TRUE(SpinUntil([&] { return beats == 1; }));
     thread.Stop();
     EXPECT_EQ(beats, 1);
 }
@@ -88,7 +76,7 @@ TEST(MetronomeThreadTest, BeatsReachTheGuiThreadWhileOtherThreadsUpdate) {
             }
         });
         const bool beatsArrived =
-            WaitFor([&] { return log.Plays(QStringLiteral("Pop1.wav")) >= 5; });
+            SpinUntil([&] { return log.Plays(QStringLiteral("Pop1.wav")) >= 5; });
         stop = true;
         updater.join();
         screen.join();

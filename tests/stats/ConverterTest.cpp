@@ -34,13 +34,10 @@ TEST(ConverterTest, AverageSpeed) {
 }
 
 TEST(ConverterTest, TimeStringKeepsMinutesUnfolded) {
-    EXPECT_EQ(Converter::GetTimeStringN(0), QStringLiteral("00:00"));
-    EXPECT_EQ(Converter::GetTimeStringN(65), QStringLiteral("01:05"));
-    EXPECT_EQ(Converter::GetTimeStringN(600), QStringLiteral("10:00"));
-    EXPECT_EQ(Converter::GetTimeStringN(7500), QStringLiteral("125:00"));
-    EXPECT_EQ(Converter::GetTimeStringN(599), QStringLiteral("09:59"));
-    EXPECT_EQ(Converter::GetTimeStringN(69), QStringLiteral("01:09"));
-    EXPECT_EQ(Converter::GetTimeStringN(70), QStringLiteral("01:10"));
+    const std::pair<int, const char*> cases[] = {{0, "00:00"},    {65, "01:05"}, {600, "10:00"},
+                                                 {7500, "125:00"}, {599, "09:59"}, {69, "01:09"},
+                                                 {70, "01:10"}};
+    for (const auto& [seconds, text] : cases) EXPECT_EQ(Converter::GetTimeStringN(seconds), text);
 }
 
 TEST(ConverterTest, LocalStringHasExactFractionDigitsAndLocaleSeparators) {

@@ -9,19 +9,18 @@
 #include <thread>
 #include <vector>
 
-#include "../sound/FakeSoundPlayer.h"
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "Body.h"
 #include "Clock.h"
 #include "DAOLap.h"
+#include "FakeSoundPlayer.h"
 #include "FreshProfile.h"
 #include "MainFormListener.h"
 #include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "QuorPedometer.h"
-#include "SoundEffectPlayer.h"
 #include "SoundsManager.h"
 #include "Sygnal.h"
 #include "UpdaterThread.h"
@@ -69,22 +68,16 @@ protected:
         VirtualTime::AdvanceBy(seconds * 1000LL);
         manager->GetUpdaterThread()->WaitUntilIdle();
     }
-    std::vector<DAOLapMinutes> storedMinutes() {
+    // The rows stored for today's last lap.
+    template <class Row>
+    static std::vector<Row> stored(std::vector<std::unique_ptr<Row>> DAOLap::*rows) {
         auto lap = PedometerDBManager::GetInstance().GetTodayLastLap();
-        std::vector<DAOLapMinutes> out;
-        if (lap) {
-            for (const auto& m : lap->minutes) out.push_back(*m);
-        }
+        std::vector<Row> out;
+        for (std::size_t i = 0; lap && i < ((*lap).*rows).size(); ++i) out.push_back(*((*lap).*rows)[i]);
         return out;
     }
-    std::vector<DAOLapSeconds> storedSeconds() {
-        auto lap = PedometerDBManager::GetInstance().GetTodayLastLap();
-        std::vector<DAOLapSeconds> out;
-        if (lap) {
-            for (const auto& s : lap->seconds) out.push_back(*s);
-        }
-        return out;
-    }
+    static std::vector<DAOLapMinutes> storedMinutes() { return stored(&DAOLap::minutes); }
+    static std::vector<DAOLapSeconds> storedSeconds() { return stored(&DAOLap::seconds); }
 
     FreshProfile profile;
     RecordingForm form;
@@ -129,8 +122,7 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
 // its metres give the speed the beat is measured against.
 TEST_F(StatisticsManagerTest, EachIntervalReachesThePacer) {
     PedometerOptions& options = PedometerOptions::GetInstance();
-    FakePlayerLog sounds;
-    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
+    FakeSounds sounds;
     options.pacerType = 1;     // speed
     options.pacerSpeed = 0.5;  // km/h: one walking step in five seconds
     options.pacerDiff = true;  // beat only off the target
@@ -151,8 +143,6 @@ TEST_F(StatisticsManagerTest, EachIntervalReachesThePacer) {
     EXPECT_FALSE(pacer.IsRunning()) << "standing";
     pacer.Stop();
     options.RestoreDefaults();
-    SoundsManager::GetInstance().SetPlayerFactory(
-        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 // Before a sleep the interval in progress is stored at once, and the next one starts
@@ -331,8 +321,7 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalDistance = 1.0;  // km
     options.sygnalActivity = 5;    // minutes
     options.sygnalSteps = 30;
-    FakePlayerLog sounds;
-    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
+    FakeSounds sounds;
     const struct {
         int running, completed, slots;
         double kcal, metres;
@@ -365,8 +354,6 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalType = 3;  // activity, stopped
     Sygnal::AddValues(1.0, 5, 1.0);
     EXPECT_EQ(db.GetTodaySygnal().activityTime, 0);
-    SoundsManager::GetInstance().SetPlayerFactory(
-        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 // Steps arrive on a sensor thread while the GUI thread ticks and the updater thread

@@ -1,28 +1,12 @@
 // pedometer-cli history and seed-history, run as the user runs them.
-#include <QProcess>
-
+#include "Cli.h"
 #include "StorageTestSupport.h"
 
 using storagetest::StorageTest;
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-CliRun Cli(const QStringList& args) {
-    QProcess process;
-    process.start(testdata::CliPath(), args);
-    CliRun run;
-    if (!process.waitForFinished(120000)) return run;
-    run.exitCode = process.exitCode();
-    run.out = QString::fromUtf8(process.readAllStandardOutput());
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
-}
+CliRun Cli(const QStringList& args) { return RunCli(args); }
 
 class HistoryCommandTest : public StorageTest {
 protected:
@@ -34,13 +18,13 @@ protected:
 
 TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
     const CliRun seeded = Cli({"seed-history", "--years", "1", "--seed", "5", "--data-dir", home_});
-    ASSERT_EQ(seeded.exitCode, 0) << seeded.err.toStdString();
+    ASSERT_EQ(seeded.status, 0) << seeded.err.toStdString();
     EXPECT_TRUE(seeded.out.contains(" laps, ")) << seeded.out.toStdString();
 
     // The same folder again is refused and left as it was.
     const int laps = QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap");
     const CliRun again = Cli({"seed-history", "--years", "1", "--data-dir", home_});
-    EXPECT_EQ(again.exitCode, 2);
+    EXPECT_EQ(again.status, 2);
     EXPECT_TRUE(again.err.contains("already holds history")) << again.err.toStdString();
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), laps);
 
@@ -51,7 +35,7 @@ TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
                   "techDate LIMIT 1");
     const QString day = QString::fromStdString(busiest);
     const CliRun history = Cli({"history", day, "--data-dir", home_});
-    ASSERT_EQ(history.exitCode, 0) << history.err.toStdString();
+    ASSERT_EQ(history.status, 0) << history.err.toStdString();
     const QStringList lines = history.out.split('\n', Qt::SkipEmptyParts);
     const auto dayLaps = manager().GetLapsForDate(QDate::fromString(day, Qt::ISODate).startOfDay());
     ASSERT_EQ(lines.size(), int(dayLaps.size()) + 3) << history.out.toStdString();
@@ -69,16 +53,16 @@ TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
 TEST_F(HistoryCommandTest, BadInputIsRefusedWithAReason) {
     for (const char* day : {"2024-02-30", "14.03.2024", "yesterday", "2024-3-1"}) {
         const CliRun run = Cli({"history", day, "--data-dir", home_});
-        EXPECT_EQ(run.exitCode, 2) << day;
+        EXPECT_EQ(run.status, 2) << day;
         EXPECT_TRUE(run.err.contains("not a date")) << run.err.toStdString();
     }
-    EXPECT_EQ(Cli({"history", "2024-01-01", "2024-01-02"}).exitCode, 2);
+    EXPECT_EQ(Cli({"history", "2024-01-01", "2024-01-02"}).status, 2);
     for (const QStringList& args :
          {QStringList{"seed-history"}, QStringList{"seed-history", "--years", "many"},
           QStringList{"seed-history", "--years", "-1"},
           QStringList{"seed-history", "--years", "1", "--seed", "x"}}) {
         const CliRun run = Cli(args + QStringList{"--data-dir", home_});
-        EXPECT_EQ(run.exitCode, 2) << args.join(' ').toStdString();
+        EXPECT_EQ(run.status, 2) << args.join(' ').toStdString();
         EXPECT_FALSE(run.err.isEmpty());
     }
 }
@@ -86,7 +70,7 @@ TEST_F(HistoryCommandTest, BadInputIsRefusedWithAReason) {
 TEST_F(HistoryCommandTest, AnUnusableDatabaseIsExplainedAndKept) {
     // history only reads: a missing database is reported, not created.
     const CliRun missing = Cli({"history", "--data-dir", home_});
-    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.status, 1);
     EXPECT_TRUE(missing.err.contains("does not exist")) << missing.err.toStdString();
     EXPECT_FALSE(QFile::exists(HomeFile("Statistics.db3")));
 
@@ -95,7 +79,7 @@ TEST_F(HistoryCommandTest, AnUnusableDatabaseIsExplainedAndKept) {
     for (const QStringList& args :
          {QStringList{"history"}, QStringList{"seed-history", "--years", "1"}}) {
         const CliRun run = Cli(args + QStringList{"--data-dir", home_});
-        EXPECT_EQ(run.exitCode, 1) << args.join(' ').toStdString();
+        EXPECT_EQ(run.status, 1) << args.join(' ').toStdString();
         EXPECT_TRUE(run.err.contains("Statistics.db3")) << run.err.toStdString();
     }
     QFile file(HomeFile("Statistics.db3"));

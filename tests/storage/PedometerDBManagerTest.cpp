@@ -1,5 +1,7 @@
 #include "PedometerDBManager.h"
 
+#include <tuple>
+
 #include "Body.h"
 #include "StorageTestSupport.h"
 
@@ -59,13 +61,11 @@ TEST_F(PedometerDBManagerTest, MinuteRowCreatedWithItsKeyOnlyStartsAtZero) {
     minute.lapMinute = 3;
     minute.steps = 55;  // not part of the insert
     manager().CreateNewLapMinute(minute);
-    const std::string row = " FROM LapMinutes WHERE lapId=7 AND lapMinute=3";
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*)" + row), 1);
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT steps" + row), 0);
-    EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT calories" + row), 0.0);
-    EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT distance" + row), 0.0);
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT secondsCompleted" + row), 0);
-    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT typeof(calories)" + row), "real");
+    EXPECT_EQ(QueryText(StatisticsPath(),
+                        "SELECT group_concat(steps||' '||calories||' '||distance||' '||"
+                        "secondsCompleted||' '||typeof(calories)) FROM LapMinutes WHERE lapId=7 "
+                        "AND lapMinute=3"),
+              "0 0.0 0.0 0 real");
 }
 
 TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
@@ -100,17 +100,18 @@ TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
     ASSERT_NE(today, nullptr);
     EXPECT_EQ(today->id, lap->id);
     ASSERT_EQ(today->minutes.size(), 2u);
-    EXPECT_EQ(today->minutes[0]->steps, 96);
-    EXPECT_DOUBLE_EQ(today->minutes[0]->distance, 66.0);
-    EXPECT_EQ(today->minutes[0]->secondsCompleted, 60);
-    EXPECT_EQ(today->minutes[1]->lapMinute, 1);
-    EXPECT_EQ(today->minutes[1]->steps, 8);
-    EXPECT_EQ(today->minutes[1]->lapId, lap->id);
+    const DAOLapMinutes &first = *today->minutes[0], &second = *today->minutes[1];
+    EXPECT_EQ(std::tuple(first.steps, first.distance, first.secondsCompleted),
+              std::tuple(96, 66.0, 60));
+    EXPECT_EQ(std::tuple(second.lapMinute, second.steps, second.lapId), std::tuple(1, 8, lap->id));
     ASSERT_EQ(today->seconds.size(), 13u);
     for (size_t i = 0; i < today->seconds.size(); ++i) {
         EXPECT_EQ(today->seconds[i]->currentSecond, 5 * static_cast<int>(i + 1));
     }
-    EXPECT_DOUBLE_EQ(today->seconds[0]->caloriesNoise, 3.1);
+    const DAOLapSeconds& interval = *today->seconds[0];
+    EXPECT_EQ(std::tuple(interval.steps, interval.calories, interval.distance,
+                         interval.caloriesNoise),
+              std::tuple(8, 0.25, 5.5, 3.1));
 
     // A new lap empties the five-second table; the minutes stay.
     manager().ClearLapSeconds();
@@ -240,15 +241,13 @@ TEST_F(PedometerDBManagerTest, AlarmProgressRestartsOnANewDay) {
     manager().UpdateSygnal(first);
     Clock::SetNow(Moment(14, 23, 0));
     const DAOSygnal again = manager().GetTodaySygnal();
-    EXPECT_DOUBLE_EQ(again.calories, 120.5);
-    EXPECT_DOUBLE_EQ(again.distance, 2.25);
-    EXPECT_EQ(again.activityTime, 1500);
+    EXPECT_EQ(std::tuple(again.calories, again.distance, again.activityTime),
+              std::tuple(120.5, 2.25, 1500));
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
 
     Clock::SetNow(Moment(15, 6, 45));
     const DAOSygnal nextDay = manager().GetTodaySygnal();
-    EXPECT_EQ(nextDay.calories, 0.0);
-    EXPECT_EQ(nextDay.activityTime, 0);
+    EXPECT_EQ(std::tuple(nextDay.calories, nextDay.activityTime), std::tuple(0.0, 0));
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
     EXPECT_EQ(QueryText(StatisticsPath(), "SELECT sygnalDate FROM SygnalValues"),
               "2024-03-15 06:45:00");
@@ -271,10 +270,8 @@ TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
     manager().SetTodayChest(101.0);
     manager().SetTodayHip(104.5);
     const DAOBodyLog today = manager().GetTodayBodyLog();
-    EXPECT_DOUBLE_EQ(today.weight, 81.5);
-    EXPECT_DOUBLE_EQ(today.chest, 101.0);
-    EXPECT_DOUBLE_EQ(today.waist, 92.0);
-    EXPECT_DOUBLE_EQ(today.hip, 104.5);
+    EXPECT_EQ(std::tuple(today.weight, today.chest, today.waist, today.hip),
+              std::tuple(81.5, 101.0, 92.0, 104.5));
 
     // Setters change only an existing row of today.
     Clock::SetNow(Moment(16, 8, 0));
@@ -293,10 +290,8 @@ TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
 
     manager().ResetWheight();
     manager().ResetHips();
-    const std::vector<DAOBodyLog> reset = manager().GetBodyLogs();
-    EXPECT_EQ(reset[0].weight, 0.0);
-    EXPECT_EQ(reset[0].hip, 0.0);
-    EXPECT_DOUBLE_EQ(reset[0].chest, 101.0);
+    const DAOBodyLog reset = manager().GetBodyLogs()[0];
+    EXPECT_EQ(std::tuple(reset.weight, reset.hip, reset.chest), std::tuple(0.0, 0.0, 101.0));
     manager().ResetChest();
     manager().ResetWaist();
     EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT sum(chest+waist) FROM BODYLOGS"), 0.0);
@@ -311,50 +306,39 @@ TEST_F(PedometerDBManagerTest, LogDatesOfAnEmptyLogAreToday) {
 
 // --- Goals, body profile, social ------------------------------------------------
 
-TEST_F(PedometerDBManagerTest, GoalsSurviveSaveAndLoad) {
-    DAOTarget seeded;
-    seeded.calories = -5;  // proves that loading overwrites it
-    manager().LoadTargets(seeded);
-    const DAOTarget defaults;
-    EXPECT_EQ(seeded.targetActive, defaults.targetActive);
-    EXPECT_EQ(seeded.calories, defaults.calories);
-    EXPECT_EQ(seeded.activityTime, defaults.activityTime);
-    EXPECT_EQ(seeded.distance, defaults.distance);
-    EXPECT_EQ(seeded.wheight, defaults.wheight);
-    EXPECT_EQ(seeded.wheightTarget, defaults.wheightTarget);
-
-    DAOTarget goals;
-    goals.targetActive = 2;
-    goals.distance = 7.25;
-    goals.calories = 450;
-    goals.activityTime = 75;
-    goals.wheight = 74.5;
-    goals.chest = 99.0;
-    goals.waist = 85.5;
-    goals.hips = 98.0;
-    goals.wheightTarget = 3;
-    manager().SaveTagets(goals);
-    DAOTarget loaded;
-    manager().LoadTargets(loaded);
-    EXPECT_EQ(loaded.targetActive, 2);
-    EXPECT_EQ(loaded.distance, 7.25);
-    EXPECT_EQ(loaded.calories, 450);
-    EXPECT_EQ(loaded.activityTime, 75);
-    EXPECT_EQ(loaded.wheight, 74.5);
-    EXPECT_EQ(loaded.chest, 99.0);
-    EXPECT_EQ(loaded.waist, 85.5);
-    EXPECT_EQ(loaded.hips, 98.0);
-    EXPECT_EQ(loaded.wheightTarget, 3);
+auto Fields(const DAOTarget& t) {
+    return std::tuple(t.targetActive, t.distance, t.calories, t.activityTime, t.wheight, t.chest,
+                      t.waist, t.hips, t.wheightTarget);
+}
+auto Fields(const DAOSocial& s) {
+    return std::tuple(s.share, s.export_, s.twitLogin, s.twitPass, s.facebLogin, s.facebPass);
+}
+auto Fields(const Body& b) {
+    return std::tuple(b.isMen(), b.storedAge(), b.storedHeight(), b.storedWeight(),
+                      b.storedWalkStepSize(), b.storedJogStepSize(), b.storedRunStepSize(),
+                      b.storedWalkCoef(), b.storedJogCoef(), b.storedRunCoef());
 }
 
-TEST_F(PedometerDBManagerTest, BodyProfileSurvivesSaveAndLoad) {
+// Goals, the body profile and the sharing settings read back field by field; the seed
+// gives the defaults (an unset profile) and loading overwrites what was there.
+TEST_F(PedometerDBManagerTest, GoalsBodyAndSocialSettingsSurviveSaveAndLoad) {
+    DAOTarget loaded;
+    loaded.calories = -5;
+    manager().LoadTargets(loaded);
+    EXPECT_EQ(Fields(loaded), Fields(DAOTarget{}));
+    DAOTarget goals;
+    std::tie(goals.targetActive, goals.distance, goals.calories, goals.activityTime, goals.wheight,
+             goals.chest, goals.waist, goals.hips, goals.wheightTarget) =
+        std::tuple(2, 7.25, 450, 75, 74.5, 99.0, 85.5, 98.0, 3);
+    manager().SaveTagets(goals);
+    manager().LoadTargets(loaded);
+    EXPECT_EQ(Fields(loaded), Fields(goals));
+
     Body& body = Body::GetInstance();
     body.setAge(44);
-    manager().LoadBody();  // the seed leaves everything unset
-    EXPECT_EQ(body.storedAge(), -1);
-    EXPECT_EQ(body.storedHeight(), -1.0);
-    EXPECT_EQ(body.storedRunCoef(), -1.0);
-
+    manager().LoadBody();
+    EXPECT_EQ(std::tuple(body.storedAge(), body.storedHeight(), body.storedRunCoef()),
+              std::tuple(-1, -1.0, -1.0));
     body.setMen(1);
     body.setAge(37);
     body.setHeight(181.5);
@@ -365,42 +349,21 @@ TEST_F(PedometerDBManagerTest, BodyProfileSurvivesSaveAndLoad) {
     body.setWalkCoef(0.35);
     body.setJogCoef(0.95);
     body.setRunCoef(1.5);
+    const auto saved = Fields(body);
     manager().SaveBody();
     body.clear();
     manager().LoadBody();
-    EXPECT_TRUE(body.isMen());
-    EXPECT_EQ(body.storedAge(), 37);
-    EXPECT_EQ(body.storedHeight(), 181.5);
-    EXPECT_EQ(body.storedWeight(), 79.25);
-    EXPECT_EQ(body.storedWalkStepSize(), 0.76);
-    EXPECT_EQ(body.storedJogStepSize(), 1.1);
-    EXPECT_EQ(body.storedRunStepSize(), 1.45);
-    EXPECT_EQ(body.storedWalkCoef(), 0.35);
-    EXPECT_EQ(body.storedJogCoef(), 0.95);
-    EXPECT_EQ(body.storedRunCoef(), 1.5);
+    EXPECT_EQ(Fields(body), saved);
+    EXPECT_EQ(std::get<0>(saved), true);
     body.clear();
-}
 
-TEST_F(PedometerDBManagerTest, SocialSettingsKeepEveryText) {
-    const auto empty = manager().GetDAOSocialN();
-    EXPECT_TRUE(empty->share.isEmpty());
-    EXPECT_TRUE(empty->facebPass.isEmpty());
-
+    EXPECT_EQ(Fields(*manager().GetDAOSocialN()), Fields(DAOSocial{}));
     DAOSocial social;
-    social.share = QStringLiteral("friends@example.org");
-    social.export_ = QStringLiteral("me@example.org");
-    social.twitLogin = QStringLiteral("läufer");
-    social.twitPass = QStringLiteral("p'ss \"word\"");
-    social.facebLogin = QStringLiteral("walker");
-    social.facebPass = QStringLiteral("秘密");
+    std::tie(social.share, social.export_, social.twitLogin, social.twitPass, social.facebLogin,
+             social.facebPass) = std::tuple("friends@example.org", "me@example.org", "läufer",
+                                            "p'ss \"word\"", "walker", "秘密");
     manager().SetSocial(social);
-    const auto loaded = manager().GetDAOSocialN();
-    EXPECT_EQ(loaded->share, social.share);
-    EXPECT_EQ(loaded->export_, social.export_);
-    EXPECT_EQ(loaded->twitLogin, social.twitLogin);
-    EXPECT_EQ(loaded->twitPass, social.twitPass);
-    EXPECT_EQ(loaded->facebLogin, social.facebLogin);
-    EXPECT_EQ(loaded->facebPass, social.facebPass);
+    EXPECT_EQ(Fields(*manager().GetDAOSocialN()), Fields(social));
 }
 
 // --- Import ---------------------------------------------------------------------

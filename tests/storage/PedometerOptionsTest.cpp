@@ -8,66 +8,35 @@ using storagetest::StorageTest;
 
 namespace {
 
-// All 27 settings as numbers, in the record's order, for comparing records.
+using O = PedometerOptions;
+// All 27 settings by type, each with a value unlike its default (the bools are flipped).
+const std::pair<std::atomic<int> O::*, int> kInts[] = {
+    {&O::countDownTime, 0},       {&O::mainValues, 4},        {&O::mainGraphic, 3},
+    {&O::pacerType, 2},           {&O::pacerFrequency, 132},  {&O::pacerDiffFrequency, 8},
+    {&O::sygnalType, 5},          {&O::sygnalCalories, 420},  {&O::sygnalActivity, 45},
+    {&O::sygnalSteps, 7500}};
+const std::pair<std::atomic<double> O::*, double> kDoubles[] = {
+    {&O::pacerSpeed, 6.5},     {&O::pacerPace, 9.25},     {&O::pacerDiffSpeed, 0.75},
+    {&O::pacerDiffPace, 0.5},  {&O::sygnalDistance, 3.5}};
+std::atomic<bool> O::*const kBools[] = {
+    &O::soundSteps, &O::soundButtons,       &O::soundStart,         &O::soundCountdown,
+    &O::soundMetronome, &O::firstStart,     &O::measurementSystem,  &O::showBmi,
+    &O::paceInsteadOfSpeed, &O::pacerDiff,  &O::pacerOffOnStanding, &O::startOnBlock};
+
+// All settings as numbers, for comparing records.
 std::vector<double> Values(const PedometerOptions& o) {
-    return {double(o.soundSteps),
-            double(o.soundButtons),
-            double(o.soundStart),
-            double(o.soundCountdown),
-            double(o.soundMetronome),
-            double(o.firstStart),
-            double(o.measurementSystem),
-            double(o.showBmi),
-            double(o.paceInsteadOfSpeed),
-            double(o.countDownTime),
-            double(o.mainValues),
-            double(o.mainGraphic),
-            double(o.pacerType),
-            double(o.pacerDiff),
-            double(o.pacerOffOnStanding),
-            o.pacerSpeed,
-            o.pacerPace,
-            double(o.pacerFrequency),
-            o.pacerDiffSpeed,
-            o.pacerDiffPace,
-            double(o.pacerDiffFrequency),
-            double(o.sygnalType),
-            double(o.sygnalCalories),
-            o.sygnalDistance,
-            double(o.sygnalActivity),
-            double(o.startOnBlock),
-            double(o.sygnalSteps)};
+    std::vector<double> out;
+    for (const auto& [field, value] : kInts) out.push_back((o.*field).load());
+    for (const auto& [field, value] : kDoubles) out.push_back((o.*field).load());
+    for (const auto field : kBools) out.push_back((o.*field).load());
+    return out;
 }
 
-// Every field different from the defaults, and each bool flipped.
 void ChangeEverything(PedometerOptions& o) {
-    o.soundSteps = true;
-    o.soundButtons = false;
-    o.soundStart = false;
-    o.soundCountdown = false;
-    o.soundMetronome = false;
-    o.firstStart = false;
-    o.measurementSystem = true;
-    o.showBmi = false;
-    o.paceInsteadOfSpeed = true;
-    o.countDownTime = 0;
-    o.mainValues = 4;
-    o.mainGraphic = 3;
-    o.pacerType = 2;
-    o.pacerDiff = true;
-    o.pacerOffOnStanding = false;
-    o.pacerSpeed = 6.5;
-    o.pacerPace = 9.25;
-    o.pacerFrequency = 132;
-    o.pacerDiffSpeed = 0.75;
-    o.pacerDiffPace = 0.5;
-    o.pacerDiffFrequency = 8;
-    o.sygnalType = 5;
-    o.sygnalCalories = 420;
-    o.sygnalDistance = 3.5;
-    o.sygnalActivity = 45;
-    o.startOnBlock = true;
-    o.sygnalSteps = 7500;
+    const PedometerOptions defaults;
+    for (const auto& [field, value] : kInts) o.*field = value;
+    for (const auto& [field, value] : kDoubles) o.*field = value;
+    for (const auto field : kBools) o.*field = !(defaults.*field).load();
 }
 
 using PedometerOptionsTest = StorageTest;

@@ -57,16 +57,13 @@ protected:
         return std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE);
     }
     static int QueryInt(const std::string& path, const std::string& sql) {
-        auto db = Open(path);
-        return db->execAndGet(sql).getInt();
+        return Open(path)->execAndGet(sql).getInt();
     }
     static double QueryDouble(const std::string& path, const std::string& sql) {
-        auto db = Open(path);
-        return db->execAndGet(sql).getDouble();
+        return Open(path)->execAndGet(sql).getDouble();
     }
     static std::string QueryText(const std::string& path, const std::string& sql) {
-        auto db = Open(path);
-        return db->execAndGet(sql).getString();
+        return Open(path)->execAndGet(sql).getString();
     }
     static void Exec(const std::string& path, const std::string& sql) { Open(path)->exec(sql); }
 

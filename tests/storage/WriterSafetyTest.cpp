@@ -3,8 +3,8 @@
 #include <sys/stat.h>
 
 #include <QDir>
-#include <QProcess>
 
+#include "Cli.h"
 #include "DataFolderLock.h"
 #include "StorageTestSupport.h"
 
@@ -12,32 +12,14 @@ using storagetest::StorageTest;
 
 namespace {
 
-struct CliResult {
-    int exitCode = -1;
-    QString err;
-};
-
-// pedometer-cli with `args`; `fileBlocks` > 0 limits the files it writes to that many
-// 512-byte blocks (a full disk), with the signal ignored so that the write fails.
-CliResult Cli(const QStringList& args, int fileBlocks = 0) {
-    QProcess process;
-    const QString limit =
-        fileBlocks > 0 ? QStringLiteral("trap '' XFSZ; ulimit -f %1; ").arg(fileBlocks) : QString();
-    process.start("/bin/sh", QStringList{"-c", limit + "umask 022; exec \"$0\" \"$@\"",
-                                         testdata::CliPath()} +
-                                 args);
-    CliResult run;
-    if (!process.waitForFinished(120000)) return run;
-    run.exitCode = process.exitCode();
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
-}
+// pedometer-cli with `args`; `fileBlocks` > 0 plays a full disk.
+CliRun Cli(const QStringList& args, int fileBlocks = 0) { return RunCli(args, nullptr, fileBlocks); }
 
 class WriterSafetyTest : public StorageTest {
 protected:
     void SetUp() override {
         StorageTest::SetUp();
-        ASSERT_EQ(Cli({"seed-history", "--years", "1", "--data-dir", home_}).exitCode, 0);
+        ASSERT_EQ(Cli({"seed-history", "--years", "1", "--data-dir", home_}).status, 0);
         // Reading a rollback-journal file writes nothing, so only the output hits the limit.
         for (const std::string& path : {StatisticsPath(), OptionsPath()})
             Exec(path, "PRAGMA journal_mode=DELETE");
@@ -56,21 +38,21 @@ TEST_F(WriterSafetyTest, AWriterReplacesItsFileWholeOrNotAtAllAndFollowsNoLink) 
         SCOPED_TRACE(writer.first().toStdString());
         ASSERT_TRUE(testdata::WriteFile(victim, "someone else's"));
         ASSERT_TRUE(QFile::link(victim, out));
-        CliResult run = Cli(writer);
-        EXPECT_NE(run.exitCode, 0);
+        CliRun run = Cli(writer);
+        EXPECT_NE(run.status, 0);
         EXPECT_TRUE(run.err.contains("symbolic link")) << run.err.toStdString();
         EXPECT_TRUE(QFileInfo(out).isSymLink());
         ASSERT_TRUE(QFile::remove(out));
 
         ASSERT_TRUE(testdata::WriteFile(out, "previous"));
         run = Cli(writer, 1);
-        EXPECT_NE(run.exitCode, 0);
+        EXPECT_NE(run.status, 0);
         EXPECT_TRUE(run.err.contains("disk is full")) << run.err.toStdString();
         QFile previous(out);
         ASSERT_TRUE(previous.open(QIODevice::ReadOnly));
         EXPECT_EQ(previous.readAll(), "previous");
 
-        ASSERT_EQ(Cli(writer).exitCode, 0);
+        ASSERT_EQ(Cli(writer).status, 0);
         struct stat info {};
         ASSERT_EQ(::stat(QFile::encodeName(out).constData(), &info), 0);
         EXPECT_EQ(info.st_mode & 0777, 0600u);
@@ -87,11 +69,11 @@ TEST_F(WriterSafetyTest, FoldersAboveTheDataMayBeLinksButTheAppsOwnFilesMayNot) 
     // A moved home folder: the data is reached through a link and saved as usual.
     ASSERT_TRUE(QFile::link(home_, folder_->filePath("moved")));
     const QString linked = folder_->filePath("moved/deeper/data");
-    EXPECT_EQ(Cli({"backup", folder_->filePath("b"), "--data-dir", home_}).exitCode, 0);
-    CliResult run = Cli({"restore", folder_->filePath("b"), "--data-dir", linked});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(Cli({"backup", folder_->filePath("b"), "--data-dir", home_}).status, 0);
+    CliRun run = Cli({"restore", folder_->filePath("b"), "--data-dir", linked});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
     run = Cli({"export", "days", "--out", folder_->filePath("d"), "--data-dir", linked});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
 
     // A lock file planted as a link is refused, naming it; its target stays as it was.
     const QString victim = folder_->filePath("victim");
@@ -99,14 +81,14 @@ TEST_F(WriterSafetyTest, FoldersAboveTheDataMayBeLinksButTheAppsOwnFilesMayNot) 
     QFile::remove(home_ + "/" + DataFolderLock::kFileName);
     ASSERT_TRUE(QFile::link(victim, home_ + "/" + DataFolderLock::kFileName));
     run = Cli({"import", folder_->filePath("d"), "--data-dir", home_});
-    EXPECT_NE(run.exitCode, 0);
+    EXPECT_NE(run.status, 0);
     EXPECT_TRUE(run.err.contains(DataFolderLock::kFileName + QString(" is a symbolic link")))
         << run.err.toStdString();
     EXPECT_EQ(QFileInfo(victim).size(), 1);
 
     // An empty folder name is refused, not taken for the current folder.
     run = Cli({"import", folder_->filePath("d"), "--data-dir", ""});
-    EXPECT_NE(run.exitCode, 0);
+    EXPECT_NE(run.status, 0);
     EXPECT_TRUE(run.err.contains("empty")) << run.err.toStdString();
 }
 
@@ -116,7 +98,7 @@ TEST_F(WriterSafetyTest, ALockFileDeletedUnderTheHolderIsTakenBack) {
     ASSERT_TRUE(lock) << error.toStdString();
     ASSERT_TRUE(QFile::remove(home_ + "/" + DataFolderLock::kFileName));
     EXPECT_TRUE(lock->Reclaim(&error)) << error.toStdString();
-    const CliResult second = Cli({"import", folder_->filePath("none"), "--data-dir", home_});
+    const CliRun second = Cli({"import", folder_->filePath("none"), "--data-dir", home_});
     EXPECT_TRUE(second.err.contains("another pedometer")) << second.err.toStdString();
 }
 
