@@ -50,7 +50,9 @@ void StatisticsManager::Initialize() {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     lapSteps = 0;
     std::unique_ptr<DAOLap> lap = db.GetTodayLastLap();
-    if (!lap) {
+    // A lap with an end (finished, or imported) is never resumed: counting on into it
+    // would put new minutes into a closed lap.
+    if (!lap || lap->endDate) {
         lap = db.CreateNewLap();
         db.ClearLapSeconds();
     }

@@ -424,14 +424,15 @@ std::unique_ptr<DAOLap> PedometerDBManager::GetTodayLastLap() {
     const DayRange today = todayRange();
     const bool done = statistics_.Run([&](SQLite::Database& db) {
         SQLite::Statement select(db,
-                                 "SELECT id,startDate FROM Lap WHERE startDate BETWEEN ? AND ? "
-                                 "AND manual=0 ORDER BY startDate DESC LIMIT 1");
+                                 "SELECT id,startDate,endDate FROM Lap WHERE startDate BETWEEN ? "
+                                 "AND ? AND manual=0 ORDER BY startDate DESC LIMIT 1");
         bindDate(select, 1, today.from);
         bindDate(select, 2, today.to);
         if (!select.executeStep()) return;
         lap = std::make_unique<DAOLap>();
         lap->id = select.getColumn(0).getInt();
         lap->startDate = dateColumn(select.getColumn(1));
+        lap->endDate = optionalDateColumn(select.getColumn(2));
         lap->techDate = DbDateTime::DayStart(lap->startDate);
         SQLite::Statement minutes(db, kSelectMinutes);
         lap->minutes = readMinutes(minutes, lap->id);

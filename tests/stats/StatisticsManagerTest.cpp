@@ -277,6 +277,21 @@ TEST_F(StatisticsManagerTest, RestartResumesTodaysLapAndANewDayStartsAfresh) {
     EXPECT_TRUE(yesterday.seconds.empty());
 }
 
+// A lap of today that has an end (an imported walk, say) is left closed: counting starts
+// a new lap instead of adding minutes to it.
+TEST_F(StatisticsManagerTest, AClosedLapOfTodayIsNeverResumed) {
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    laps.push_back(std::make_unique<DAOLap>());
+    laps[0]->startDate = Clock::Now().addSecs(-3600);
+    laps[0]->endDate = laps[0]->startDate.addSecs(600);
+    laps[0]->techDate = laps[0]->startDate.date().startOfDay();
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    ASSERT_TRUE(db.ImportHistory(laps, {}));
+    const int closed = db.GetTodayLastLap()->id;
+    EXPECT_NE(makeManager().GetCurrentLap()->id, closed);
+    EXPECT_FALSE(db.GetTodayLastLap()->endDate) << "the new lap is the open one";
+}
+
 TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     StatisticsManager& m = makeManager();
     const int firstId = m.GetCurrentLap()->id;
