@@ -11,7 +11,6 @@
 struct Journal {
     QStringList lines;
     int Count(const QString& line) const { return int(lines.count(line)); }
-    int IndexOf(const QString& line) const { return int(lines.indexOf(line)); }
 };
 
 class ProbeForm : public PedometerForm {

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QTest>
 
-#include "AppResource.h"
 #include "FakeSoundPlayer.h"
 #include "FormHeader.h"
 #include "NavigationTestSupport.h"
@@ -61,40 +60,36 @@ protected:
     int volumeBefore = 0;
 };
 
-TEST_F(PedometerFormTest, BackSoftkeyClicksOnceThenPopsOnce) {
+// The back soft key (through the screen's action) and the phone's back keys (straight to the
+// request) click once and pop once; the root has no back key, and its keys do nothing.
+TEST_F(PedometerFormTest, BackKeysClickOnceThenPopOnceAndNeverPopTheRoot) {
     SoftkeyBar& bar = frame->GetSoftkeyBar();
-    ASSERT_TRUE(bar.IsKeyShown(SoftkeyBar::Key::Right));
-    EXPECT_EQ(bar.KeyText(SoftkeyBar::Key::Right),
-              AppResource::GetInstance().GetString("meter_ BackButton"));
-    QPointer<ProbeForm> guard = screen;
-
-    TapSoftkey(SoftkeyBar::Key::Right);
-    EXPECT_EQ(plays.Plays(kClick), 1);
-    EXPECT_EQ(screen->actions, QList<int>({PedometerForm::BACK_ACTION_ID}));
-    EXPECT_EQ(journal.lines, QStringList({"screen terminate (current none)", "root appear"}));
-    EXPECT_EQ(navigation->GetTopForm(), root);
-    Settle();
-    EXPECT_TRUE(guard.isNull());
-    // The root has no back key: the bar shows none and the key does nothing.
-    EXPECT_FALSE(bar.IsKeyShown(SoftkeyBar::Key::Right));
-    TapSoftkey(SoftkeyBar::Key::Right);
-    EXPECT_EQ(plays.Plays(kClick), 1);
-}
-
-TEST_F(PedometerFormTest, PhoneBackKeyClicksOnceThenPopsOnceAndNeverPopsTheRoot) {
-    QPointer<ProbeForm> guard = screen;
-    QTest::keyClick(frame.get(), Qt::Key_Escape);
-    EXPECT_EQ(plays.Plays(kClick), 1);
-    EXPECT_TRUE(screen->actions.isEmpty());  // straight to the back request
-    EXPECT_EQ(journal.Count("root appear"), 1);
-    EXPECT_EQ(navigation->GetFormCount(), 1);
-    Settle();
-    EXPECT_TRUE(guard.isNull());
-
-    QTest::keyClick(frame.get(), Qt::Key_Backspace);
-    QTest::keyClick(frame.get(), Qt::Key_Escape);
-    EXPECT_EQ(plays.Plays(kClick), 1);
-    EXPECT_EQ(navigation->GetFormCount(), 1);
+    for (const bool softkey : {true, false}) {
+        SCOPED_TRACE(softkey ? "soft key" : "phone key");
+        if (!softkey) {
+            screen = Push(new ProbeForm("screen", journal, *frame));
+            screen->ShowBackButton();
+        }
+        journal.lines.clear();
+        const int clicks = plays.Plays(kClick);
+        ASSERT_TRUE(bar.IsKeyShown(SoftkeyBar::Key::Right));
+        QPointer<ProbeForm> guard = screen;
+        if (softkey) TapSoftkey(SoftkeyBar::Key::Right);
+        else QTest::keyClick(frame.get(), Qt::Key_Escape);
+        EXPECT_EQ(plays.Plays(kClick), clicks + 1);
+        EXPECT_EQ(screen->actions,
+                  softkey ? QList<int>{PedometerForm::BACK_ACTION_ID} : QList<int>{});
+        EXPECT_EQ(journal.lines, QStringList({"screen terminate (current none)", "root appear"}));
+        EXPECT_EQ(navigation->GetTopForm(), root);
+        Settle();
+        EXPECT_TRUE(guard.isNull());
+        EXPECT_FALSE(bar.IsKeyShown(SoftkeyBar::Key::Right));
+        TapSoftkey(SoftkeyBar::Key::Right);
+        QTest::keyClick(frame.get(), Qt::Key_Backspace);
+        QTest::keyClick(frame.get(), Qt::Key_Escape);
+        EXPECT_EQ(plays.Plays(kClick), clicks + 1);
+        EXPECT_EQ(navigation->GetFormCount(), 1);
+    }
 }
 
 TEST_F(PedometerFormTest, SideKeysStepTheVolumeAndALongPressSwitchesItFully) {
@@ -138,6 +133,12 @@ TEST_F(PedometerFormTest, ALongPressDoesNotReachAScreenThatWasClosedMeanwhile) {
 }
 
 TEST_F(PedometerFormTest, OptionKeyOpensTheMenuAndItemsReportTheirIds) {
+    // Before the menu is made, calls on it do nothing and are not kept.
+    screen->AddOptionKey("Lost", 5);
+    screen->ShowOptionMenu();
+    EXPECT_EQ(screen->GetOptionMenu(), nullptr);
+    QTest::keyClick(frame.get(), Qt::Key_Menu);
+    EXPECT_TRUE(screen->actions.isEmpty());
     EXPECT_FALSE(frame->GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
     screen->InitOptionMenu(ProbeForm::kOptionKey);
     screen->AddOptionKey("History", 125);
@@ -164,15 +165,6 @@ TEST_F(PedometerFormTest, OptionKeyOpensTheMenuAndItemsReportTheirIds) {
     EXPECT_TRUE(menu->isVisible());
     screen->HideOptionMenu();
     EXPECT_FALSE(menu->isVisible());
-}
-
-TEST_F(PedometerFormTest, OptionMenuCallsBeforeInitDoNothing) {
-    screen->AddOptionKey("Lost", 5);
-    screen->ShowOptionMenu();
-    screen->HideOptionMenu();
-    EXPECT_EQ(screen->GetOptionMenu(), nullptr);
-    QTest::keyClick(frame.get(), Qt::Key_Menu);
-    EXPECT_TRUE(screen->actions.isEmpty());
 }
 
 TEST_F(PedometerFormTest, BackgroundIsDrawnAtTheTopLeftUnderTheControls) {

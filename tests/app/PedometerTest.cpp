@@ -3,12 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QTemporaryDir>
 
 #include "AccelerometerSource.h"
 #include "CountingEngine.h"
-#include "AppPaths.h"
-#include "Body.h"
 #include "DAOLap.h"
 #include "FreshProfile.h"
 #include "MainForm.h"

@@ -41,16 +41,24 @@ TEST_F(TivNavigationControllerTest, InitWithRootLeavesTheFrameToTheCaller) {
     delete form;
 }
 
-TEST_F(TivNavigationControllerTest, PushInitialisesShowsAndTellsTheNewForm) {
+// A pushed form is initialised once (though added to the frame before), shown in the client
+// area and told; only the top form hears of a pause.
+TEST_F(TivNavigationControllerTest, PushInitialisesOnceShowsAndTellsTheNewForm) {
     ProbeForm* a = Make("A");
+    frame->AddControl(*a);
+    frame->AddControl(*a);
     navigation->PushForm(a);
     EXPECT_EQ(journal.lines, QStringList({"A init", "A appear"}));
+    EXPECT_EQ(frame->GetControlCount(), 2);
     EXPECT_EQ(navigation->GetTopForm(), a);
     EXPECT_EQ(a->getNavigationController(), navigation.get());
     EXPECT_EQ(frame->GetCurrentForm(), a);
     EXPECT_TRUE(a->isVisibleTo(frame.get()));
     EXPECT_FALSE(root->isVisibleTo(frame.get()));
     EXPECT_EQ(a->geometry(), frame->GetClientAreaBounds());
+    navigation->AppWillBePaused();
+    EXPECT_EQ(journal.lines.last(), "A pause");
+    EXPECT_EQ(journal.Count("root pause"), 0);
 }
 
 // Each way of leaving screens: who is told what, in which order, and what stays. Screens
@@ -109,22 +117,6 @@ TEST_F(TivNavigationControllerTest, TheRootIsNeverPopped) {
     EXPECT_EQ(navigation->GetFormCount(), 1);
     EXPECT_EQ(frame->GetCurrentForm(), root);
     EXPECT_EQ(journal.lines, QStringList());
-}
-
-TEST_F(TivNavigationControllerTest, OnlyTheTopScreenHearsOfThePause) {
-    navigation->PushForm(Make("A"));
-    journal.lines.clear();
-    navigation->AppWillBePaused();
-    EXPECT_EQ(journal.lines, QStringList({"A pause"}));
-}
-
-TEST_F(TivNavigationControllerTest, AFormIsInitialisedOnlyOnce) {
-    ProbeForm* a = Make("A");
-    frame->AddControl(*a);
-    frame->AddControl(*a);
-    navigation->PushForm(a);
-    EXPECT_EQ(journal.Count("A init"), 1);
-    EXPECT_EQ(frame->GetControlCount(), 2);
 }
 
 TEST_F(TivNavigationControllerTest, ClosingTheFrameTerminatesTheFormsNewestFirst) {

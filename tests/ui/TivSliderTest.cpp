@@ -40,52 +40,37 @@ protected:
     Recorder listener;
 };
 
-TEST_F(TivSliderTest, SetValuePlacesKnobAndFillWithoutNotifying) {
-    slider.SetValue(50);
-    EXPECT_EQ(Knob().x(), 130);
-    EXPECT_EQ(FillWidth(), 132);
-    slider.SetValue(100);
-    EXPECT_EQ(Knob().x(), 260);
-    slider.SetValue(33);  // trunc(260 * 0.33) = 85
-    EXPECT_EQ(Knob().x(), 85);
-    EXPECT_EQ(FillWidth(), 87);
-    EXPECT_TRUE(listener.values.empty());
+// A set value places knob and fill quietly; a drag reports its position, pinned at both ends.
+TEST_F(TivSliderTest, SetValueAndDraggingPlaceKnobAndFillAndOnlyDraggingReports) {
+    const struct {
+        bool drag;
+        int to, knobX, fill, reported;
+    } cases[] = {
+        {false, 50, 130, 132, -1},  {false, 100, 260, 262, -1}, {false, 33, 85, 87, -1},
+        {true, 130, 130, 132, 50},  {true, 1000, 260, 262, 100}, {true, -500, 0, 2, 0},
+        {true, 143, 143, 145, 55},  // 143 / 260 = 0.55
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << (c.drag ? "drag to " : "set ") << c.to);
+        listener.values.clear();
+        if (c.drag) DragKnobTo(c.to);
+        else slider.SetValue(c.to);
+        EXPECT_EQ(Knob().x(), c.knobX);
+        EXPECT_EQ(FillWidth(), c.fill);
+        EXPECT_EQ(listener.values.empty() ? -1 : listener.values.back(), c.reported);
+    }
 }
 
-TEST_F(TivSliderTest, InitializeLaysOutTrackFillAndKnob) {
+TEST_F(TivSliderTest, InitializePlacesTheKnobOverFillOverTrack) {
     TivSlider s;
     s.Initialize(QRect(10, 20, 300, 60), 25);
-    const int knobHeight = s.GetKnob()->height();
-    EXPECT_EQ(s.GetKnob()->pos(), QPoint(65, 30 - knobHeight / 2));
-    // The track hangs from the middle line and spans the slider.
-    EXPECT_EQ(s.GetTrack()->geometry(), QRect(0, 30, 300, s.GetTrack()->GetImage()->height()));
+    EXPECT_EQ(s.GetKnob()->pos(), QPoint(65, 30 - s.GetKnob()->height() / 2));
     EXPECT_EQ(s.GetFill()->geometry(), QRect(0, 30, 67, s.GetFill()->GetImage()->height()));
     // Back to front: track, fill, knob.
     const QObjectList parts = s.children();
     const auto index = [&](const QObject* o) { return parts.indexOf(const_cast<QObject*>(o)); };
     EXPECT_LT(index(s.GetTrack()), index(s.GetFill()));
     EXPECT_LT(index(s.GetFill()), index(s.GetKnob()));
-}
-
-TEST_F(TivSliderTest, DraggingReportsPositionAndPinsAtBothEnds) {
-    DragKnobTo(130);
-    EXPECT_EQ(Knob().x(), 130);
-    EXPECT_EQ(FillWidth(), 132);
-    ASSERT_FALSE(listener.values.empty());
-    EXPECT_EQ(listener.values.back(), 50);
-
-    DragKnobTo(1000);
-    EXPECT_EQ(Knob().x(), 260);
-    EXPECT_EQ(FillWidth(), 262);
-    EXPECT_EQ(listener.values.back(), 100);
-
-    DragKnobTo(-500);
-    EXPECT_EQ(Knob().x(), 0);
-    EXPECT_EQ(FillWidth(), 2);
-    EXPECT_EQ(listener.values.back(), 0);
-
-    DragKnobTo(143);  // 143 / 260 = 0.55
-    EXPECT_EQ(listener.values.back(), 55);
 }
 
 TEST_F(TivSliderTest, MoveReportsEveryStepAndOnlyFromTheKnob) {

@@ -126,17 +126,12 @@ TEST_F(BodyMeterFormTest, BmiNeedsHeightWeightAndTheSettingAndSlotsOpenTheirEntr
         form.UpdateData();
         EXPECT_EQ(form.GetBmiLabel()->GetText(), c.shown) << c.height << " " << c.weight;
     }
-    for (int id = BodyMeterForm::ID_CHEST; id <= BodyMeterForm::ID_CHEST + 3; ++id) {
-        form.OnActionPerformed(form, id);
-        if (id < BodyMeterForm::ID_CHEST + 3) {
-            auto* entry = qobject_cast<BodyParametersForm*>(navigation->GetTopForm());
-            ASSERT_NE(entry, nullptr);
-            EXPECT_EQ(entry->GetMode(), id - BodyMeterForm::ID_CHEST);
-        } else {
-            auto* entry = qobject_cast<WheightEnterForm*>(navigation->GetTopForm());
-            ASSERT_NE(entry, nullptr);
-            EXPECT_EQ(entry->GetMode(), 3);
-        }
+    for (int mode = 0; mode < 4; ++mode) {  // chest, waist and hips, then weight
+        form.OnActionPerformed(form, BodyMeterForm::ID_CHEST + mode);
+        auto* body = qobject_cast<BodyParametersForm*>(navigation->GetTopForm());
+        auto* weight = qobject_cast<WheightEnterForm*>(navigation->GetTopForm());
+        ASSERT_TRUE(mode < 3 ? body != nullptr : weight != nullptr) << mode;
+        EXPECT_EQ(mode < 3 ? body->GetMode() : weight->GetMode(), mode);
         navigation->PopForm();
     }
 }

@@ -4,20 +4,16 @@
 
 #include <QMenu>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <thread>
 
-#include <QDir>
 #include "AccelerometerSource.h"
 #include "AppFrame.h"
-#include "AppPaths.h"
 #include "AppResource.h"
 #include "Body.h"
 #include "Clock.h"
 #include "CountingEngine.h"
 #include "CsvReplaySource.h"
-#include "DAOTarget.h"
 #include "FreshProfile.h"
 #include "GraphicBlue.h"
 #include "Pedometer.h"
@@ -72,24 +68,20 @@ protected:
     std::unique_ptr<Pedometer> app;
 };
 
-TEST_F(MainFormTest, StartWithoutCountdownRecordsAtOnceInBlue) {
-    MainForm& form = start();
-    click(form.GetStartStopButton());
-    EXPECT_TRUE(form.IsAlreadyStarted());
-    EXPECT_FALSE(form.IsCountdownRunning());
-    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_STOP);
-    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
-    click(form.GetStartStopButton());
-    EXPECT_FALSE(form.IsAlreadyStarted());
-    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_START);
-}
-
-TEST_F(MainFormTest, CountdownShowsFourTicksThenRecords) {
+// A stop during the countdown cancels it; left alone it shows four ticks, then records.
+TEST_F(MainFormTest, CountdownCanBeCancelledOrShowsFourTicksThenRecords) {
     countdown = 5;
     MainForm& form = start();
     click(form.GetStartStopButton());
-    EXPECT_TRUE(form.IsCountdownRunning());
+    advanceSeconds(2);
+    click(form.GetStartStopButton());
+    EXPECT_FALSE(form.IsCountdownRunning());
+    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
+    advanceSeconds(10);
     EXPECT_FALSE(form.IsAlreadyStarted());
+
+    click(form.GetStartStopButton());
+    EXPECT_TRUE(form.IsCountdownRunning());
     EXPECT_EQ(form.GetEnlargedValueText(), QStringLiteral("5"));
     EXPECT_EQ(form.GetEnlargedColor(), QColor(Qt::red));
     advanceSeconds(4);
@@ -102,37 +94,13 @@ TEST_F(MainFormTest, CountdownShowsFourTicksThenRecords) {
     EXPECT_EQ(form.GetEnlargedValueText(), form.GetTopValueText(0));  // not the last digit
 }
 
-TEST_F(MainFormTest, StopDuringCountdownCancelsIt) {
-    countdown = 5;
-    MainForm& form = start();
-    click(form.GetStartStopButton());
-    advanceSeconds(2);
-    click(form.GetStartStopButton());
-    EXPECT_FALSE(form.IsCountdownRunning());
-    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
-    advanceSeconds(10);
-    EXPECT_FALSE(form.IsAlreadyStarted());
-}
-
-TEST_F(MainFormTest, TopButtonsPickTheEnlargedValueButNotWhileRecordingAndLocked) {
+TEST_F(MainFormTest, TopButtonsPickTheEnlargedValueAndStoreIt) {
     MainForm& form = start();
     click(form.GetTopButton(2));
     EXPECT_EQ(PedometerOptions::GetInstance().mainValues.load(), 2);
     PedometerOptions reloaded;
     PedometerDBManager::GetInstance().LoadOptions(reloaded);
     EXPECT_EQ(reloaded.mainValues.load(), 2);
-
-    click(form.GetStartStopButton());
-    click(form.GetButton(MainForm::ID_LOCK));
-    ASSERT_TRUE(form.IsLocked());
-    ASSERT_NE(form.GetLockPane(), nullptr);
-    form.OnActionPerformed(form, MainForm::ID_TOP_FIRST + 4);
-    EXPECT_EQ(PedometerOptions::GetInstance().mainValues.load(), 2);
-
-    form.RequestUnblock();  // user event 129
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(form.IsLocked());
-    EXPECT_EQ(form.GetLockPane(), nullptr);
 }
 
 TEST_F(MainFormTest, UnderTheLockOnlyTheSlideActs) {
@@ -141,6 +109,7 @@ TEST_F(MainFormTest, UnderTheLockOnlyTheSlideActs) {
     click(form.GetButton(MainForm::ID_NEW_LAP));
     ASSERT_NE(form.GetContextMenu(), nullptr);
     click(form.GetButton(MainForm::ID_LOCK));
+    ASSERT_TRUE(form.IsLocked());
     EXPECT_EQ(form.GetContextMenu(), nullptr);  // an open menu goes with the lock
     EXPECT_FALSE(frame.GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
     QTest::keyClick(&frame, Qt::Key_F1);
@@ -154,9 +123,12 @@ TEST_F(MainFormTest, UnderTheLockOnlyTheSlideActs) {
         EXPECT_EQ(form.GetContextMenu(), nullptr) << id;
     }
     EXPECT_FALSE(form.IsAlreadyStarted());
+    EXPECT_EQ(PedometerOptions::GetInstance().mainValues.load(), 0);
 
-    form.RequestUnblock();
+    form.RequestUnblock();  // user event 129
     QCoreApplication::processEvents();
+    EXPECT_FALSE(form.IsLocked());
+    EXPECT_EQ(form.GetLockPane(), nullptr);
     EXPECT_TRUE(frame.GetSoftkeyBar().IsKeyShown(SoftkeyBar::Key::Option));
     QTest::keyClick(&frame, Qt::Key_F1);
     EXPECT_TRUE(form.GetOptionMenu()->isVisible());
@@ -178,21 +150,14 @@ TEST_F(MainFormTest, PopUpMenusLookLikeTheOptionMenu) {
     }
 }
 
-// Every caption fits its button in both languages, units and speed or pace, and the
-// 320 x 480 layout keeps them as large as the 480-wide one scaled down.
+// Every caption fits its button in both languages, units and speed or pace, at both
+// layouts (that no text becomes too small to read is the layout check's).
 TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
-    std::map<int, std::vector<int>> sizes;  // by screen width, the captions' pixel sizes
     for (const int width : {480, 320}) {
         for (const char* language : {"en", "de"}) {
             TivUtils::SetScreenResolution(width);
             AppResource::GetInstance().SetLanguage(language);
             MainForm& form = start();
-            EXPECT_EQ(app->GetFrame()->size(), width == 480 ? QSize(480, 800) : QSize(320, 480));
-            for (QWidget* child : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-                if (child->isVisible()) {
-                    EXPECT_TRUE(form.rect().contains(child->geometry())) << width;
-                }
-            }
             for (const bool miles : {false, true}) {
                 for (const bool pace : {false, true}) {
                     PedometerOptions::GetInstance().measurementSystem = miles;
@@ -209,14 +174,8 @@ TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
                             EXPECT_LE(metrics.horizontalAdvance(line), caption->width())
                                 << language << " " << width << " " << line.toStdString();
                         }
-                        if (std::string(language) == "en" && !miles && !pace)
-                            sizes[width].push_back(caption->FittedFont().pixelSize());
                     }
                 }
-            }
-            if (std::string(language) == "en") {
-                sizes[width].push_back(
-                    form.GetGraphic()->GetTitleLabel()->FittedFont().pixelSize());
             }
             app.reset();
             QCoreApplication::processEvents();
@@ -224,25 +183,15 @@ TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
     }
     AppResource::GetInstance().SetLanguage("en");
     TivUtils::SetScreenResolution(480);
-    ASSERT_EQ(sizes[320].size(), sizes[480].size());
-    for (std::size_t i = 0; i + 1 < sizes[480].size(); ++i) {
-        EXPECT_GE(sizes[320][i] + 1, sizes[480][i] * 2 / 3) << "caption " << i;
-    }
-    // The graph's labels scale with the layout.
-    EXPECT_LE(sizes[320].back(), sizes[480].back() * 2 / 3 + 1);
 }
 
 TEST_F(MainFormTest, GraphTapCyclesTheGraphType) {
     MainForm& form = start();
-    PedometerOptions& options = PedometerOptions::GetInstance();
-    options.mainGraphic = 2;
-    click(form.GetGraphButton());
-    EXPECT_EQ(options.mainGraphic.load(), 3);
-    click(form.GetGraphButton());
-    EXPECT_EQ(options.mainGraphic.load(), 0);
-    options.mainGraphic = 7;
-    click(form.GetGraphButton());
-    EXPECT_EQ(options.mainGraphic.load(), 0);
+    for (const auto& [before, after] : {std::pair{2, 3}, {3, 0}, {7, 0}}) {
+        PedometerOptions::GetInstance().mainGraphic = before;
+        click(form.GetGraphButton());
+        EXPECT_EQ(PedometerOptions::GetInstance().mainGraphic.load(), after) << before;
+    }
 }
 
 TEST_F(MainFormTest, InfoAsksForMissingBodyValuesFirst) {
@@ -266,9 +215,15 @@ TEST_F(MainFormTest, InfoAsksForMissingBodyValuesFirst) {
     EXPECT_EQ(form.GetContextMenu(), nullptr);  // straight to the tips
 }
 
-TEST_F(MainFormTest, StepsFromTheSensorThreadReachTheScreen) {
+// Without a countdown, Start records at once; steps counted on the sensor's thread reach
+// the screen, and Stop stops.
+TEST_F(MainFormTest, StartRecordsAtOnceAndStepsFromTheSensorThreadReachTheScreen) {
     MainForm& form = start();
     click(form.GetStartStopButton());
+    EXPECT_TRUE(form.IsAlreadyStarted());
+    EXPECT_FALSE(form.IsCountdownRunning());
+    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_STOP);
+    EXPECT_EQ(form.GetEnlargedColor(), MainForm::kEnlargedColor);
     std::thread sensor([this] {
         for (int i = 0; i < 25; ++i) statistics().addStep(1);
     });
@@ -280,6 +235,9 @@ TEST_F(MainFormTest, StepsFromTheSensorThreadReachTheScreen) {
     advanceSeconds(5);  // one interval stored: distance and time follow
     EXPECT_EQ(form.GetTopValueText(3), QStringLiteral("00:05"));
     EXPECT_NE(form.GetTopValueText(1), QStringLiteral("0.000"));
+    click(form.GetStartStopButton());
+    EXPECT_FALSE(form.IsAlreadyStarted());
+    EXPECT_EQ(form.GetStartStopButton()->GetActionId(), MainForm::ID_START);
 }
 
 TEST_F(MainFormTest, PausedScreenIgnoresUpdatesUntilResumed) {

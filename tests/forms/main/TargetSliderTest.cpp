@@ -29,60 +29,40 @@ TEST_F(TargetSliderTest, GoalOffHidesTheSliderAndLeavesItsLabels) {
     EXPECT_EQ(slider.GetTargetText(), "300");
 }
 
-TEST_F(TargetSliderTest, CaloriesShowOneDecimalAndAnEmptyBarAtZero) {
-    Goal().targetActive = 2;
-    Goal().calories = 10;
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "0.0");
-    EXPECT_EQ(slider.GetTargetText(), "10");
-    EXPECT_EQ(slider.GetUnitText(), "(Cal)");
-    EXPECT_EQ(slider.GetBarFillWidth(), 0);
-
-    AddToday(0, 2.56, 60);  // 25.6 %: the percentage is truncated
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "2.6");
-    EXPECT_EQ(slider.GetBarFillWidth(), 25 * 440 / 100);
-}
-
-TEST_F(TargetSliderTest, DistanceIsComparedInKilometresAndShownInTheUsersUnit) {
-    Goal().targetActive = 1;
-    Goal().distance = 2.5;
-    AddToday(1250, 0, 0);
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "1.250");
-    EXPECT_EQ(slider.GetTargetText(), "2.500");
-    EXPECT_EQ(slider.GetUnitText(), "(km)");
-    EXPECT_EQ(slider.GetBarFillWidth(), 220);
-
-    PedometerOptions::GetInstance().measurementSystem = true;
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "0.777");   // 1.25 km
-    EXPECT_EQ(slider.GetTargetText(), "1.553");  // 2.5 km
-    EXPECT_EQ(slider.GetUnitText(), "(mi)");
-    EXPECT_EQ(slider.GetBarFillWidth(), 220);
-}
-
-TEST_F(TargetSliderTest, ActivityCountsWholeMinutesOnly) {
-    Goal().targetActive = 3;
-    Goal().activityTime = 10;
-    AddToday(0, 0, 59);
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "0");
-    EXPECT_EQ(slider.GetUnitText(), "(min)");
-    EXPECT_EQ(slider.GetBarFillWidth(), 0);
-    AddToday(0, 0, 540);  // 599 s: still 9 minutes
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText(), "9");
-    EXPECT_EQ(slider.GetBarFillWidth(), 396);
-}
-
-TEST_F(TargetSliderTest, StepsAreGroupedWholeNumbers) {
-    Goal().targetActive = DAOTarget::STEPS;
-    AddToday(0, 0, 60, 6412);
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetValueText() + " / " + slider.GetTargetText() + " " + slider.GetUnitText(),
-              "6,412 / 10,000 (steps)");
-    EXPECT_EQ(slider.GetBarFillWidth(), 64 * 440 / 100);
+// Today's activity in two laps: each kind of goal reads its own column, in the user's unit;
+// the bar is the truncated percentage of the full width and goes on above a hundred.
+TEST_F(TargetSliderTest, EachGoalShowsTodaysValueTargetUnitAndBar) {
+    AddToday(1250, 2.56, 59, 6000);
+    AddToday(0, 0, 540, 412);  // 599 s: 9 whole minutes
+    const struct {
+        int kind;
+        double goal;
+        bool miles;
+        const char *value, *target, *unit;
+        int fill;
+    } cases[] = {
+        {DAOTarget::CALORIES, 10, false, "2.6", "10", "(Cal)", 25 * 440 / 100},
+        {DAOTarget::CALORIES, 1, false, "2.6", "1", "(Cal)", 256 * 440 / 100},
+        {DAOTarget::DISTANCE, 2.5, false, "1.250", "2.500", "(km)", 220},
+        {DAOTarget::DISTANCE, 2.5, true, "0.777", "1.553", "(mi)", 220},
+        {DAOTarget::ACTIVITY, 10, false, "9", "10", "(min)", 396},
+        {DAOTarget::STEPS, 10000, false, "6,412", "10,000", "(steps)", 64 * 440 / 100},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.unit) + " " + c.target);
+        Goal() = DAOTarget();
+        Goal().targetActive = c.kind;
+        if (c.kind == DAOTarget::DISTANCE) Goal().distance = c.goal;
+        if (c.kind == DAOTarget::CALORIES) Goal().calories = int(c.goal);
+        if (c.kind == DAOTarget::ACTIVITY) Goal().activityTime = int(c.goal);
+        if (c.kind == DAOTarget::STEPS) Goal().steps = int(c.goal);
+        PedometerOptions::GetInstance().measurementSystem = c.miles;
+        slider.UpdateData();
+        EXPECT_EQ(slider.GetValueText(), c.value);
+        EXPECT_EQ(slider.GetTargetText(), c.target);
+        EXPECT_EQ(slider.GetUnitText(), c.unit);
+        EXPECT_EQ(slider.GetBarFillWidth(), c.fill);
+    }
 }
 
 TEST_F(TargetSliderTest, OnlyTodaysActivityCounts) {
@@ -94,20 +74,6 @@ TEST_F(TargetSliderTest, OnlyTodaysActivityCounts) {
     AddToday(0, 20, 60);
     slider.UpdateData();
     EXPECT_EQ(slider.GetValueText(), "20.0");
-}
-
-TEST_F(TargetSliderTest, TheBarWidthIsPercentOfTheFullWidthAndAboveAHundredGoesOn) {
-    slider.SetProgressBarValue(1);  // 4 pixels
-    EXPECT_EQ(slider.GetBarFillWidth(), 4);
-    slider.SetProgressBarValue(0);
-    EXPECT_EQ(slider.GetBarFillWidth(), 0);
-    EXPECT_EQ(slider.GetBarFullHeight(), 28);
-
-    Goal().targetActive = 2;
-    Goal().calories = 10;
-    AddToday(0, 30, 60);
-    slider.UpdateData();
-    EXPECT_EQ(slider.GetBarFillWidth(), 3 * 440);
 }
 
 TEST_F(TargetSliderTest, AnUnreachableTargetFromADamagedRecordShowsNoProgress) {
