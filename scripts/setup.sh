@@ -13,6 +13,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang-format fonts-dejavu-core xdg-utils ccache
   desktop-file-utils appstream dbus-daemon dpkg-dev
+  time xvfb xdotool imagemagick
 )
 
 missing=()

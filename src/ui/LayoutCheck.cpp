@@ -113,7 +113,13 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
                 visible &= area;
                 if (visible.isEmpty()) hidden = true;
             } else if (!area.adjusted(-1, -1, 1, 1).contains(visible)) {  // a pixel of rounding
-                if (!cut) cutBy = Describe(*up);
+                if (!cut)
+                    cutBy = QStringLiteral("%1 (%2,%3 %4x%5)")
+                                .arg(Describe(*up))
+                                .arg(area.x())
+                                .arg(area.y())
+                                .arg(area.width())
+                                .arg(area.height());
                 cut = true;
             }
             if (up == &window || hidden) break;

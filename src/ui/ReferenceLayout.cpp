@@ -100,8 +100,18 @@ void WalkScrolled(QAbstractScrollArea& area, const ReferenceLayout::Placement& f
     QWidget* content = scroll != nullptr ? scroll->widget() : nullptr;
     if (content == nullptr) return;
     const double factor = to.scale / from.scale;
-    if (!scroll->widgetResizable())
-        content->resize(Round(content->width() * factor), Round(content->height() * factor));
+    if (!scroll->widgetResizable()) {
+        // A recorded size (SizeContent) the screen has not changed since is mapped exactly.
+        const QVariant applied = content->property(kAppliedRect);
+        if (applied.isValid() && applied.toRect().size() == content->size()) {
+            const QSizeF reference = content->property(kReferenceRect).toRectF().size();
+            content->resize(Round(reference.width() * to.scale),
+                            Round(reference.height() * to.scale));
+            content->setProperty(kAppliedRect, QRect(QPoint(), content->size()));
+        } else {
+            content->resize(Round(content->width() * factor), Round(content->height() * factor));
+        }
+    }
     Walk(*content, content->size(), Space{false}, from, to);
     Rescale(*content, from, to);  // last: content that sizes itself (an article) does so
 }
@@ -178,4 +188,16 @@ double ReferenceLayout::ExtraFor(int height, double scale) {
 void ReferenceLayout::Apply(QWidget& screen, const Placement& from, const Placement& to) {
     const QSize size(Round(kWidth * to.scale), Round((kClientHeight + to.extra) * to.scale));
     Walk(screen, size, Space{}, from, to);
+}
+
+void ReferenceLayout::Place(QWidget& widget, const QRectF& reference, double scale) {
+    widget.setGeometry(Map(reference, Space{false}, Placement{scale}));
+    widget.setProperty(kReferenceRect, reference);
+    widget.setProperty(kAppliedRect, widget.geometry());
+}
+
+void ReferenceLayout::SizeContent(QWidget& content, const QSizeF& reference, double scale) {
+    content.resize(Round(reference.width() * scale), Round(reference.height() * scale));
+    content.setProperty(kReferenceRect, QRectF(QPointF(), reference));
+    content.setProperty(kAppliedRect, QRect(QPoint(), content.size()));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <QRectF>
 #include <QSize>
 
 class QWidget;
@@ -68,4 +69,15 @@ public:
     // after a screen adds controls. TivUtils::GetScale() must already be `to.scale`. The
     // screen's own geometry is the caller's.
     static void Apply(QWidget& screen, const Placement& from, const Placement& to);
+
+    // Places `widget` at `reference` (reference units, in its parent's coordinates) at
+    // `scale`, for a control inside a scrolled content or inside another control (where the
+    // grow band does not apply), and records that rectangle as its reference. A screen that
+    // builds rows one below the other at run time places them so: every later layout maps
+    // the exact reference instead of pixels rounded at the scale they were built at, so a
+    // row's parts keep fitting each other after any number of resizes.
+    static void Place(QWidget& widget, const QRectF& reference, double scale);
+    // Sizes a scroll area's content to `reference` at `scale` and records it the same way
+    // (its position is the scroll area's).
+    static void SizeContent(QWidget& content, const QSizeF& reference, double scale);
 };

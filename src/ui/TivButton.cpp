@@ -1,6 +1,7 @@
 #include "TivButton.h"
 
 #include <QPainter>
+#include <cstdlib>
 
 #include "TivUtils.h"
 #include "TouchEventDispatcher.h"
@@ -40,6 +41,19 @@ void TivButton::OnRescaled(double, double) {
 
 void TivButton::SetNormalBitmap(const QPixmap* bitmap) {
     Copy(normal_, bitmap);
+    // A picture made for the whole button (within a pixel of rounding) keeps filling it
+    // when a layout stretches the button.
+    const QSize drawn = normal_ ? normal_->deviceIndependentSize().toSize() : QSize();
+    picturesFill_ = !drawn.isEmpty() && std::abs(drawn.width() - width()) <= 1 &&
+                    std::abs(drawn.height() - height()) <= 1;
+}
+
+void TivButton::FitPictures() {
+    if (!picturesFill_ || !normal_ || normal_->deviceIndependentSize().toSize() == size()) return;
+    for (std::optional<QPixmap>* picture : {&normal_, &pressedBitmap_, &disabled_}) {
+        if (!*picture) continue;
+        if (auto again = TivUtils::RenderAgain(**picture, size())) *picture = *again;
+    }
 }
 void TivButton::SetPressedBitmap(const QPixmap* bitmap) {
     Copy(pressedBitmap_, bitmap);
@@ -111,6 +125,7 @@ void TivButton::OnTouchFocusOut(const QWidget&, const QPoint& point, const Touch
 
 void TivButton::paintEvent(QPaintEvent*) {
     // The background is transparent: what lies behind the button shows through.
+    FitPictures();
     QPainter painter(this);
     if (normal_ && !pressed_ && enabled_) painter.drawPixmap(0, 0, *normal_);
     if (pressedBitmap_ && pressed_) painter.drawPixmap(0, 0, *pressedBitmap_);

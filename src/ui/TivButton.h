@@ -76,11 +76,14 @@ protected:
 
 private:
     static void Copy(std::optional<QPixmap>& target, const QPixmap* source);
+    // Renders the pictures again at the button's size when they fill it and it changed.
+    void FitPictures();
 
     QPointer<QWidget> container_;
     bool pressed_ = false;
     bool enabled_ = true;
     std::optional<QPixmap> normal_;
+    bool picturesFill_ = false;  // the normal picture was made for the whole button
     std::optional<QPixmap> pressedBitmap_;
     std::optional<QPixmap> disabled_;
     DelegatePointer<ITouchEventListener> touchDelegate_;

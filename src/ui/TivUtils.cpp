@@ -162,6 +162,15 @@ std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture) {
     return GetBitmapWithRightResolutionN(copy);
 }
 
+std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture, const QSize& size) {
+    const auto name = renderedNames().constFind(picture.cacheKey());
+    if (name == renderedNames().constEnd() || size.isEmpty()) return nullptr;
+    const QString copy = *name;  // as above
+    QPixmap pixmap = Render(copy, size);
+    if (pixmap.isNull()) return nullptr;
+    return std::make_unique<QPixmap>(pixmap);
+}
+
 QPixmap TivUtils::RenderPicture(const QString& name, const QSize& size) {
     return Render(name, size);
 }

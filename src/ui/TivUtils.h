@@ -59,6 +59,9 @@ public:
     // at the current scale; null for any other pixmap. Controls call it when the scale
     // changes.
     static std::unique_ptr<QPixmap> RenderAgain(const QPixmap& picture);
+    // The same picture rendered to fill `size` logical pixels (stretched where a layout
+    // stretched its control); null for any other pixmap or an empty size.
+    static std::unique_ptr<QPixmap> RenderAgain(const QPixmap& picture, const QSize& size);
     // The named picture rendered to fill `size` (logical pixels, stretched when the
     // proportions differ), sharp at the device pixel ratio; a null pixmap when missing.
     static QPixmap RenderPicture(const QString& name, const QSize& size);

@@ -8,6 +8,7 @@
 #include "AppResource.h"
 #include "GraphicHistory.h"
 #include "HistoryTotals.h"
+#include "ReferenceLayout.h"
 #include "TivButton.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
@@ -19,6 +20,7 @@ constexpr int kMargin = 10;
 constexpr int kRowHeight = 52;
 constexpr int kButtonHeight = 64;
 constexpr int kGraphHeight = 170;
+constexpr int kInner = ReferenceLayout::kWidth - 2 * kMargin;  // a row's width
 
 int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
@@ -96,61 +98,66 @@ void HistoryPanel::Clear() {
         child->deleteLater();  // a button may be reporting its own release right now
     }
     next_ = 0;
-    content_->resize(width(), 0);
+    ReferenceLayout::SizeContent(*content_, QSizeF(ReferenceLayout::kWidth, 0), Scale());
+}
+
+double HistoryPanel::Scale() {
+    return TivUtils::GetScale();
 }
 
 int HistoryPanel::Place(int height) {
     const int y = next_;
     next_ += height;
-    content_->resize(width(), next_);
+    ReferenceLayout::SizeContent(*content_, QSizeF(ReferenceLayout::kWidth, next_), Scale());
     return y;
 }
 
+void HistoryPanel::Put(QWidget& widget, const QRect& reference) {
+    ReferenceLayout::Place(widget, reference, Scale());
+}
+
 void HistoryPanel::AddGap(int height) {
-    Place(Scaled(height));
+    Place(height);
 }
 
 void HistoryPanel::AddTitle(const QString& text) {
-    const int h = Scaled(36);
+    constexpr int h = 36;
     TivLabel* label = MakeLabel(content_, text, 22, kTitleColor, TivUtils::FONT_STYLE_BOLD);
-    label->setGeometry(Scaled(kMargin), Place(h), width() - 2 * Scaled(kMargin), h);
+    Put(*label, QRect(kMargin, Place(h), kInner, h));
 }
 
 GraphicHistory* HistoryPanel::AddGraph(std::vector<double> values, int type) {
     auto* graph = new GraphicHistory(content_);
-    const int h = Scaled(kGraphHeight);
-    graph->Initialize(QRect(0, Place(h), width() - Scaled(kMargin), h),
-                      std::move(values), type, true);
+    const QRect reference(0, Place(kGraphHeight), ReferenceLayout::kWidth - kMargin, kGraphHeight);
+    graph->Initialize(QRect(), std::move(values), type, true);
+    Put(*graph, reference);
     graph->show();
     return graph;
 }
 
 void HistoryPanel::AddWidget(QWidget* widget, int height) {
     widget->setParent(content_);
-    const int h = Scaled(height);
-    widget->setGeometry(0, Place(h), width(), h);
+    Put(*widget, QRect(0, Place(height), ReferenceLayout::kWidth, height));
     widget->show();
 }
 
 void HistoryPanel::AddHeader(const QString& text) {
-    const int h = Scaled(48);
+    constexpr int h = 48;
     TivLabel* label = MakeLabel(content_, text, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);
     label->SetVerticalAlligment(TivLabel::ALIGN_BOTTOM);
-    label->setGeometry(Scaled(kMargin), Place(h), width() - 2 * Scaled(kMargin),
-                       h - Scaled(6));
+    Put(*label, QRect(kMargin, Place(h), kInner, h - 6));
 }
 
 TivLabel* HistoryPanel::AddRow(const QString& text) {
-    const int h = Scaled(kRowHeight);
-    const int y = Place(h);
     auto* strip = new QWidget(content_);
-    strip->setGeometry(Scaled(kMargin), y, width() - 2 * Scaled(kMargin), h);
+    Put(*strip, QRect(kMargin, Place(kRowHeight), kInner, kRowHeight));
     auto* back = new TivImagePanel(strip);
     back->Initialize(QPoint(0, 0),
                      TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("black_cell.png")));
+    Put(*back, QRect(0, 0, kInner, kRowHeight));
     back->setAttribute(Qt::WA_TransparentForMouseEvents);
     TivLabel* label = MakeLabel(strip, text, 22, Qt::white);
-    label->setGeometry(Scaled(18), 0, strip->width() - Scaled(24), h);
+    Put(*label, QRect(18, 0, kInner - 24, kRowHeight));
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     strip->show();
     return label;
@@ -158,16 +165,16 @@ TivLabel* HistoryPanel::AddRow(const QString& text) {
 
 TivButton* HistoryPanel::AddRowButton(const QString& text, int actionId,
                                       IActionEventListener* listener) {
-    const int h = Scaled(kButtonHeight);
-    const int y = Place(h + Scaled(6));
+    const int y = Place(kButtonHeight + 6);
     auto* button = new TivButton(content_);
-    button->Initialize(QRect(Scaled(kMargin), y, width() - 2 * Scaled(kMargin), h));
+    button->Initialize(QRect());
+    Put(*button, QRect(kMargin, y, kInner, kButtonHeight));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
     SetPictures(*button, QStringLiteral("history_row.png"));
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     TivLabel* label = MakeLabel(button, text, 22, Qt::white);
-    label->setGeometry(Scaled(18), 0, button->width() - Scaled(60), h);
+    Put(*label, QRect(18, 0, kInner - 60, kButtonHeight));
     button->AddControl(*label);
     button->show();
     return button;
@@ -175,22 +182,24 @@ TivButton* HistoryPanel::AddRowButton(const QString& text, int actionId,
 
 TivButton* HistoryPanel::AddResetButton(const QString& buttonText, const QString& caption,
                                         int actionId, IActionEventListener* listener) {
-    const int h = Scaled(72);
-    const int y = Place(h + Scaled(10)) + Scaled(10);
+    constexpr int h = 72;
+    constexpr int w = 200;
+    const int y = Place(h + 10) + 10;
     auto* button = new TivButton(content_);
-    button->Initialize(QRect(Scaled(kMargin), y, Scaled(200), h));
+    button->Initialize(QRect());
+    Put(*button, QRect(kMargin, y, w, h));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
     SetPictures(*button, QStringLiteral("btn-red.png"));
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     TivLabel* label = MakeLabel(button, buttonText, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);
     label->SetHorizontalAlligment(TivLabel::ALIGN_CENTER);
-    label->setGeometry(0, 0, button->width(), h);
+    Put(*label, QRect(0, 0, w, h));
     button->AddControl(*label);
     button->show();
     TivLabel* beside = MakeLabel(content_, caption, 20, QColor(196, 212, 232));
-    const int x = Scaled(kMargin + 200 + 12);
-    beside->setGeometry(x, y, width() - x - Scaled(kMargin), h);
+    constexpr int x = kMargin + w + 12;
+    Put(*beside, QRect(x, y, ReferenceLayout::kWidth - x - kMargin, h));
     return button;
 }
 

@@ -11,7 +11,9 @@ class TivLabel;
 
 // The scrolling column the history screens fill from the top down: titled graphs,
 // section headers, value rows on dark strips, finger-sized row buttons and the reset
-// button with its caption. Sizes are the 480-wide layout's, scaled to the current one.
+// button with its caption. Sizes are the 480-wide layout's: every item is placed in
+// reference units (ReferenceLayout::Place), so rows added at run time follow later
+// resizes exactly.
 //
 // Clear() empties it before a screen rebuilds its content. Buttons report their action
 // ids to the given listener (not owned). A finger drag scrolls it. GUI thread only.
@@ -25,7 +27,8 @@ public:
     void Clear();
     void AddTitle(const QString& text);
     GraphicHistory* AddGraph(std::vector<double> values, int type);
-    // Any widget of the given height (480-wide units), the full width of the column.
+    // Any widget of the given height (480-wide units), the full width of the column;
+    // children the widget's owner adds later belong in its reference units too.
     void AddWidget(QWidget* widget, int height);
     void AddHeader(const QString& text);
     TivLabel* AddRow(const QString& text);
@@ -46,7 +49,9 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
-    int Place(int height);  // the y of a new item of `height` (scaled) and moves on
+    static double Scale();
+    int Place(int height);  // the reference y of a new item of `height` and moves on
+    static void Put(QWidget& widget, const QRect& reference);
 
     QWidget* content_ = nullptr;
     int next_ = 0;

@@ -8,6 +8,7 @@
 #include "Clock.h"
 #include "HistoryPanel.h"
 #include "PedometerDBManager.h"
+#include "ReferenceLayout.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "StreakRows.h"
@@ -53,9 +54,9 @@ void HistoryReports::OnInitializing() {
     auto* row = new QWidget;
     panel_->AddWidget(row, 100);
     const QDate today = Clock::Now().date();
-    const int half = (row->width() - Scaled(30)) / 2;
-    from_ = AddDateField(row, "picker__ From", today.addDays(-13), Scaled(10), half);
-    to_ = AddDateField(row, "picker__ To", today, Scaled(20) + half, half);
+    constexpr int half = (ReferenceLayout::kWidth - 30) / 2;
+    from_ = AddDateField(row, "picker__ From", today.addDays(-13), 10, half);
+    to_ = AddDateField(row, "picker__ To", today, 20 + half, half);
     from_->setMaximumDate(to_->date());
     to_->setMinimumDate(from_->date());
     connect(from_, &QDateEdit::dateChanged, to_, &QDateEdit::setMinimumDate);
@@ -96,7 +97,7 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
     caption->SetTextColor(QColor(196, 212, 232));
     caption->SetNeedOutline(false);
     caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    caption->setGeometry(x, 0, width, Scaled(30));
+    ReferenceLayout::Place(*caption, QRect(x, 0, width, 30), TivUtils::GetScale());
     auto* field = new QDateEdit(date, row);
     field->setCalendarPopup(false);
     field->setButtonSymbols(QAbstractSpinBox::NoButtons);
@@ -111,7 +112,7 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
             .arg(std::max(1, Scaled(2)))
             .arg(Scaled(10))
             .arg(Scaled(8)));
-    field->setGeometry(x, Scaled(32), width, Scaled(60));
+    ReferenceLayout::Place(*field, QRect(x, 32, width, 60), TivUtils::GetScale());
     return field;
 }
 

@@ -44,6 +44,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // A caption over a date field at reference `x`, `width` wide, in `row`.
     QDateEdit* AddDateField(QWidget* row, const char* captionKey, const QDate& date, int x,
                             int width);
 
