@@ -8,6 +8,7 @@
 #include "AppResource.h"
 #include "Converter.h"
 #include "DistanceEntry.h"
+#include "EntryRange.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
@@ -228,7 +229,8 @@ void SygnalForm::ReloadControls() {
         AddButton(QStringLiteral("btn-red.png"), Text("alarm__ Reset"), ID_RESET, center + gap / 2);
 
     if (Sygnal::IsCompleted(type)) {
-        AddProgress(100, Text("alarm__ Completed!"), QColor(0xE5, 0x39, 0x35));
+        // Green: a goal reached is good news, and red would read as an error.
+        AddProgress(100, Text("alarm__ Completed!"), QColor(0x43, 0xA0, 0x47));
     } else if (Sygnal::IsRunning(type)) {
         ShowRunningProgress(type);
     }
@@ -245,8 +247,8 @@ void SygnalForm::ShowRunningProgress(int type) {
     QString unit;
     if (Sygnal::IsCalories(type)) {
         percent = today.calories / options.sygnalCalories * 100.0;
-        current = QString::number(int(today.calories));
-        target = QString::number(options.sygnalCalories);
+        current = Converter::GetCountString(int(today.calories));
+        target = Converter::GetCountString(options.sygnalCalories);
         unit = Text("today_goal__ Cal");
     } else if (Sygnal::IsDistance(type)) {
         percent = today.distance / options.sygnalDistance * 100.0;
@@ -259,8 +261,8 @@ void SygnalForm::ShowRunningProgress(int type) {
         unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
     } else {
         percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
-        current = QString::number(today.activityTime / 60);
-        target = QString::number(options.sygnalActivity);
+        current = Converter::GetCountString(today.activityTime / 60);
+        target = Converter::GetCountString(options.sygnalActivity);
         unit = Text("today_goal__ min");
     }
     // A zero target gives infinity or NaN; both count as reached.
@@ -337,35 +339,26 @@ void SygnalForm::OnTextValueChanged(const QWidget& control) {
         (field != valueField_ && field != wholeField_ && field != fractionField_)) {
         return;
     }
-    bool isNumber = false;
-    field->text().toInt(&isNumber);
-    if (!isNumber) field->setText(QStringLiteral("0"));
-
+    // A value out of range is kept as typed and explained, and the alarm keeps its value.
     PedometerOptions& options = PedometerOptions::GetInstance();
     const int type = options.sygnalType;
     const bool miles = options.measurementSystem;
-    if (Sygnal::IsCalories(type) && valueField_ != nullptr) {
-        int calories = valueField_->text().toInt();
-        if (calories <= 9) {
-            calories = 10;
-            valueField_->setText(QStringLiteral("10"));
-        }
-        options.sygnalCalories = calories;
-    } else if (Sygnal::IsActivity(type) && valueField_ != nullptr) {
-        int minutes = valueField_->text().toInt();
-        if (minutes < 5) {
-            minutes = 5;
-            valueField_->setText(QStringLiteral("5"));
-        }
-        options.sygnalActivity = minutes;
-    } else if (Sygnal::IsDistance(type) && wholeField_ != nullptr && fractionField_ != nullptr) {
-        if (!miles && fractionField_->text().size() < 3) {
-            fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
-        }
-        DistanceEntry entry{wholeField_->text().toInt(), fractionField_->text().toInt()};
-        const int typed = entry.fraction;
-        options.sygnalDistance = entry.ToKilometers(miles);
-        if (entry.fraction != typed) fractionField_->setText(QString::number(entry.fraction));
+    auto* value = qobject_cast<TivNumberField*>(valueField_.data());
+    auto* whole = qobject_cast<TivNumberField*>(wholeField_.data());
+    if ((Sygnal::IsCalories(type) || Sygnal::IsActivity(type)) && value != nullptr) {
+        const EntryRange range =
+            Sygnal::IsCalories(type) ? EntryRange::GoalCalories() : EntryRange::GoalMinutes();
+        const EntryRange::Reading typed = range.Read(value->text());
+        if (!value->ShowVerdict(range, typed.verdict)) return;
+        (Sygnal::IsCalories(type) ? options.sygnalCalories : options.sygnalActivity) =
+            int(typed.value);
+    } else if (Sygnal::IsDistance(type) && whole != nullptr && fractionField_ != nullptr) {
+        const EntryRange range = EntryRange::GoalDistance(miles);
+        const EntryRange::Reading typed =
+            range.Read(whole->text(), fractionField_->text(), miles ? 10 : 1000);
+        if (!whole->ShowVerdict(range, typed.verdict)) return;
+        options.sygnalDistance =
+            miles ? Converter::ConvertMilesToKilometers(typed.value) : typed.value;
     } else {
         return;
     }

@@ -8,6 +8,7 @@
 #include "Converter.h"
 #include "DAOTarget.h"
 #include "DistanceEntry.h"
+#include "EntryRange.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
@@ -191,42 +192,29 @@ void TargetSelect::OnTextValueChanged(const QWidget& control) {
         (field != valueField_ && field != wholeField_ && field != fractionField_)) {
         return;
     }
-    bool isNumber = false;
-    field->text().toInt(&isNumber);
-    if (!isNumber) field->setText(QStringLiteral("0"));
-
+    // A value out of range is kept as typed and explained, and the goal keeps its value.
     DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
     switch (goal.targetActive) {
         case 1: {
-            if (wholeField_ == nullptr || fractionField_ == nullptr) return;
-            if (!miles && fractionField_->text().size() < 3) {
-                fractionField_->setText(fractionField_->text().rightJustified(3, QLatin1Char('0')));
-            }
-            DistanceEntry entry{wholeField_->text().toInt(), fractionField_->text().toInt()};
-            const int typed = entry.fraction;
-            goal.distance = entry.ToKilometers(miles);
-            if (entry.fraction != typed) fractionField_->setText(QString::number(entry.fraction));
+            auto* whole = qobject_cast<TivNumberField*>(wholeField_.data());
+            if (whole == nullptr || fractionField_ == nullptr) return;
+            const EntryRange range = EntryRange::GoalDistance(miles);
+            const EntryRange::Reading typed =
+                range.Read(whole->text(), fractionField_->text(), miles ? 10 : 1000);
+            if (!whole->ShowVerdict(range, typed.verdict)) return;
+            goal.distance = miles ? Converter::ConvertMilesToKilometers(typed.value) : typed.value;
             break;
         }
-        case 2: {
-            if (valueField_ == nullptr) return;
-            int calories = valueField_->text().toInt();
-            if (calories <= 9) {
-                calories = 10;
-                valueField_->setText(QStringLiteral("10"));
-            }
-            goal.calories = calories;
-            break;
-        }
+        case 2:
         case 3: {
-            if (valueField_ == nullptr) return;
-            int minutes = valueField_->text().toInt();
-            if (minutes < 5) {
-                minutes = 5;
-                valueField_->setText(QStringLiteral("5"));
-            }
-            goal.activityTime = minutes;
+            auto* value = qobject_cast<TivNumberField*>(valueField_.data());
+            if (value == nullptr) return;
+            const EntryRange range =
+                goal.targetActive == 2 ? EntryRange::GoalCalories() : EntryRange::GoalMinutes();
+            const EntryRange::Reading typed = range.Read(value->text());
+            if (!value->ShowVerdict(range, typed.verdict)) return;
+            (goal.targetActive == 2 ? goal.calories : goal.activityTime) = int(typed.value);
             break;
         }
         default:

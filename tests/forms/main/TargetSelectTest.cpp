@@ -18,6 +18,7 @@
 #include "SoundsManager.h"
 #include "TargetSlider.h"
 #include "TivNavigationController.h"
+#include "TivNumberField.h"
 
 namespace {
 
@@ -129,23 +130,27 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
     EXPECT_EQ(form.GetValueField(), nullptr);
 }
 
-TEST_F(TargetSelectTest, CaloriesAndActivityHaveFloorsAndEmptyMeansZero) {
+// A value below the floor, or none, is kept as typed, explained and not stored.
+TEST_F(TargetSelectTest, CaloriesAndActivityBelowTheirFloorsAreRefusedWithTheReason) {
+    const auto message = [](QLineEdit* field) {
+        return qobject_cast<TivNumberField*>(field)->GetMessage();
+    };
     Goal().targetActive = 2;
     TargetSelect& form = Open();
-    Enter(form.GetValueField(), "0");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
-    EXPECT_EQ(Stored().calories, 10);
     Enter(form.GetValueField(), "1500");
     EXPECT_EQ(Stored().calories, 1500);
-    Enter(form.GetValueField(), "");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
-    EXPECT_EQ(Stored().calories, 10);
+    for (const char* refused : {"0", ""}) {
+        Enter(form.GetValueField(), refused);
+        EXPECT_EQ(form.GetValueField()->text(), refused);
+        EXPECT_EQ(Stored().calories, 1500);
+    }
+    EXPECT_EQ(message(form.GetValueField()), "Please enter a number.");
 
     TapTab(3);
     Enter(form.GetValueField(), "3");
-    EXPECT_EQ(form.GetValueField()->text(), "5");
-    EXPECT_EQ(Stored().activityTime, 5);
+    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 5 min.");
     Enter(form.GetValueField(), "45x");  // the field takes digits only
+    EXPECT_EQ(message(form.GetValueField()), "");
     EXPECT_EQ(Stored().activityTime, 45);
 }
 
@@ -156,14 +161,15 @@ TEST_F(TargetSelectTest, MetricDistanceIsKilometresAndThreeDigitsOfMetres) {
     EXPECT_EQ(form.GetWholeField()->text(), "2");
     EXPECT_EQ(form.GetFractionField()->text(), "500");
 
-    Enter(form.GetFractionField(), "5");
-    EXPECT_EQ(form.GetFractionField()->text(), "005");
+    Enter(form.GetFractionField(), "5");  // labelled "m": 5 metres
+    EXPECT_EQ(form.GetFractionField()->text(), "5");
     EXPECT_DOUBLE_EQ(Stored().distance, 2.005);
 
     Enter(form.GetWholeField(), "0");
-    Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "100");
-    EXPECT_DOUBLE_EQ(Stored().distance, 0.1);
+    Enter(form.GetFractionField(), "99");
+    EXPECT_EQ(qobject_cast<TivNumberField*>(form.GetWholeField())->GetMessage(),
+              "Too small: at least 0.1 km.");
+    EXPECT_DOUBLE_EQ(Stored().distance, 2.005);
 }
 
 TEST_F(TargetSelectTest, ImperialDistanceIsMilesAndTenths) {
@@ -176,8 +182,7 @@ TEST_F(TargetSelectTest, ImperialDistanceIsMilesAndTenths) {
     EXPECT_EQ(form.GetFractionField()->maxLength(), 1);
 
     Enter(form.GetWholeField(), "0");
-    Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "1");
+    Enter(form.GetFractionField(), "1");
     EXPECT_NEAR(Stored().distance, 0.1609344, 1e-9);
 }
 
