@@ -43,7 +43,7 @@ TEST_F(ActivityCsvTest, MinutesRoundTripIntoAnEmptyFolderAndImportTwiceAddsNothi
     EXPECT_EQ(Export(ActivityCsv::Kind::Minutes), kMinutes);
     EXPECT_EQ(Export(ActivityCsv::Kind::Days),
               "day,laps,steps,calories_kcal,distance_m,active_s\n"
-              "2024-03-13,2,197,3.5500000000000003,135.75,135\n");
+              "2024-03-13,2,197,3.55,135.75,135\n");
     EXPECT_EQ(Export(ActivityCsv::Kind::Laps, QDate(2024, 3, 14)),
               "lap_start,lap_end,steps,calories_kcal,distance_m,active_s\n");
 

@@ -179,7 +179,7 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
                            BodyCsvExport::DefaultPath(), "export@example.org"}));
     QFile csv(BodyCsvExport::DefaultPath());
     ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
-    EXPECT_EQ(csv.readAll(), ";\nChest;\nWaist;\nHips;\nWeight;");
+    EXPECT_EQ(csv.readAll(), ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n");
 
     // No mail program at all.
     qputenv("PATH", bin_->path().toUtf8() + "/nowhere");
