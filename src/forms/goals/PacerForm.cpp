@@ -32,7 +32,7 @@ constexpr int kContentHeight = 380;
 // The tolerance of each mode: low end and span of the slider.
 constexpr double kSpeedLow = 0.5, kSpeedSpan = 4.5;
 constexpr double kPaceLow = 1.0, kPaceSpan = 5.0;
-constexpr double kRateLow = 10.0, kRateSpan = 90.0;
+constexpr double kRateLow = 5.0, kRateSpan = 95.0;  // from the stored default, 5
 
 int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));

@@ -31,7 +31,7 @@ TEST_F(PacerFormTest, SliderEndsGiveEachModesToleranceRange) {
     const Case cases[] = {
         {1, 0, 0.5, "± 0.5 km/h"},        {1, 100, 5.0, "± 5.0 km/h"},
         {2, 0, 1.0, "± 1.0 min/km"},      {2, 100, 6.0, "± 6.0 min/km"},
-        {3, 0, 10, "± 10 steps/min"},     {3, 55, 59, "± 59 steps/min"},
+        {3, 0, 5, "± 5 steps/min"},       {3, 55, 57, "± 57 steps/min"},
         {3, 100, 100, "± 100 steps/min"},
     };
     for (const Case& c : cases) {
