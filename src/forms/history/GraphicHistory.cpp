@@ -145,7 +145,9 @@ void GraphicHistory::paintEvent(QPaintEvent*) {
     painter.drawRect(QRectF(left + 0.5, top + 0.5, right - left, bottom - top));
 
     painter.setPen(kAxisTextColor);
-    painter.drawText(QRect(0, 0, width(), top - gap / 2), Qt::AlignLeft | Qt::AlignBottom, unit_);
+    // The unit over the frame's left edge, clear of the top tick's label.
+    painter.drawText(QRect(left, 0, right - left, top - gap / 2), Qt::AlignLeft | Qt::AlignBottom,
+                     unit_);
     if (times_.size() == values_.size()) {
         for (const ChartAxis::TimeTick& tick : ChartAxis::TimeTicks(times_, kMaxTimeTicks)) {
             const int x = int(std::lround(xOf(std::size_t(tick.index))));

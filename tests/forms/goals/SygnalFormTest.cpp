@@ -164,9 +164,7 @@ TEST_F(SygnalFormTest, OpeningSelectsTheKindsTabAndCaptionsTheButtons) {
 
 // A target below its floor is kept as typed, explained and not stored.
 TEST_F(SygnalFormTest, TargetsBelowTheirFloorsAreRefusedWithTheReason) {
-    const auto message = [](QLineEdit* field) {
-        return qobject_cast<TivNumberField*>(field)->GetMessage();
-    };
+    const auto message = [](QLineEdit* f) { return static_cast<TivNumberField*>(f)->GetMessage(); };
     SygnalForm& form = Open(0);
     const auto before = Stored();
     Enter(form.GetValueField(), "9");

@@ -132,9 +132,7 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
 
 // A value below the floor, or none, is kept as typed, explained and not stored.
 TEST_F(TargetSelectTest, CaloriesAndActivityBelowTheirFloorsAreRefusedWithTheReason) {
-    const auto message = [](QLineEdit* field) {
-        return qobject_cast<TivNumberField*>(field)->GetMessage();
-    };
+    const auto message = [](QLineEdit* f) { return static_cast<TivNumberField*>(f)->GetMessage(); };
     Goal().targetActive = 2;
     TargetSelect& form = Open();
     Enter(form.GetValueField(), "1500");

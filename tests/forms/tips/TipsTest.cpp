@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QFontMetrics>
+#include <QScrollArea>
 #include <QTest>
 
 #include "../goals/GoalScreenTest.h"
