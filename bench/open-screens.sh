@@ -2,12 +2,14 @@
 # Time from process start to the first paint of every screen opened with --open, on a data
 # folder holding five years of seeded history. Prints the median of RUNS starts per screen
 # (offscreen), next to its target: 150 ms for the 180-day period and the all-days list,
-# 100 ms for every other screen.
-# Usage: bench/open-screens.sh [BUILD_DIR] [RUNS]
+# 100 ms for every other screen. SIZE is the window's size (default the desktop's 480x860);
+# set QT_SCALE_FACTOR=2 for a scale-2 phone.
+# Usage: bench/open-screens.sh [BUILD_DIR] [RUNS] [SIZE]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build/default}"
 runs="${2:-5}"
+size=(${3:+--size "$3"})
 app="$build/bin/pedometer"
 data=$(mktemp -d)
 trap 'rm -rf "$data"' EXIT
@@ -21,7 +23,8 @@ worst=0
 for screen in $("$app" --list-screens 2>/dev/null); do
   times=()
   for _ in $(seq "$runs"); do
-    ms=$("$app" --data-dir "$data" --open "$screen" "${record[@]}" --quit-after 0 2>/dev/null |
+    ms=$("$app" --data-dir "$data" --open "$screen" "${record[@]}" ${size[@]+"${size[@]}"} \
+           --quit-after 0 2>/dev/null |
          sed -n "s/^painted $screen after \([0-9]*\) ms$/\1/p")
     times+=("${ms:-9999}")
   done

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Saves a screenshot of every screen in English, German and the 320-wide layout, for a person to
+# Saves a screenshot of every screen in English, German and at 320 x 480, for a person to
 # look at. Usage: scripts/screenshots.sh [FOLDER] (default build/screenshots). Uses the default
 # build and a throw-away data folder with a year of made-up history, so nothing of the user's is
 # touched and the history screens have something to show.
@@ -19,9 +19,9 @@ status=0
 for screen in $("$app" --list-screens); do
   for variant in en de hvga; do
     case $variant in
-      en) flags=(--locale en_US) ;;
-      de) flags=(--locale de_DE) ;;
-      hvga) flags=(--locale en_US --hvga) ;;
+      en) flags=(--locale en_US --size 360x720) ;;
+      de) flags=(--locale de_DE --size 360x720) ;;
+      hvga) flags=(--locale en_US --size 320x480) ;;
     esac
     if ! "$app" --data-dir "$data" --open "$screen" "${day[@]}" "${flags[@]}" \
         --screenshot "$out/$screen-$variant.png" --quit-after 1 >/dev/null 2>"$data/log"; then

@@ -1,18 +1,24 @@
 #include "AppFrame.h"
 
 #include <QKeyEvent>
+#include <QLinearGradient>
 #include <QPainter>
 #include <cmath>
 
+#include "LayoutCheck.h"
+#include "ReferenceLayout.h"
 #include "SoftkeyBar.h"
+#include "TapThroughGuard.h"
 #include "TivForm.h"
 #include "TivUtils.h"
 
 AppFrame::AppFrame(QWidget* parent) : QWidget(parent), longPressTimer_([this] { OnLongPress(); }) {
-    setFixedSize(ScreenSize());
+    setMinimumSize(kSmallestSize);
     setFocusPolicy(Qt::StrongFocus);
     bar_ = new SoftkeyBar(this);
-    bar_->setGeometry(0, height() - SoftkeyBar::BarHeight(), width(), SoftkeyBar::BarHeight());
+    new TapThroughGuard(this);
+    resize(StartSize().isEmpty() ? ScreenSize() : StartSize());
+    Relayout();  // a hidden window hears of its size only when shown
     connect(bar_, &SoftkeyBar::SoftkeyActivated, this, &AppFrame::OnSoftkey);
     connect(bar_, &SoftkeyBar::OptionkeyActivated, this, &AppFrame::OnOptionkey);
 }
@@ -30,14 +36,65 @@ AppFrame::~AppFrame() {
 }
 
 QSize AppFrame::ScreenSize() {
-    if (TivUtils::IsHVGA()) return QSize(TivUtils::HVGA_WIDTH, HVGA_HEIGHT);
-    const int width = TivUtils::GetScreenResolution();
+    const int width = TivUtils::GetStartupResolution();
+    if (width == TivUtils::HVGA_WIDTH) return QSize(TivUtils::HVGA_WIDTH, HVGA_HEIGHT);
     const int height = int(std::lround(double(WVGA_HEIGHT) * width / TivUtils::WVGA_WIDTH));
     return QSize(width, height);
 }
 
+QSize& AppFrame::StartSize() {
+    static QSize size;
+    return size;
+}
+
+void AppFrame::SetStartSize(const QSize& size) {
+    StartSize() = size;
+}
+
+bool AppFrame::ParseSize(const QString& text, QSize* size) {
+    const QStringList parts = text.split(QLatin1Char('x'));
+    if (parts.size() != 2) return false;
+    bool wideOk = false;
+    bool highOk = false;
+    const QSize parsed(parts[0].toInt(&wideOk), parts[1].toInt(&highOk));
+    if (!wideOk || !highOk || parsed.width() < kSmallestSize.width() ||
+        parsed.height() < kSmallestSize.height() || parsed.width() > 16384 ||
+        parsed.height() > 16384)
+        return false;
+    *size = parsed;
+    return true;
+}
+
 QRect AppFrame::GetClientAreaBounds() const {
-    return QRect(0, 0, width(), height() - SoftkeyBar::BarHeight());
+    return client_;
+}
+
+void AppFrame::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Relayout();
+}
+
+void AppFrame::Relayout() {
+    const double scale = ReferenceLayout::ScaleFor(size());
+    TivUtils::SetScale(scale);
+    TivUtils::SetSmallestTextPx(LayoutCheck::SmallestAllowedText(size()));
+    const QRect column = ReferenceLayout::ContentColumn(size());
+    const int bar = ReferenceLayout::BarHeight(scale);
+    client_ = QRect(column.x(), 0, column.width(), height() - bar);
+    bar_->setGeometry(column.x(), height() - bar, column.width(), bar);
+    for (const auto& held : forms_) {
+        if (held) PlaceForm(*held);
+    }
+    update();
+}
+
+void AppFrame::PlaceForm(TivForm& form) {
+    const double scale = TivUtils::GetScale();
+    const ReferenceLayout::Placement to{scale, ReferenceLayout::ExtraFor(client_.height(), scale),
+                                        form.growBandTop_, form.growBandBottom_};
+    ReferenceLayout::Apply(form, form.placement_, to);
+    form.placement_ = to;
+    form.setGeometry(client_);
 }
 
 bool AppFrame::HasControl(const TivForm& form) const {
@@ -58,12 +115,17 @@ void AppFrame::AddControl(TivForm& form) {
     if (HasControl(form)) return;
     form.hide();
     form.setParent(this);
-    form.setGeometry(GetClientAreaBounds());
     forms_.append(&form);
     if (!form.initialized_) {
+        // Built at the reference client height; PlaceForm then fits it to the window.
+        const double scale = TivUtils::GetScale();
+        form.setGeometry(client_.x(), 0, client_.width(),
+                         int(std::lround(ReferenceLayout::kClientHeight * scale)));
+        form.placement_ = ReferenceLayout::Placement{scale, 0, 0, 0};
         form.initialized_ = true;
         form.OnInitializing();
     }
+    PlaceForm(form);
 }
 
 void AppFrame::RemoveControl(TivForm& form) {
@@ -109,8 +171,12 @@ void AppFrame::RequestRedraw(bool) {
 }
 
 void AppFrame::paintEvent(QPaintEvent*) {
-    // Behind the forms (seen only when there is none): the phone's black.
-    QPainter(this).fillRect(rect(), Qt::black);
+    // Behind the forms and beside them in a wide window: the screens' own dark gradient.
+    QLinearGradient fill(0, 0, 0, height());
+    fill.setColorAt(0.0, QColor(0x13, 0x21, 0x3A));
+    fill.setColorAt(0.55, QColor(0x0B, 0x12, 0x22));
+    fill.setColorAt(1.0, QColor(0x05, 0x08, 0x0F));
+    QPainter(this).fillRect(rect(), fill);
 }
 
 KeyCode AppFrame::SideKeyOf(const QKeyEvent& event) {

@@ -36,6 +36,7 @@ void FormHeader::SetTitleText(const QString& title) {
 
 void FormHeader::AddTab(const QString& text, int actionId) {
     tabs_.append(Tab{text, actionId});
+    setProperty("touchTarget", true);
     update();
 }
 

@@ -6,6 +6,7 @@
 
 #include "AppFrame.h"
 #include "Clock.h"
+#include "CountingEngine.h"
 #include "MainForm.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -14,12 +15,13 @@
 #include "StatisticsManager.h"
 #include "TivNavigationController.h"
 
-Pedometer::Pedometer() = default;
+Pedometer::Pedometer() : engine_(std::make_unique<CountingEngine>()) {}
 
 Pedometer::~Pedometer() {
     if (frame_) frame_->removeEventFilter(this);
     navigation_.reset();
-    frame_.reset();  // destroys the forms, the main form's statistics manager with them
+    frame_.reset();  // destroys the forms first: they listen to the engine
+    engine_.reset();
 }
 
 bool Pedometer::OnAppInitializing() {
@@ -33,15 +35,17 @@ bool Pedometer::OnAppInitializing() {
         db.SaveOptions();
     }
     SoundsManager::GetInstance();  // the players belong to this (the GUI) thread
+    engine_->Initialize();
 
     frame_ = std::make_unique<AppFrame>();
-    mainForm_ = new MainForm();
+    mainForm_ = new MainForm(*engine_);
     mainForm_->Initialize();
-    navigation_ = std::make_unique<TivNavigationController>(*frame_);
+    navigation_ = std::make_unique<TivNavigationController>(*frame_, engine_.get());
     navigation_->InitWithRootForm(mainForm_);
     frame_->AddControl(*mainForm_);
     frame_->SetCurrentForm(*mainForm_);
     mainForm_->FormWillAppear();
+    frame_->PlaceForm(*mainForm_);
     frame_->RequestRedraw(true);
     frame_->show();
     WatchVisibility();
@@ -54,10 +58,10 @@ void Pedometer::OnForeground() {
     TivNavigationController::SetOnForeground(true);
     mainForm_->ResumeUpdating();
     if (backgroundDate_) {
-        if (Clock::Now().date() != *backgroundDate_) MainForm::__statManager->StartNewLap();
+        if (Clock::Now().date() != *backgroundDate_) engine_->Statistics().StartNewLap();
         backgroundDate_.reset();
     }
-    if (MainForm::__statManager->GetStarted()) PowerManager::KeepScreenOnState(true, true);
+    if (engine_->Statistics().GetStarted()) PowerManager::KeepScreenOnState(true, true);
 }
 
 void Pedometer::OnBackground() {

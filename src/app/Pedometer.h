@@ -6,15 +6,20 @@
 #include <optional>
 
 class AppFrame;
+class CountingEngine;
 class MainForm;
 class TivNavigationController;
 
 // The application object: brings the system up in its fixed order and follows the
 // application into the background and back.
 //
-// Start-up: settings, then the body profile, then the first-start flag, then the main
-// screen (which starts the statistics manager, the step detector and the updater
-// thread), then navigation, then the window.
+// It owns the counting engine (statistics manager, step detector, accelerometer source,
+// updater thread), made with the object so that its source and observer can be chosen
+// before start-up, and hands it to the screens through the navigation controller.
+//
+// Start-up: settings, then the body profile, then the first-start flag, then the
+// counting engine (resuming today's lap), then the main screen, then navigation, then
+// the window.
 //
 // Background means the user cannot see the window: it is hidden or minimised, the
 // session is locked (the screen saver reports itself active), or the platform suspends
@@ -33,6 +38,7 @@ public:
     void OnBackground();
     bool OnAppTerminating();
 
+    CountingEngine& Engine() const { return *engine_; }
     AppFrame* GetFrame() const { return frame_.get(); }
     MainForm* GetMainForm() const { return mainForm_; }
     TivNavigationController* GetNavigationController() const { return navigation_.get(); }
@@ -48,6 +54,7 @@ private:
     void WatchVisibility();
     void ReconsiderForeground();
 
+    std::unique_ptr<CountingEngine> engine_;  // outlives the window and its screens
     std::unique_ptr<AppFrame> frame_;
     std::unique_ptr<TivNavigationController> navigation_;
     MainForm* mainForm_ = nullptr;  // owned by the frame

@@ -2,6 +2,8 @@
 
 #include <QMenu>
 #include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
 #include <cmath>
 
 #include "AppResource.h"
@@ -14,6 +16,30 @@ namespace {
 int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
+
+// The background stretched to `size`, one pixel per logical pixel whatever the device's
+// ratio: the pictures are soft gradients, and a full-screen render at a phone's scale 2
+// would cost four times the memory for nothing to see. Shared by every screen of that size.
+QPixmap Background(const QString& name, const QSize& size) {
+    const QString key = QStringLiteral("PedometerForm:%1@%2x%3")
+                            .arg(name)
+                            .arg(size.width())
+                            .arg(size.height());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap)) return pixmap;
+    QSvgRenderer renderer(TivUtils::GetArtworkPath(name));
+    if (!renderer.isValid() || size.isEmpty()) return {};
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    }
+    pixmap = QPixmap::fromImage(std::move(image));
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
 }  // namespace
 
 PedometerForm::PedometerForm(QWidget* parent) : TivForm(parent) {
@@ -23,12 +49,27 @@ PedometerForm::PedometerForm(QWidget* parent) : TivForm(parent) {
 PedometerForm::~PedometerForm() = default;
 
 void PedometerForm::SetBackgroundImage(const QString& name) {
-    background_ = TivUtils::GetBitmapWithRightResolutionN(name);
+    backgroundName_ = name;
+    background_.reset();
+    backgroundScale_ = 0;
+    TivUtils::ReferenceSize(name);  // one warning now when the picture is missing
     update();
 }
 
+const QPixmap* PedometerForm::GetBackgroundImage() const {
+    if (backgroundName_.isEmpty()) return nullptr;
+    if (backgroundScale_ != TivUtils::GetScale()) {
+        background_ = TivUtils::GetBitmapWithRightResolutionN(backgroundName_);
+        backgroundScale_ = TivUtils::GetScale();
+    }
+    return background_.get();
+}
+
 bool PedometerForm::OnDraw(QPainter& painter) {
-    if (background_) painter.drawPixmap(0, 0, *background_);
+    // Stretched over the screen's grown or shortened height: the pictures are gradients.
+    if (backgroundName_.isEmpty()) return true;
+    const QPixmap background = Background(backgroundName_, size());
+    if (!background.isNull()) painter.drawPixmap(rect(), background);
     return true;
 }
 
@@ -77,6 +118,7 @@ void PedometerForm::ShowOptionMenu() {
         qWarning("PedometerForm: ShowOptionMenu before InitOptionMenu");
         return;
     }
+    StyleMenu(*optionMenu_);  // at the layout's current scale
     // Rising from the bottom-left corner, just above the soft-key bar.
     const QSize size = optionMenu_->sizeHint();
     optionMenu_->popup(mapToGlobal(QPoint(0, height() - size.height())));
@@ -123,6 +165,11 @@ int PedometerForm::GetClientTop() const {
     return header_ != nullptr ? header_->PreferredHeight() : 0;
 }
 
+void PedometerForm::SetGrowBandBelowHeader() {
+    SetGrowBand(int(std::lround(GetClientTop() / TivUtils::GetScale())),
+                ReferenceLayout::kClientHeight);
+}
+
 void PedometerForm::resizeEvent(QResizeEvent* event) {
     TivForm::resizeEvent(event);
     PlaceHeader();
@@ -144,6 +191,14 @@ void PedometerForm::OnActionPerformed(const QWidget&, int actionId) {
 
 void PedometerForm::OnFormBackRequested(TivForm&) {
     SoundsManager::GetInstance().ClickSound();
+    // A question or note over the screen (property "closesOnBack") is what the back key
+    // closes, not the screen beneath it.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isVisible() && child->property("closesOnBack").toBool()) {
+            child->hide();
+            return;
+        }
+    }
     if (TivNavigationController* controller = getNavigationController()) controller->PopForm(true);
 }
 

@@ -17,7 +17,8 @@ class QPainter;
 // tabs, the option menu, the back soft key and the volume side keys.
 //
 // Action id 1 is the back soft key on every screen: OnActionPerformed(…, 1) asks
-// OnFormBackRequested, which plays the click and pops this screen. The phone's back
+// OnFormBackRequested, which plays the click and pops this screen, or, while a child
+// with the property "closesOnBack" (a confirmation) shows, hides that child only. The phone's back
 // key (Escape) reaches OnFormBackRequested directly once ShowBackButton has run.
 // Screens override OnActionPerformed for their own ids and pass the rest on here.
 //
@@ -42,9 +43,12 @@ public:
     explicit PedometerForm(QWidget* parent = nullptr);
     ~PedometerForm() override;
 
-    // Loads the named picture (TivUtils) as the background, drawn at the top-left.
+    // The named picture (TivUtils) becomes the background, drawn to fill the screen.
     void SetBackgroundImage(const QString& name);
-    const QPixmap* GetBackgroundImage() const { return background_.get(); }
+    // The background at the layout's scale, as drawn for the reference layout; null
+    // without one or when its artwork is missing.
+    const QPixmap* GetBackgroundImage() const;
+    QString GetBackgroundName() const { return backgroundName_; }
 
     void InitOptionMenu(int actionId);
     // Gives a menu the option menu's look: dark, light text, finger-sized rows. Every
@@ -62,6 +66,9 @@ public:
     FormHeader* GetHeader() const { return header_; }
     // The y below the title and tabs (0 without them).
     int GetClientTop() const;
+    // Makes everything below the title and tabs the grow band (TivForm::SetGrowBand): for
+    // screens that are one list or one article.
+    void SetGrowBandBelowHeader();
 
     // Right soft key: "Back", action id 1; the phone's back key is accepted too.
     virtual void ShowBackButton();
@@ -82,7 +89,9 @@ private:
     FormHeader& Header();
     void PlaceHeader();
 
-    std::unique_ptr<QPixmap> background_;
+    QString backgroundName_;
+    mutable std::unique_ptr<QPixmap> background_;
+    mutable double backgroundScale_ = 0;
     QPointer<QMenu> optionMenu_;
     FormHeader* header_ = nullptr;
 };

@@ -32,6 +32,22 @@ bool ScreenDirectory::AddForm(const char* name, FormFactory factory) {
     });
 }
 
+bool ScreenDirectory::AddForm(const char* name, EngineFormFactory factory) {
+    return AddAction(name, [factory = std::move(factory)](TivNavigationController& navigation,
+                                                           const ScreenRequest& request,
+                                                           QString* error) -> QWidget* {
+        CountingEngine* engine = navigation.GetEngine();
+        if (engine == nullptr) {
+            SetError(error, QStringLiteral("this screen needs the counting engine"));
+            return nullptr;
+        }
+        PedometerForm* form = factory(*engine, request, error);
+        if (form == nullptr) return nullptr;
+        navigation.PushForm(form);
+        return form;
+    });
+}
+
 bool ScreenDirectory::AddAction(const char* name, Action action) {
     return Registry().emplace(QString::fromLatin1(name), std::move(action)).second;
 }

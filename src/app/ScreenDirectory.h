@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <functional>
 
+class CountingEngine;
 class PedometerForm;
 class QWidget;
 class TivNavigationController;
@@ -31,12 +32,17 @@ public:
     // Makes the screen for `request`, initialised and not yet pushed, or returns null
     // and says why in `error` (a missing --lap, a day that does not parse, ...).
     using FormFactory = std::function<PedometerForm*(const ScreenRequest&, QString* error)>;
+    // The same for a screen that works on the counting engine: it gets the one the
+    // navigation carries, and the screen is refused where there is none.
+    using EngineFormFactory =
+        std::function<PedometerForm*(CountingEngine&, const ScreenRequest&, QString* error)>;
     // Shows the screen on `navigation` and returns the widget that shows it, or null
     // with `error` set.
     using Action = std::function<QWidget*(TivNavigationController& navigation,
                                           const ScreenRequest& request, QString* error)>;
 
     static bool AddForm(const char* name, FormFactory factory);
+    static bool AddForm(const char* name, EngineFormFactory factory);
     static bool AddAction(const char* name, Action action);
 
     // Every registered name, sorted.
@@ -51,7 +57,9 @@ public:
 
 #define PEDOMETER_SCREEN_CONCAT_INNER(a, b) a##b
 #define PEDOMETER_SCREEN_CONCAT(a, b) PEDOMETER_SCREEN_CONCAT_INNER(a, b)
-// PEDOMETER_SCREEN("history-day", [](const ScreenRequest& r, QString* error) { ... });
+// PEDOMETER_SCREEN("tips-weight", [](const ScreenRequest& r, QString* error) { ... });
+// PEDOMETER_SCREEN("history-day", [](CountingEngine& engine, const ScreenRequest& r,
+//                                    QString* error) { ... });
 #define PEDOMETER_SCREEN(name, ...)                                                        \
     static const bool PEDOMETER_SCREEN_CONCAT(screenRegistered_, __LINE__) =               \
         ScreenDirectory::AddForm(name, __VA_ARGS__)

@@ -21,6 +21,7 @@ constexpr double kSideShare = 0.36;
 
 SoftkeyBar::SoftkeyBar(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setProperty("touchTarget", true);
 }
 
 int SoftkeyBar::BarHeight() {

@@ -8,6 +8,7 @@
 #include "IActionEventListener.h"
 #include "IFormBackEventListener.h"
 #include "IKeyEventListener.h"
+#include "ReferenceLayout.h"
 
 class TivNavigationController;
 
@@ -45,6 +46,18 @@ public:
     virtual void OnInitializing() {}
     virtual void OnTerminating() {}
     bool IsInitialized() const { return initialized_; }
+
+    // The grow band: the range of reference y (480-wide layout, 740-high client area) that
+    // takes the window's extra height, or gives up height on a short window. Controls
+    // inside it stretch, controls below it move down (ReferenceLayout). Set it in
+    // OnInitializing, round what benefits from height: a graph, a list, an article.
+    // Without one the content keeps its reference height at the top.
+    void SetGrowBand(int top, int bottom) {
+        growBandTop_ = top;
+        growBandBottom_ = bottom;
+    }
+    int GetGrowBandTop() const { return growBandTop_; }
+    int GetGrowBandBottom() const { return growBandBottom_; }
 
     // Soft keys: a key with an empty text is not shown.
     void SetSoftkeyText(Softkey key, const QString& text);
@@ -92,6 +105,10 @@ private:
 
     TivNavigationController* navigationController_ = nullptr;
     bool initialized_ = false;
+    int growBandTop_ = 0;
+    int growBandBottom_ = 0;
+    // How the frame last laid the form's controls out.
+    ReferenceLayout::Placement placement_;
     SoftkeyState softkeys_[2];
     int optionkeyActionId_ = 0;
     DelegatePointer<IActionEventListener> optionkeyListener_;

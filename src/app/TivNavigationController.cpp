@@ -4,7 +4,8 @@
 
 std::atomic<bool> TivNavigationController::isForeground{true};
 
-TivNavigationController::TivNavigationController(AppFrame& frame) : frame_(frame) {}
+TivNavigationController::TivNavigationController(AppFrame& frame, CountingEngine* engine)
+    : frame_(frame), engine_(engine) {}
 
 TivNavigationController::~TivNavigationController() {
     // The forms outlive the stack (the frame owns them): leave none pointing back here.
@@ -31,6 +32,7 @@ void TivNavigationController::PushForm(TivForm* form) {
     frame_.SetCurrentForm(*form);
     frame_.RequestRedraw(true);
     form->FormWillAppear();
+    frame_.PlaceForm(*form);  // what it built on appearing
 }
 
 TivForm* TivNavigationController::Pop() {
@@ -47,6 +49,7 @@ void TivNavigationController::Reveal() {
     frame_.SetCurrentForm(*revealed);
     frame_.RequestRedraw(true);
     revealed->FormWillAppear();
+    frame_.PlaceForm(*revealed);
 }
 
 void TivNavigationController::PopForm(bool) {

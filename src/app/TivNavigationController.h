@@ -7,6 +7,7 @@
 #include "TivForm.h"
 
 class AppFrame;
+class CountingEngine;
 
 // The stack of screens: every change of the frame's current form goes through here.
 //
@@ -22,9 +23,12 @@ class AppFrame;
 //
 // The root form never leaves the stack: a pop that would take it is refused with a
 // warning. Use from the GUI thread.
+//
+// It also carries the application's counting engine (not owned; null where screens run
+// without one), which ScreenDirectory hands to the screens that need it.
 class TivNavigationController {
 public:
-    explicit TivNavigationController(AppFrame& frame);
+    explicit TivNavigationController(AppFrame& frame, CountingEngine* engine = nullptr);
     // Forgets the stack; the forms stay with the frame, no longer pointing here.
     ~TivNavigationController();
     TivNavigationController(const TivNavigationController&) = delete;
@@ -44,6 +48,7 @@ public:
     // The current screen (null before InitWithRootForm).
     TivForm* GetTopForm() const;
     int GetFormCount() const { return int(stack_.size()); }
+    CountingEngine* GetEngine() const { return engine_; }
     // Tells the top screen only that the application goes to the background.
     void AppWillBePaused();
 
@@ -59,5 +64,6 @@ private:
     static std::atomic<bool> isForeground;
 
     AppFrame& frame_;
+    CountingEngine* const engine_;
     QVector<QPointer<TivForm>> stack_;
 };

@@ -20,6 +20,7 @@
 #include "CsvReplaySource.h"
 #include "DAOLapSeconds.h"
 #include "DataFolderLock.h"
+#include "LayoutCheck.h"
 #include "MainForm.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
@@ -28,6 +29,7 @@
 #include "ScreenDirectory.h"
 #include "ScreenOffCounting.h"
 #include "SingleInstance.h"
+#include "CountingEngine.h"
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
 #include "TivNavigationController.h"
@@ -206,7 +208,17 @@ int main(int argc, char** argv) {
     const QCommandLineOption locale(QStringLiteral("locale"),
                                     QStringLiteral("Language and number format, e.g. de_DE."),
                                     QStringLiteral("NAME"));
-    const QCommandLineOption hvga(QStringLiteral("hvga"), QStringLiteral("The 320-wide layout."));
+    const QCommandLineOption hvga(QStringLiteral("hvga"),
+                                  QStringLiteral("Start at 320 x 480 (as --size 320x480)."));
+    const QCommandLineOption size(QStringLiteral("size"),
+                                  QStringLiteral("The window's size in logical pixels "
+                                                 "(default 480x860)."),
+                                  QStringLiteral("WxH"));
+    const QCommandLineOption checkLayout(
+        QStringLiteral("check-layout"),
+        QStringLiteral("Check the screen opened by --open and quit: prints \"layout NAME WxH: "
+                       "...\", and fails when a control lies outside the window, touch controls "
+                       "overlap or are too small, or text is too small to read."));
     const QCommandLineOption silent(QStringLiteral("silent"),
                                     QStringLiteral("Behave as if the phone were in silent mode."));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
@@ -244,7 +256,8 @@ int main(int argc, char** argv) {
         QStringLiteral("on|off"));
     parser.addOptions({dataDir,     sensor, detector, replay,     loop,      autostart, record,
                        locale,      hvga,   silent,   screenshot, quitAfter, quitAtEnd, open,
-                       listScreens, day,    lap,      from,       to,        screenOff});
+                       listScreens, day,    lap,      from,       to,        screenOff,
+                       size,        checkLayout});
     parser.process(app);
 
     if (parser.isSet(listScreens)) {
@@ -277,6 +290,12 @@ int main(int argc, char** argv) {
         AppResource::GetInstance().SetLanguage(chosen.name().section('_', 0, 0));
     }
     if (parser.isSet(hvga)) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    QSize windowSize = parser.isSet(hvga) ? AppFrame::ScreenSize() : AppFrame::kDesktopSize;
+    if (parser.isSet(size) && !AppFrame::ParseSize(parser.value(size), &windowSize)) {
+        return fail(QStringLiteral("--size needs WIDTHxHEIGHT, at least 320x480, not \"%1\"")
+                        .arg(parser.value(size)));
+    }
+    AppFrame::SetStartSize(windowSize);
     if (parser.isSet(silent)) PlatformSettings::SetSilentMode(true);
     if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
     if (!AccelerometerSourceFactory::IsValidChoice(parser.value(sensor))) {
@@ -352,13 +371,12 @@ int main(int argc, char** argv) {
         if (!recorder->Open(&error)) return fail(error);
         source = std::move(recorder);
     }
-    MainForm::UseSensorSource(std::move(source));
-    if (replaySource != nullptr || onOffscreenPlatform())
-        MainForm::SetIntervalObserver(printInterval);
-
     QElapsedTimer startup;
     startup.start();
     Pedometer pedometer;
+    pedometer.Engine().UseSensorSource(std::move(source));
+    if (replaySource != nullptr || onOffscreenPlatform())
+        pedometer.Engine().SetIntervalObserver(printInterval);
     FirstPaintReporter firstPaint(screenName, startup);
     pedometer.OnAppInitializing();
     reportDatabaseProblems();
@@ -383,6 +401,18 @@ int main(int argc, char** argv) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
                                                        MainForm::ID_START);
+        });
+    }
+
+    if (parser.isSet(checkLayout)) {
+        QTimer::singleShot(0, &app, [&] {
+            QWidget& window = *pedometer.GetFrame();
+            const LayoutCheck::Result result = LayoutCheck::Check(window);
+            std::printf("%s\n", qPrintable(result.Line(screenName, window.size())));
+            for (const QString& problem : result.problems)
+                std::fprintf(stderr, "pedometer: %s\n", qPrintable(problem));
+            std::fflush(stdout);
+            QCoreApplication::exit(result.Passed() ? 0 : 1);
         });
     }
 

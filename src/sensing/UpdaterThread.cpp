@@ -143,6 +143,9 @@ void UpdaterThread::UpdatingFnc() {
         lap->seconds.push_back(std::move(second));
     }
 
-    Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance);
-    if (mainForm != nullptr) mainForm->UpdateData(lap.get());
+    const bool goalReached = Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance);
+    if (mainForm != nullptr) {
+        if (goalReached) mainForm->SygnalFired();
+        mainForm->UpdateData(lap.get());
+    }
 }

@@ -12,8 +12,6 @@
 #include "Timer.h"
 #include "UpdaterThread.h"
 
-QuorPedometer* StatisticsManager::__engine = nullptr;
-
 namespace {
 constexpr int kTickMs = 1000;
 constexpr int kTicksPerInterval = 5;
@@ -31,7 +29,6 @@ StatisticsManager::~StatisticsManager() {
     if (engine_) engine_->stopUpdating();
     if (timer) timer->Cancel();
     // The detector goes first so no step arrives while the rest is taken down.
-    if (__engine == engine_.get()) __engine = nullptr;
     engine_.reset();
     if (updaterThread) updaterThread->Stop();
     WillClearData();
@@ -49,7 +46,6 @@ void StatisticsManager::Initialize() {
                             : std::make_unique<QuorPedometer>();
     sensorSource_.reset();
     engine_->statistics = this;
-    __engine = engine_.get();
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     lapSteps = 0;

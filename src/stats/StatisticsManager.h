@@ -83,10 +83,12 @@ public:
     std::shared_ptr<DAOLap> GetCurrentLap() const { return currentLap; }
     UpdaterThread* GetUpdaterThread() const { return updaterThread.get(); }
 
-    MainFormListener* mainForm = nullptr;
+    // The detector this manager counts with; null before Initialize.
+    QuorPedometer* Detector() const { return engine_.get(); }
 
-    // The application's detector, for the screens that watch it (sensitivity meter).
-    static QuorPedometer* __engine;
+    // Hears of steps, intervals and the goal alarm (CountingEngine points it at all its
+    // listeners). Set before Initialize.
+    MainFormListener* mainForm = nullptr;
 
 private:
     void ClearLapRecords();

@@ -2,12 +2,9 @@
 
 #include <QCoreApplication>
 
-#include "MainFormListener.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "SoundsManager.h"
-
-MainFormListener* Sygnal::__mainFormInstance = nullptr;
 
 namespace {
 // The sound players belong to the GUI thread; the alarm is reached on the updater
@@ -20,9 +17,9 @@ void playAlarm() {
 }
 }  // namespace
 
-void Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
+bool Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
     PedometerOptions& options = PedometerOptions::GetInstance();
-    if (!IsRunning(options.sygnalType)) return;
+    if (!IsRunning(options.sygnalType)) return false;
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     DAOSygnal progress = db.GetTodaySygnal();
@@ -46,7 +43,7 @@ void Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
         playAlarm();
         db.SaveOptions();
     } else {
-        return;
+        return false;
     }
-    if (__mainFormInstance != nullptr) __mainFormInstance->SygnalFired();
+    return true;
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-class MainFormListener;
-
 // The goal alarm's accumulator: today's progress towards a calorie, distance or
 // activity target, fed with every five-second interval while counting runs.
 //
@@ -14,9 +12,10 @@ public:
     virtual ~Sygnal() = default;
 
     // Adds one interval's calories (kcal), length (s) and distance (m) to today's
-    // progress while the alarm runs, and completes the alarm when its target is met.
-    // Called on the updater thread.
-    static void AddValues(double calories, int seconds, double distanceMeters);
+    // progress while the alarm runs, and completes the alarm when its target is met:
+    // then the alarm sounds and the result is true, for the caller to tell its
+    // listeners. Called on the updater thread.
+    static bool AddValues(double calories, int seconds, double distanceMeters);
 
     static bool IsStopped(int type) { return type == 0 || type == 2 || type == 3; }
     static bool IsRunning(int type) { return type >= 4 && type <= 6; }
@@ -24,7 +23,4 @@ public:
     static bool IsCalories(int type) { return type == 0 || type == 4 || type == 8; }
     static bool IsDistance(int type) { return type == 2 || type == 5 || type == 7; }
     static bool IsActivity(int type) { return type == 3 || type == 6 || type == 9; }
-
-    // Receiver of the completion call; set by the main form.
-    static MainFormListener* __mainFormInstance;
 };

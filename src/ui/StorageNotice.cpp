@@ -1,5 +1,8 @@
 #include "StorageNotice.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "AppResource.h"
 #include "PedometerDBManager.h"
 #include "TivUtils.h"
@@ -14,7 +17,7 @@ StorageNotice::StorageNotice(QWidget* parent) : QLabel(parent) {
     setAutoFillBackground(true);
     setStyleSheet(QStringLiteral("background:#b3261e; color:white; padding:4px;"));
     QFont small = font();
-    small.setPixelSize(TivUtils::IsHVGA() ? 11 : 16);
+    small.setPixelSize(std::max(11, int(std::lround(16 * TivUtils::GetScale()))));
     setFont(small);
     connect(&timer_, &QTimer::timeout, this, &StorageNotice::Refresh);
     timer_.start(kRefreshMs);

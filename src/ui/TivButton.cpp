@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "TivUtils.h"
 #include "TouchEventDispatcher.h"
 
 TivButton::TivButton(QWidget* parent) : QWidget(parent) {
@@ -26,7 +27,15 @@ int TivButton::Initialize(const QRect& bounds) {
 
 void TivButton::Copy(std::optional<QPixmap>& target, const QPixmap* source) {
     target.reset();
-    if (source != nullptr) target = source->copy(0, 0, source->width(), source->height());
+    if (source != nullptr) target = *source;  // shared, so TivUtils can render it again
+}
+
+void TivButton::OnRescaled(double, double) {
+    for (std::optional<QPixmap>* picture : {&normal_, &pressedBitmap_, &disabled_}) {
+        if (!*picture) continue;
+        if (auto again = TivUtils::RenderAgain(**picture)) *picture = *again;
+    }
+    update();
 }
 
 void TivButton::SetNormalBitmap(const QPixmap* bitmap) {

@@ -7,6 +7,7 @@
 
 #include "DelegatePointer.h"
 #include "IActionEventListener.h"
+#include "IRescalable.h"
 #include "ITouchEventListener.h"
 
 // A picture button: normal, pressed and disabled pictures, an action id, and an action
@@ -18,7 +19,7 @@
 // release fires the action wherever the finger is lifted: a tap that slides off still
 // counts. While disabled (SetButtonEnabled(false)) the button ignores touches; it stays
 // a live QWidget so that it keeps receiving them.
-class TivButton : public QWidget, public ITouchEventListener {
+class TivButton : public QWidget, public ITouchEventListener, public IRescalable {
     Q_OBJECT
 public:
     explicit TivButton(QWidget* parent = nullptr);
@@ -66,6 +67,9 @@ public:
                         const TouchEventInfo& info) override;
     void OnTouchFocusOut(const QWidget& source, const QPoint& point,
                          const TouchEventInfo& info) override;
+
+    // Renders the pictures again at the new scale.
+    void OnRescaled(double from, double to) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

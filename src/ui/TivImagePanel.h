@@ -4,9 +4,11 @@
 #include <QWidget>
 #include <memory>
 
+#include "IRescalable.h"
+
 // A panel that shows one picture at its top-left corner, unscaled and clipped to the
 // panel (a slider's fill is a wide picture in a panel only as wide as the fill).
-class TivImagePanel : public QWidget {
+class TivImagePanel : public QWidget, public IRescalable {
     Q_OBJECT
 public:
     explicit TivImagePanel(QWidget* parent = nullptr);
@@ -17,6 +19,9 @@ public:
     // Replaces the picture (the panel keeps its size) and redraws.
     void SetImage(std::unique_ptr<QPixmap> bitmap);
     const QPixmap* GetImage() const { return bitmap_.get(); }
+
+    // Renders the picture again at the new scale; the panel's size is the layout's.
+    void OnRescaled(double from, double to) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

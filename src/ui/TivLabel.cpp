@@ -35,6 +35,14 @@ void TivLabel::SetFont(const QString& faceName) {
     font_ = TivUtils::CreateFont(fontStyle_, fontSize_, faceName);
 }
 
+void TivLabel::OnRescaled(double from, double to) {
+    if (fontSize_ != appliedFontSize_) referenceFontSize_ = fontSize_ / from;
+    fontSize_ = std::max(1, int(std::lround(referenceFontSize_ * to)));
+    appliedFontSize_ = fontSize_;
+    if (font_) font_ = TivUtils::CreateFont(fontStyle_, fontSize_, font_->family());
+    fitted_.reset();
+}
+
 Qt::Alignment TivLabel::Alignment() const {
     Qt::Alignment a;
     switch (horizontalAlignment_) {

@@ -6,13 +6,15 @@
 #include <QWidget>
 #include <optional>
 
+#include "IRescalable.h"
+
 // Text drawn with an outline over an optional background colour, word-wrapped and
 // aligned inside the label.
 //
 // Sizes and styles are in the toolkit's font units (TivUtils::CreateFont). The font is
 // made once, at the first draw: a size or style set after that has no effect unless
 // SetFont is called. SetText only stores the text; the caller redraws (update()).
-class TivLabel : public QWidget {
+class TivLabel : public QWidget, public IRescalable {
     Q_OBJECT
 public:
     // The platform's alignment codes.
@@ -40,6 +42,7 @@ public:
     void SetBackColor(const QColor& color);
     QColor GetBackColor() const { return backColor_; }
     void SetFontSize(int size) { fontSize_ = size; }
+    int GetFontSize() const { return fontSize_; }
     void SetFontStyle(int style) { fontStyle_ = style; }
     void SetHorizontalAlligment(int alignment) { horizontalAlignment_ = alignment; }
     void SetVerticalAlligment(int alignment) { verticalAlignment_ = alignment; }
@@ -55,6 +58,9 @@ public:
     // The font the text is drawn with: the label's font, made smaller to fit when
     // shrinking is on.
     QFont FittedFont() const;
+
+    // Keeps the font size in reference units: a new scale makes the font again.
+    void OnRescaled(double from, double to) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -76,4 +82,7 @@ private:
     mutable QString fittedText_;
     mutable QSize fittedSize_;
     bool needOutline_ = true;
+    // The size in reference units, and the pixel size it was last made at.
+    double referenceFontSize_ = 0;
+    int appliedFontSize_ = -1;
 };

@@ -8,7 +8,9 @@
 
 namespace {
 int PictureHeight(const TivImagePanel* panel) {
-    return panel->GetImage() != nullptr ? panel->GetImage()->height() : 0;
+    return panel->GetImage() != nullptr
+               ? int(panel->GetImage()->deviceIndependentSize().height())
+               : 0;
 }
 }  // namespace
 
@@ -35,8 +37,10 @@ bool TivSlider::Initialize(const QRect& bounds, int value) {
 
     knob_ = new TivImagePanel(this);
     auto knobPicture = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderButton.png"));
-    const int knobWidth = knobPicture ? knobPicture->width() : 0;
-    const int knobHeight = knobPicture ? knobPicture->height() : 0;
+    const QSize knobSize =
+        knobPicture ? knobPicture->deviceIndependentSize().toSize() : QSize(0, 0);
+    const int knobWidth = knobSize.width();
+    const int knobHeight = knobSize.height();
     const int x = int((width() - knobWidth) * value / 100.0);
     knob_->Initialize(QPoint(x, height() / 2 - knobHeight / 2), std::move(knobPicture));
     fill_->resize(x + 2, PictureHeight(fill_));

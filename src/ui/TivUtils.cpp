@@ -1,6 +1,7 @@
 #include "TivUtils.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QImage>
@@ -15,10 +16,19 @@
 #include "AppPaths.h"
 
 namespace {
-std::atomic<int> screenWidth{TivUtils::WVGA_WIDTH};
+std::atomic<int> startupWidth{TivUtils::WVGA_WIDTH};
+std::atomic<double> layoutScale{1.0};
+std::atomic<int> smallestText{1};
 
 std::mutex warnedMutex;
 QSet<QString> warnedNames;
+
+// Which picture each render shows, by the render's cache key, so that a control can ask
+// for the same picture again at a new scale (GUI thread only).
+QHash<qint64, QString>& renderedNames() {
+    static QHash<qint64, QString> names;
+    return names;
+}
 
 // One warning per unknown picture, so a screen redrawn every second does not flood.
 void WarnMissing(const QString& name, const QString& path) {
@@ -28,18 +38,90 @@ void WarnMissing(const QString& name, const QString& path) {
     qWarning("pedometer: picture \"%s\" is missing or unreadable (%s)", qPrintable(name),
              qPrintable(path));
 }
+
+double DevicePixelRatio() {
+    return qGuiApp != nullptr ? std::max(1.0, qGuiApp->devicePixelRatio()) : 1.0;
+}
+
+// Loads the artwork of `name`; false (with one warning) when it cannot be used.
+bool LoadArtwork(const QString& name, QSvgRenderer& renderer, QSizeF* drawn) {
+    const QString path = TivUtils::GetArtworkPath(name);
+    if (path.isEmpty()) {
+        WarnMissing(name, QStringLiteral("no file name"));
+        return false;
+    }
+    if (!QFileInfo(path).isFile() || !renderer.load(path) || !renderer.isValid()) {
+        WarnMissing(name, path);
+        return false;
+    }
+    *drawn = renderer.defaultSize();
+    if (drawn->isEmpty()) *drawn = renderer.viewBoxF().size();
+    if (drawn->isEmpty()) {
+        WarnMissing(name, path);
+        return false;
+    }
+    return true;
+}
+
+// `size` logical pixels of the picture, rendered at the device pixel ratio; cached.
+QPixmap Render(const QString& name, const QSize& size) {
+    const double ratio = DevicePixelRatio();
+    const QString key = QStringLiteral("TivUtils:%1@%2x%3*%4")
+                            .arg(QFileInfo(name).completeBaseName())
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(ratio);
+    QPixmap cached;
+    if (QPixmapCache::find(key, &cached)) return cached;
+    QSvgRenderer renderer;
+    QSizeF drawn;
+    if (size.isEmpty() || !LoadArtwork(name, renderer, &drawn)) return {};
+    QImage image(QSize(int(std::lround(size.width() * ratio)),
+                       int(std::lround(size.height() * ratio))),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(image.size())));
+    }
+    image.setDevicePixelRatio(ratio);
+    QPixmap pixmap = QPixmap::fromImage(std::move(image));
+    QPixmapCache::insert(key, pixmap);
+    renderedNames().insert(pixmap.cacheKey(), name);
+    return pixmap;
+}
 }  // namespace
 
 void TivUtils::SetScreenResolution(int width) {
-    if (width > 0) screenWidth.store(width);
+    if (width <= 0) return;
+    startupWidth.store(width);
+    layoutScale.store(double(width) / WVGA_WIDTH);
+}
+
+int TivUtils::GetStartupResolution() {
+    return startupWidth.load();
 }
 
 int TivUtils::GetScreenResolution() {
-    return screenWidth.load();
+    return int(std::lround(WVGA_WIDTH * GetScale()));
 }
 
 double TivUtils::GetScale() {
-    return double(GetScreenResolution()) / WVGA_WIDTH;
+    return layoutScale.load();
+}
+
+void TivUtils::SetScale(double scale) {
+    if (scale > 0) layoutScale.store(scale);
+}
+
+void TivUtils::SetSmallestTextPx(int pixels) {
+    smallestText.store(std::max(1, pixels));
+}
+
+int TivUtils::GetSmallestTextPx() {
+    return smallestText.load();
 }
 
 int TivUtils::GetSystemFontSize() {
@@ -52,41 +134,33 @@ QString TivUtils::GetArtworkPath(const QString& name) {
     return AppPaths::ResFile(QStringLiteral("images/%1.svg").arg(base));
 }
 
-std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {
-    const QString path = GetArtworkPath(name);
-    if (path.isEmpty()) {
-        WarnMissing(name, QStringLiteral("no file name"));
-        return nullptr;
-    }
-    const int width = GetScreenResolution();
-    const QString key = QStringLiteral("TivUtils:%1@%2").arg(path).arg(width);
-    QPixmap cached;
-    if (QPixmapCache::find(key, &cached)) return std::make_unique<QPixmap>(cached);
-
+QSize TivUtils::ReferenceSize(const QString& name) {
     QSvgRenderer renderer;
-    if (!QFileInfo(path).isFile() || !renderer.load(path) || !renderer.isValid()) {
-        WarnMissing(name, path);
-        return nullptr;
-    }
-    QSizeF drawn = renderer.defaultSize();
-    if (drawn.isEmpty()) drawn = renderer.viewBoxF().size();
-    const QSize size(int(std::lround(drawn.width() * GetScale())),
-                     int(std::lround(drawn.height() * GetScale())));
-    if (size.isEmpty()) {
-        WarnMissing(name, path);
-        return nullptr;
-    }
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    {
-        QPainter painter(&image);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
-    }
-    QPixmap pixmap = QPixmap::fromImage(std::move(image));
-    QPixmapCache::insert(key, pixmap);
+    QSizeF drawn;
+    if (!LoadArtwork(name, renderer, &drawn)) return {};
+    return QSize(int(std::lround(drawn.width())), int(std::lround(drawn.height())));
+}
+
+std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {
+    static QHash<QString, QSize> referenceSizes;  // GUI thread only
+    auto known = referenceSizes.constFind(name);
+    if (known == referenceSizes.constEnd()) known = referenceSizes.insert(name, ReferenceSize(name));
+    if (known->isEmpty()) return nullptr;
+    const QSize size(int(std::lround(known->width() * GetScale())),
+                     int(std::lround(known->height() * GetScale())));
+    QPixmap pixmap = Render(name, size);
+    if (pixmap.isNull()) return nullptr;
     return std::make_unique<QPixmap>(pixmap);
+}
+
+std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture) {
+    const auto name = renderedNames().constFind(picture.cacheKey());
+    if (name == renderedNames().constEnd()) return nullptr;
+    return GetBitmapWithRightResolutionN(*name);
+}
+
+QPixmap TivUtils::RenderPicture(const QString& name, const QSize& size) {
+    return Render(name, size);
 }
 
 QFont TivUtils::CreateFont(int style, int size, const QString& family) {
@@ -100,6 +174,6 @@ QFont TivUtils::CreateFont(int style, int size, const QString& family) {
     font.setPixelSize(reference);
     const double lineHeight = QFontMetricsF(font).height();
     const double ratio = lineHeight > 0 ? reference / lineHeight : 1.0;
-    font.setPixelSize(std::max(1, int(std::lround(std::max(size, 1) * ratio))));
+    font.setPixelSize(std::max(smallestText.load(), int(std::lround(std::max(size, 1) * ratio))));
     return font;
 }

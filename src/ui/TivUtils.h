@@ -5,15 +5,18 @@
 #include <QString>
 #include <memory>
 
-// Screen-size queries and resolution-aware picture loading, for every screen.
+// The layout's scale, resolution-aware picture loading and fonts, for every screen.
 //
-// The layout is chosen once at start-up: 480 pixels wide ("WVGA", the default) or 320
-// ("HVGA", --hvga). The screen has 32 bits per pixel, so there is no chroma keying.
+// Screens are drawn in the 480-wide reference layout; the scale maps it onto the window
+// (ReferenceLayout). The window (AppFrame) sets the scale whenever its size changes;
+// before there is a window, SetScreenResolution(480 or 320) chooses it (and the window's
+// first size). The screen has 32 bits per pixel, so there is no chroma keying.
 //
 // Pictures are asked for by their ".png" name ("btn-start.png") and come from the
 // artwork in res/images/ ("btn-start.svg"), drawn for the 480-wide layout and rendered
-// at the layout's scale (2/3 for the 320-wide one). Renders are kept in QPixmapCache, so
-// asking again for a picture is cheap. Use from the GUI thread.
+// at the layout's scale times the device pixel ratio, so they stay sharp on any screen.
+// Renders are kept in QPixmapCache, so asking again for a picture is cheap. Use from the
+// GUI thread.
 class TivUtils {
 public:
     static constexpr int WVGA_WIDTH = 480;
@@ -24,14 +27,21 @@ public:
     static constexpr int FONT_STYLE_BOLD = 2;
     static constexpr int FONT_STYLE_ITALIC = 4;
 
-    // Chooses the layout; widths other than positive ones are ignored.
+    // Chooses the start-up layout width (the scale width / 480 and the window's first
+    // size); widths other than positive ones are ignored.
     static void SetScreenResolution(int width);
+    // The width the start-up layout was chosen for.
+    static int GetStartupResolution();
+    // The reference width at the current scale.
     static int GetScreenResolution();
-    static bool IsWVGA() { return GetScreenResolution() == WVGA_WIDTH; }
-    static bool IsHVGA() { return GetScreenResolution() == HVGA_WIDTH; }
+    // The 320-wide scale or smaller: the screen is small in pixels.
+    static bool IsHVGA() { return GetScreenResolution() <= HVGA_WIDTH; }
+    static bool IsWVGA() { return !IsHVGA(); }
     static bool IsHiRes() { return IsWVGA(); }
-    // Layout width / 480: the factor the artwork is rendered at.
+    // Window pixels per reference unit: the factor geometry, text and artwork are drawn
+    // at. Set by the window from its size; non-positive values are ignored.
     static double GetScale();
+    static void SetScale(double scale);
 
     // The system text size in the toolkit's font units (see CreateFont).
     static int GetSystemFontSize();
@@ -45,11 +55,26 @@ public:
     static std::unique_ptr<QPixmap> GetBitmapWithRightResolutionN(const QString& name);
     // The artwork file behind a picture name: res/images/<base name>.svg.
     static QString GetArtworkPath(const QString& name);
+    // The same picture as `picture` (one made by GetBitmapWithRightResolutionN) rendered
+    // at the current scale; null for any other pixmap. Controls call it when the scale
+    // changes.
+    static std::unique_ptr<QPixmap> RenderAgain(const QPixmap& picture);
+    // The named picture rendered to fill `size` (logical pixels, stretched when the
+    // proportions differ), sharp at the device pixel ratio; a null pixmap when missing.
+    static QPixmap RenderPicture(const QString& name, const QSize& size);
+    // The size a picture is drawn for in the reference layout (its SVG width and height);
+    // empty when missing.
+    static QSize ReferenceSize(const QString& name);
 
     // A font in the toolkit's units: `size` is the height of one line of text in
     // pixels (ascent plus descent), as the phone platform measured fonts; the pixel
     // size of the em is derived from the font's own metrics, so a 21-unit caption fits
     // a 21-pixel-high label. `style` combines the FONT_STYLE_ flags. An empty `family`
-    // takes the application's font.
+    // takes the application's font. The em is never below GetSmallestTextPx().
     static QFont CreateFont(int style, int size, const QString& family = QString());
+    // The smallest readable em in pixels, set by the window for its size (LayoutCheck):
+    // text drawn through CreateFont never goes below it, however tight its box. 1 by
+    // default (no floor).
+    static void SetSmallestTextPx(int pixels);
+    static int GetSmallestTextPx();
 };

@@ -35,6 +35,8 @@ public:
     static void AddTouchEventListener(QWidget& control, ITouchEventListener& listener);
     static void RemoveTouchEventListener(QWidget& control, ITouchEventListener& listener);
     static bool HasTouchEventListener(const QWidget& control, const ITouchEventListener& listener);
+    // Whether any listener was ever added to the control (it takes touches).
+    static bool IsTouched(const QWidget& control) { return Find(control) != nullptr; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

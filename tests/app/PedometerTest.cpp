@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "AccelerometerSource.h"
+#include "CountingEngine.h"
 #include "AppPaths.h"
 #include "Body.h"
 #include "DAOLap.h"
@@ -25,21 +26,26 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(profile.IsValid());
         qputenv("PEDOMETER_NO_DBUS", "1");
-        MainForm::UseSensorSource(nullptr);
+    }
+    // The application with no accelerometer, started.
+    Pedometer& start() {
+        app = std::make_unique<Pedometer>();
+        app->Engine().UseSensorSource(nullptr);
+        EXPECT_TRUE(app->OnAppInitializing());
+        return *app;
     }
     void TearDown() override {
         app.reset();
         QCoreApplication::processEvents();
     }
-    int lapId() const { return MainForm::__statManager->GetCurrentLap()->id; }
+    int lapId() const { return app->Engine().Statistics().GetCurrentLap()->id; }
 
     FreshProfile profile{QDateTime(QDate(2026, 6, 15), QTime(23, 0, 0))};
     std::unique_ptr<Pedometer> app;
 };
 
 TEST_F(PedometerTest, FirstStartClearsTheFlagOnce) {
-    app = std::make_unique<Pedometer>();
-    ASSERT_TRUE(app->OnAppInitializing());
+    start();
     PedometerOptions saved;
     PedometerDBManager::GetInstance().LoadOptions(saved);
     EXPECT_FALSE(saved.firstStart.load());
@@ -47,8 +53,7 @@ TEST_F(PedometerTest, FirstStartClearsTheFlagOnce) {
 }
 
 TEST_F(PedometerTest, ComingBackOnAnotherDayStartsANewLap) {
-    app = std::make_unique<Pedometer>();
-    app->OnAppInitializing();
+    start();
     const int first = lapId();
 
     app->OnBackground();
@@ -66,18 +71,17 @@ TEST_F(PedometerTest, ComingBackOnAnotherDayStartsANewLap) {
 }
 
 TEST_F(PedometerTest, ForegroundKeepsTheScreenOnOnlyWhileCounting) {
-    app = std::make_unique<Pedometer>();
-    app->OnAppInitializing();
+    start();
     PowerManager::KeepScreenOnState(false, false);
     app->OnBackground();
     app->OnForeground();
     EXPECT_FALSE(PowerManager::IsKeepingScreenOn());
 
-    MainForm::__statManager->start();
+    app->Engine().Statistics().start();
     app->OnBackground();
     app->OnForeground();
     EXPECT_TRUE(PowerManager::IsKeepingScreenOn());
-    MainForm::__statManager->stop();
+    app->Engine().Statistics().stop();
     PowerManager::KeepScreenOnState(false, false);
 }
 

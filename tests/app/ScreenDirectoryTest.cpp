@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "AccelerometerSource.h"
+#include "CountingEngine.h"
 #include "FreshProfile.h"
 #include "MainForm.h"
 #include "Pedometer.h"
@@ -19,8 +20,8 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(profile.IsValid());
         qputenv("PEDOMETER_NO_DBUS", "1");
-        MainForm::UseSensorSource(nullptr);
         app = std::make_unique<Pedometer>();
+        app->Engine().UseSensorSource(nullptr);
         app->OnAppInitializing();
     }
     void TearDown() override {

@@ -32,12 +32,13 @@ int fail(const QString& message) {
 // one-second timer) along with the recording. Before the clock moves on, the updater
 // finishes what the last tick handed it, so its writes carry the time of their interval
 // as they would on a phone.
-void feedOnVirtualClock(const CsvReplaySource& source, qint64 startMs, UpdaterThread& updater) {
+void feedOnVirtualClock(const CsvReplaySource& source, qint64 startMs, QuorPedometer& detector,
+                        UpdaterThread& updater) {
     auto advanceTo = [&updater](qint64 ms) {
         updater.WaitUntilIdle();
         VirtualTime::AdvanceTo(ms);
     };
-    source.Feed(*StatisticsManager::__engine,
+    source.Feed(detector,
                 [&](const ReplayTick& tick) { advanceTo(startMs + tick.tickNs / 1'000'000); });
     advanceTo(startMs + source.Recording().DurationNs() / 1'000'000);
 }
@@ -128,7 +129,8 @@ int runReplay(const QStringList& args) {
     if (live) {
         playInRealTime(liveSource);
     } else {
-        feedOnVirtualClock(*source, startTime.toMSecsSinceEpoch(), *manager.GetUpdaterThread());
+        feedOnVirtualClock(*source, startTime.toMSecsSinceEpoch(), *manager.Detector(),
+                           *manager.GetUpdaterThread());
     }
     manager.stop();
     manager.GetUpdaterThread()->WaitUntilIdle();

@@ -80,6 +80,9 @@ void BodyMeterForm::OnInitializing() {
 
     container_ = new QWidget(this);
     container_->setGeometry(0, y, width(), S(kContainerHeight));
+    // The four graphs take the height.
+    SetGrowBand(int(std::lround(y / TivUtils::GetScale())),
+                int(std::lround(y / TivUtils::GetScale())) + kContainerHeight);
     y += S(kContainerHeight);
 
     const int footer = std::max(S(24), height() - y);

@@ -27,6 +27,7 @@ void ReportPopup::Initialize(int actionId, const QString& buttonText,
     text_->SetFontSize(S(28));
     button_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
                                     listener, buttonText);
+    setProperty("closesOnBack", true);
 }
 
 QRect ReportPopup::Card() const {
@@ -37,13 +38,22 @@ QRect ReportPopup::Card() const {
 
 void ReportPopup::Show(const QString& text) {
     if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
-    const QRect card = Card();
-    text_->setGeometry(card.adjusted(S(20), S(20), -S(20), -S(110)));
+    PlaceContent();
     text_->SetText(text);
-    button_->move(card.center().x() - button_->width() / 2, card.bottom() - S(90));
     raise();
     show();
     update();
+}
+
+void ReportPopup::PlaceContent() {
+    if (text_ == nullptr) return;
+    const QRect card = Card();
+    text_->setGeometry(card.adjusted(S(20), S(20), -S(20), -S(110)));
+    button_->move(card.center().x() - button_->width() / 2, card.bottom() - S(90));
+}
+
+void ReportPopup::resizeEvent(QResizeEvent*) {
+    PlaceContent();  // the card stays centred on the screen, whatever its height
 }
 
 QString ReportPopup::GetText() const {

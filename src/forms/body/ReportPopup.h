@@ -25,9 +25,11 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QRect Card() const;
+    void PlaceContent();
 
     TivLabel* text_ = nullptr;
     TivButton* button_ = nullptr;

@@ -21,7 +21,8 @@ TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, 
     const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral(".png"));
     const auto pressed =
         TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral("-pressed.png"));
-    button->Initialize(QRect(QPoint(), normal ? normal->size() : QSize(Scaled(200), Scaled(72))));
+    button->Initialize(QRect(QPoint(), normal ? normal->deviceIndependentSize().toSize()
+                                                : QSize(Scaled(200), Scaled(72))));
     button->SetNormalBitmap(normal.get());
     button->SetPressedBitmap(pressed.get());
     button->SetActionId(actionId);
@@ -41,20 +42,29 @@ TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, 
 HistoryConfirmPopup::HistoryConfirmPopup(QWidget& screen, IActionEventListener* listener)
     : QWidget(&screen) {
     setGeometry(screen.rect());
-    const QRect panel = PanelRect();
     question_ = new TivLabel(this);
     question_->Initialize();
     question_->SetFontSize(Scaled(26));
     question_->SetNeedOutline(false);
-    question_->setGeometry(panel.adjusted(Scaled(20), Scaled(16), -Scaled(20), -Scaled(100)));
-    TivButton* cancel = MakeButton(this, QStringLiteral("btn-blue"), "body__ Cancel", ID_CANCEL,
-                                   listener);
-    TivButton* confirm = MakeButton(this, QStringLiteral("btn-red"), "meter__ Reset stats",
-                                    ID_CONFIRM, listener);
-    const int y = panel.bottom() - Scaled(16) - cancel->height();
-    cancel->move(panel.left() + Scaled(14), y);
-    confirm->move(panel.right() - Scaled(14) - confirm->width(), y);
+    cancel_ = MakeButton(this, QStringLiteral("btn-blue"), "body__ Cancel", ID_CANCEL, listener);
+    confirm_ = MakeButton(this, QStringLiteral("btn-red"), "meter__ Reset stats", ID_CONFIRM,
+                          listener);
+    PlaceContent();
+    setProperty("closesOnBack", true);
     hide();
+}
+
+void HistoryConfirmPopup::PlaceContent() {
+    const QRect panel = PanelRect();
+    question_->setGeometry(panel.adjusted(Scaled(20), Scaled(16), -Scaled(20), -Scaled(100)));
+    const int y = panel.bottom() - Scaled(16) - cancel_->height();
+    cancel_->move(panel.left() + Scaled(14), y);
+    confirm_->move(panel.right() - Scaled(14) - confirm_->width(), y);
+}
+
+void HistoryConfirmPopup::resizeEvent(QResizeEvent*) {
+    // The panel stays centred on the screen, whatever height the screen has.
+    PlaceContent();
 }
 
 QRect HistoryConfirmPopup::PanelRect() const {

@@ -9,7 +9,8 @@ class TivLabel;
 // The question before an erase, over the whole screen that shows it: the text, and
 // "Cancel" (action 105) on the left and "Reset stats" (action 106) on the right, both
 // reported to the listener (not owned), which hands them to HandleAction. The screen
-// behind cannot be touched while it shows. Hidden at first; GUI thread only.
+// behind cannot be touched while it shows; the back key (Escape) cancels it rather than
+// leaving the screen. Hidden at first; GUI thread only.
 class HistoryConfirmPopup : public QWidget {
     Q_OBJECT
 public:
@@ -29,9 +30,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QRect PanelRect() const;
+    void PlaceContent();
 
     TivLabel* question_ = nullptr;
+    QWidget* cancel_ = nullptr;
+    QWidget* confirm_ = nullptr;
 };

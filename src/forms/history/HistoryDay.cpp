@@ -4,6 +4,7 @@
 
 #include "AppResource.h"
 #include "Clock.h"
+#include "CountingEngine.h"
 #include "DAOLap.h"
 #include "DbDateTime.h"
 #include "HistoryConfirmPopup.h"
@@ -23,7 +24,8 @@ QString Text(const char* key) {
 }
 }  // namespace
 
-HistoryDay::HistoryDay(QWidget* parent) : PedometerForm(parent) {}
+HistoryDay::HistoryDay(CountingEngine& engine, QWidget* parent)
+    : PedometerForm(parent), engine_(engine) {}
 
 HistoryDay::~HistoryDay() = default;
 
@@ -53,6 +55,7 @@ void HistoryDay::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
     popup_ = new HistoryConfirmPopup(*this, this);
 }
@@ -106,7 +109,7 @@ void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
     const int index = actionId - ID_LAP_FIRST;
     if (index >= 0 && index < int(laps_.size())) {
         SoundsManager::GetInstance().ClickSound();
-        auto* lapScreen = new HistoryLap;
+        auto* lapScreen = new HistoryLap(engine_);
         lapScreen->Initialize(std::move(laps_[index]));
         laps_.erase(laps_.begin() + index);  // the list is read again when this reappears
         if (TivNavigationController* navigation = getNavigationController()) {
@@ -120,12 +123,14 @@ void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
 }
 
 void HistoryDay::Erase() {
-    for (const auto& lap : laps_) LapEraser::Erase(lap->id);
+    const LapEraser eraser(engine_.Statistics());
+    for (const auto& lap : laps_) eraser.Erase(lap->id);
     FormWillAppear();
 }
 
-PEDOMETER_SCREEN("history-day", [](const ScreenRequest& request, QString*) -> PedometerForm* {
-    auto* day = new HistoryDay;
+PEDOMETER_SCREEN("history-day", [](CountingEngine& engine, const ScreenRequest& request,
+                                   QString*) -> PedometerForm* {
+    auto* day = new HistoryDay(engine);
     day->Initialize(request.day.isValid() ? request.day.startOfDay() : Clock::Now());
     return day;
 });

@@ -6,6 +6,7 @@
 
 #include "PedometerForm.h"
 
+class CountingEngine;
 class DAOLap;
 class HistoryConfirmPopup;
 class HistoryPanel;
@@ -26,7 +27,8 @@ public:
     static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
     static constexpr int ID_LAP_FIRST = 1000;  // + index in the day's list
 
-    explicit HistoryDay(QWidget* parent = nullptr);
+    // `engine` (the lap being recorded) outlives the screen.
+    explicit HistoryDay(CountingEngine& engine, QWidget* parent = nullptr);
     ~HistoryDay() override;
 
     // The day to show (any time of it). `useParametersForm` chooses the plain layout of
@@ -45,6 +47,7 @@ public:
 private:
     void Erase();
 
+    CountingEngine& engine_;
     QDateTime day_;
     std::vector<std::unique_ptr<DAOLap>> laps_;
     HistoryPanel* panel_ = nullptr;

@@ -17,7 +17,8 @@ QString Text(const char* key) {
 }
 }  // namespace
 
-HistoryDays::HistoryDays(QWidget* parent) : PedometerForm(parent) {}
+HistoryDays::HistoryDays(CountingEngine& engine, QWidget* parent)
+    : PedometerForm(parent), engine_(engine) {}
 
 bool HistoryDays::Initialize() {
     setObjectName(QStringLiteral("HistoryDays"));
@@ -30,6 +31,7 @@ void HistoryDays::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
 }
 
@@ -57,7 +59,7 @@ void HistoryDays::FormWillAppear() {
 }
 
 void HistoryDays::OpenDay(const QDate& day) {
-    auto* screen = new HistoryDay;
+    auto* screen = new HistoryDay(engine_);
     screen->Initialize(day.startOfDay());
     if (TivNavigationController* navigation = getNavigationController()) {
         navigation->PushForm(screen);
@@ -66,8 +68,9 @@ void HistoryDays::OpenDay(const QDate& day) {
     }
 }
 
-PEDOMETER_SCREEN("history-days", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* days = new HistoryDays;
+PEDOMETER_SCREEN("history-days", [](CountingEngine& engine, const ScreenRequest&,
+                                    QString*) -> PedometerForm* {
+    auto* days = new HistoryDays(engine);
     days->Initialize();
     return days;
 });

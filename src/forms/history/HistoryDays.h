@@ -2,6 +2,7 @@
 
 #include "PedometerForm.h"
 
+class CountingEngine;
 class DayList;
 class HistoryPanel;
 
@@ -12,7 +13,8 @@ class HistoryPanel;
 class HistoryDays : public PedometerForm {
     Q_OBJECT
 public:
-    explicit HistoryDays(QWidget* parent = nullptr);
+    // `engine` outlives the screen; the days it opens erase through it.
+    explicit HistoryDays(CountingEngine& engine, QWidget* parent = nullptr);
 
     bool Initialize();
     void OnInitializing() override;
@@ -21,6 +23,7 @@ public:
     DayList* GetList() const { return list_; }
 
 private:
+    CountingEngine& engine_;
     void OpenDay(const QDate& day);
 
     HistoryPanel* panel_ = nullptr;

@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include "AppResource.h"
+#include "CountingEngine.h"
 #include "DAOLap.h"
 #include "HistoryConfirmPopup.h"
 #include "HistoryPanel.h"
@@ -19,7 +20,8 @@ QString Text(const char* key) {
 }
 }  // namespace
 
-HistoryLap::HistoryLap(QWidget* parent) : PedometerForm(parent) {}
+HistoryLap::HistoryLap(CountingEngine& engine, QWidget* parent)
+    : PedometerForm(parent), engine_(engine) {}
 
 HistoryLap::~HistoryLap() = default;
 
@@ -42,6 +44,7 @@ void HistoryLap::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
     popup_ = new HistoryConfirmPopup(*this, this);
 }
@@ -64,7 +67,7 @@ void HistoryLap::ShowPopupWithText(const QString& text) {
 
 void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
     const auto erase = [this] {
-        if (lap_) LapEraser::Erase(lap_->id);
+        if (lap_) LapEraser(engine_.Statistics()).Erase(lap_->id);
         if (TivNavigationController* navigation = getNavigationController()) {
             navigation->PopForm(true);
         }
@@ -75,7 +78,7 @@ void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
     }
 }
 
-PEDOMETER_SCREEN("history-lap", [](const ScreenRequest& request,
+PEDOMETER_SCREEN("history-lap", [](CountingEngine& engine, const ScreenRequest& request,
                                    QString* error) -> PedometerForm* {
     if (request.lapId < 0) {
         *error = QStringLiteral("history-lap shows one lap: give its id with --lap ID");
@@ -86,7 +89,7 @@ PEDOMETER_SCREEN("history-lap", [](const ScreenRequest& request,
         *error = QStringLiteral("there is no lap %1 in the statistics").arg(request.lapId);
         return nullptr;
     }
-    auto* screen = new HistoryLap;
+    auto* screen = new HistoryLap(engine);
     screen->Initialize(std::move(lap));
     return screen;
 });

@@ -4,6 +4,7 @@
 
 #include "PedometerForm.h"
 
+class CountingEngine;
 class DAOLap;
 class HistoryConfirmPopup;
 class HistoryPanel;
@@ -17,7 +18,8 @@ class HistoryLap : public PedometerForm {
 public:
     static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
 
-    explicit HistoryLap(QWidget* parent = nullptr);
+    // `engine` (the lap being recorded) outlives the screen.
+    explicit HistoryLap(CountingEngine& engine, QWidget* parent = nullptr);
     ~HistoryLap() override;
 
     // Takes the lap with its minutes. Always true.
@@ -32,6 +34,7 @@ public:
     HistoryConfirmPopup* GetPopup() const { return popup_; }
 
 private:
+    CountingEngine& engine_;
     std::unique_ptr<DAOLap> lap_;
     HistoryPanel* panel_ = nullptr;
     HistoryConfirmPopup* popup_ = nullptr;

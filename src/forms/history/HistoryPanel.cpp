@@ -1,6 +1,7 @@
 #include "HistoryPanel.h"
 
 #include <QScrollBar>
+#include <QScrollPrepareEvent>
 #include <QScroller>
 #include <cmath>
 
@@ -10,6 +11,7 @@
 #include "TivButton.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
+#include "TivSlider.h"
 #include "TivUtils.h"
 
 namespace {
@@ -58,9 +60,34 @@ HistoryPanel::HistoryPanel(QWidget* parent) : QScrollArea(parent) {
         "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"));
     viewport()->setAutoFillBackground(false);
     QScroller::grabGesture(viewport(), QScroller::LeftMouseButtonGesture);
+    // The list scrolls up and down only: a sideways drag leaves it centred.
+    QScrollerProperties properties = QScroller::scroller(viewport())->scrollerProperties();
+    properties.setScrollMetric(QScrollerProperties::HorizontalOvershootPolicy,
+                               QVariant::fromValue(QScrollerProperties::OvershootAlwaysOff));
+    QScroller::scroller(viewport())->setScrollerProperties(properties);
+    // The rows are as wide as the panel, a scroll bar's width more than the viewport: that
+    // margin is never scrolled to.
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
+        if (value != 0) horizontalScrollBar()->setValue(0);
+    });
     content_ = new QWidget;
     content_->setAttribute(Qt::WA_TranslucentBackground);
     setWidget(content_);
+}
+
+bool HistoryPanel::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ScrollPrepare) {
+        auto* prepare = static_cast<QScrollPrepareEvent*>(event);
+        for (QWidget* hit = viewport()->childAt(prepare->startPos().toPoint()); hit != nullptr;
+             hit = hit->parentWidget()) {
+            if (hit == viewport()) break;
+            if (qobject_cast<TivSlider*>(hit) != nullptr || hit->property("dragsItself").toBool()) {
+                prepare->ignore();
+                return true;
+            }
+        }
+    }
+    return QScrollArea::viewportEvent(event);
 }
 
 void HistoryPanel::Clear() {

@@ -40,6 +40,11 @@ public:
 
     QWidget* Content() const { return content_; }
 
+protected:
+    // A drag that starts on a control that drags itself (a slider, the property
+    // "dragsItself") belongs to that control: the panel does not scroll with it.
+    bool viewportEvent(QEvent* event) override;
+
 private:
     int Place(int height);  // the y of a new item of `height` (scaled) and moves on
 

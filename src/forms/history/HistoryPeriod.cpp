@@ -103,6 +103,9 @@ void HistoryPeriod::OnInitializing() {
     y += Scaled(kCaptionHeight);
     chart_ = new PeriodChart(this);
     chart_->setGeometry(0, y, width(), Scaled(kChartHeight));
+    chart_->setProperty("touchTarget", true);
+    // The chart and the rows below share the height.
+    SetGrowBand(int(std::lround(y / TivUtils::GetScale())), ReferenceLayout::kClientHeight);
     chart_->SetTapHandler([this] {
         SoundsManager::GetInstance().ClickSound();
         NextMeasure();

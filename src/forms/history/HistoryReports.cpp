@@ -1,6 +1,7 @@
 #include "HistoryReports.h"
 
 #include <QDateEdit>
+#include <QEvent>
 #include <cmath>
 
 #include "AppResource.h"
@@ -8,6 +9,7 @@
 #include "HistoryPanel.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
+#include "TivDatePicker.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
@@ -35,6 +37,7 @@ void HistoryReports::OnInitializing() {
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->AddGap(12);
     panel_->AddRowButton(Text("history__ All days"), ID_ALL_DAYS, this);
     panel_->AddRowButton(Text("history__ Last 7 days"), ID_LAST_7, this);
@@ -55,6 +58,29 @@ void HistoryReports::OnInitializing() {
     connect(to_, &QDateEdit::dateChanged, from_, &QDateEdit::setMaximumDate);
     panel_->AddRowButton(Text("history__ Show"), ID_RANGE, this);
     panel_->show();
+    picker_ = new TivDatePicker(*this);
+}
+
+bool HistoryReports::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonRelease)
+        return PedometerForm::eventFilter(watched, event);
+    QDateEdit* field = nullptr;
+    for (QDateEdit* candidate : {from_.data(), to_.data()}) {
+        if (candidate != nullptr && (watched == candidate || candidate->isAncestorOf(
+                                                                 qobject_cast<QWidget*>(watched))))
+            field = candidate;
+    }
+    if (field == nullptr) return PedometerForm::eventFilter(watched, event);
+    if (event->type() == QEvent::MouseButtonRelease && picker_ != nullptr) {
+        SoundsManager::GetInstance().ClickSound();
+        const bool isFrom = field == from_;
+        const QPointer<QDateEdit> target = field;
+        picker_->Open(field->date(), isFrom ? QDate() : from_->date(),
+                      isFrom ? to_->date() : QDate(), [target](const QDate& day) {
+                          if (target) target->setDate(day);
+                      });
+    }
+    return true;  // the field's own editing by touch stays closed: the picker edits it
 }
 
 QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, const QDate& date,
@@ -68,7 +94,10 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
     caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     caption->setGeometry(x, 0, width, Scaled(30));
     auto* field = new QDateEdit(date, row);
-    field->setCalendarPopup(true);
+    field->setCalendarPopup(false);
+    field->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    field->installEventFilter(this);
+    for (QWidget* part : field->findChildren<QWidget*>()) part->installEventFilter(this);
     field->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
     field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(30)));
     field->setStyleSheet(

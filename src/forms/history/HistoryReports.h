@@ -4,11 +4,14 @@
 
 #include "PedometerForm.h"
 
-class HistoryPanel;
 #include <QDateEdit>
 
+class HistoryPanel;
+class TivDatePicker;
+
 // The choice of period history: all days, the last 7, 30 or 180 days, or a range of two
-// dates picked below (the first can never be after the second). Each opens its screen
+// dates picked below (the first can never be after the second; a tap on a date opens a
+// finger-sized picker over the screen, TivDatePicker). Each opens its screen
 // by name. Reads and writes nothing itself. Opened by today's "Reports" soft key or by
 // name. GUI thread only.
 class HistoryReports : public PedometerForm {
@@ -28,6 +31,11 @@ public:
 
     QDateEdit* GetFromField() const { return from_; }
     QDateEdit* GetToField() const { return to_; }
+    TivDatePicker* GetDatePicker() const { return picker_; }
+
+protected:
+    // A tap on a date field opens the picker for it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QDateEdit* AddDateField(QWidget* row, const char* captionKey, const QDate& date, int x,
@@ -36,4 +44,5 @@ private:
     HistoryPanel* panel_ = nullptr;
     QPointer<QDateEdit> from_;
     QPointer<QDateEdit> to_;
+    TivDatePicker* picker_ = nullptr;
 };

@@ -3,11 +3,11 @@
 #include <QMenu>
 #include <algorithm>
 
-#include "AccelerometerSource.h"
 #include "AppResource.h"
 #include "BlockPane.h"
 #include "Converter.h"
 #include "Body.h"
+#include "CountingEngine.h"
 #include "DAOLap.h"
 #include "GraphicBlue.h"
 #include "PedometerDBManager.h"
@@ -25,19 +25,7 @@
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
-StatisticsManager* MainForm::__statManager = nullptr;
-
 namespace {
-// The source chosen before the form starts counting; empty means the machine's own.
-std::optional<std::unique_ptr<AccelerometerSource>>& pendingSource() {
-    static std::optional<std::unique_ptr<AccelerometerSource>> source;
-    return source;
-}
-std::function<void(int, const DAOLapSeconds&)>& intervalObserver() {
-    static std::function<void(int, const DAOLapSeconds&)> observer;
-    return observer;
-}
-
 // The layout is drawn for the 480-wide screen and scaled for the 320-wide one.
 int S(int v) {
     return qRound(v * TivUtils::GetScale());
@@ -50,9 +38,8 @@ QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
 
-// Where the parts of the screen sit, in the 480-wide layout's units. The 320 x 480
-// screen is shorter than the 480 x 800 one scaled down, so its middle is packed tighter:
-// a smaller big value and a lower graph, the buttons as large as before.
+// Where the parts of the screen sit, in the 480-wide layout's units. The graph is the
+// grow band: it takes the height of a tall screen and gives some up on a short one.
 struct MainLayout {
     QRect caption;
     QRect value;
@@ -64,23 +51,15 @@ struct MainLayout {
     int bottomTop;
 };
 const MainLayout& Layout() {
-    static const MainLayout tall{QRect(90, 150, 300, 40),
-                                 QRect(60, 188, 360, 94),
-                                 90,
-                                 QRect(0, 285, 480, 205),
-                                 QRect(20, 494, 440, 62),
-                                 562,
-                                 568,
-                                 656};
-    static const MainLayout shortScreen{QRect(90, 140, 300, 36),
-                                        QRect(60, 172, 360, 72),
-                                        70,
-                                        QRect(0, 246, 480, 174),
-                                        QRect(20, 422, 440, 56),
-                                        482,
-                                        488,
-                                        574};
-    return TivUtils::IsHVGA() ? shortScreen : tall;
+    static const MainLayout layout{QRect(90, 150, 300, 40),
+                                   QRect(60, 188, 360, 94),
+                                   90,
+                                   QRect(0, 285, 480, 205),
+                                   QRect(20, 494, 440, 62),
+                                   562,
+                                   568,
+                                   656};
+    return layout;
 }
 
 const QColor kValueColor(252, 209, 75);
@@ -89,8 +68,10 @@ constexpr int kTopWidth = 152;
 constexpr int kTopHeight = 64;
 }  // namespace
 
-MainForm::MainForm(QWidget* parent)
+MainForm::MainForm(CountingEngine& engine, QWidget* parent)
     : PedometerForm(parent),
+      engine_(engine),
+      statManager(&engine.Statistics()),
       countdownTimer([this] { OnCountdownTick(); }),
       resumeTimer([this] { OnResume(); }),
       stepsTrigger([this] { ApplyPendingSteps(); }),
@@ -101,22 +82,12 @@ MainForm::MainForm(QWidget* parent)
       sygnalTrigger([this] { FormWillAppear(); }) {}
 
 MainForm::~MainForm() {
-    if (__statManager == statManager.get()) __statManager = nullptr;
-    statManager.reset();
-    if (Sygnal::__mainFormInstance == this) Sygnal::__mainFormInstance = nullptr;
-}
-
-void MainForm::UseSensorSource(std::unique_ptr<AccelerometerSource> source) {
-    pendingSource() = std::move(source);
-}
-
-void MainForm::SetIntervalObserver(std::function<void(int, const DAOLapSeconds&)> observer) {
-    intervalObserver() = std::move(observer);
+    // Returns after any call in progress from the counting threads.
+    if (listening_) engine_.RemoveListener(*this);
 }
 
 bool MainForm::Initialize() {
     setObjectName(QStringLiteral("IDF_MAIN_SCREEN"));
-    Sygnal::__mainFormInstance = this;
     locked = false;
     return true;
 }
@@ -142,17 +113,16 @@ void MainForm::OnInitializing() {
 
     targetSlider = new TargetSlider(this);
     targetSlider->setGeometry(S(Layout().slider));
-    targetSlider->Initialize(TivUtils::IsHVGA() ? 22 : 28);
+    targetSlider->Initialize(28);
+    SetGrowBand(Layout().graph.top(), Layout().graph.top() + Layout().graph.height());
 
-    statManager = std::make_unique<StatisticsManager>();
-    statManager->mainForm = this;
-    if (pendingSource()) {
-        statManager->UseSensorSource(std::move(*pendingSource()));
-        pendingSource().reset();
-    }
-    statManager->SetIntervalObserver(intervalObserver());
-    __statManager = statManager.get();
-    statManager->Initialize();
+    engine_.AddListener(*this);
+    listening_ = true;
+    // What was counted before this screen existed (a lap resumed, counting in the
+    // background) shows at once.
+    if (statManager->GetStarted()) SetStartStop(true);
+    UpdateStepsCount(statManager->GetLapSteps());
+    UpdateData(statManager->GetCurrentLap().get());
     new StorageNotice(this);  // shows itself while recordings are not being saved
 }
 
@@ -302,8 +272,8 @@ TivButton* MainForm::GetButton(int actionId) const {
 }
 
 void MainForm::OnTerminating() {
+    // Counting belongs to the engine and goes on without this screen.
     updating = false;
-    if (statManager) statManager->stop();
     CloseContextMenu();
     countdownTimer.Cancel();
     resumeTimer.Cancel();
@@ -342,7 +312,7 @@ void MainForm::RequestUnblock() {
 }
 
 bool MainForm::IsAlreadyStarted() const {
-    return statManager && statManager->GetStarted();
+    return statManager->GetStarted();
 }
 
 void MainForm::OnActionPerformed(const QWidget& source, int actionId) {

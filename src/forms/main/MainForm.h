@@ -13,8 +13,8 @@
 #include "Timer.h"
 #include "UnblockListener.h"
 
-class AccelerometerSource;
 class BlockPane;
+class CountingEngine;
 class GraphicBlue;
 class QMenu;
 class StatisticsManager;
@@ -31,6 +31,9 @@ class TivLabel;
 // the middle. Below: the five-minute graph (tap to change its kind), today's goal,
 // START/STOP with the optional countdown, the pacer, alarm and info buttons, and new
 // lap, goal and lock.
+//
+// It shows the application's counting engine, handed in, as one of its listeners:
+// START/STOP, new lap and reset act on the engine, which goes on counting without it.
 //
 // Threads: step counts arrive from the sensor thread (RequestStepsUpdate, the user
 // event 128) and lap refreshes from the updater thread (UpdateData). Both only store
@@ -66,14 +69,9 @@ public:
     static constexpr int kTopButtons = 6;
     static inline const QColor kEnlargedColor{12, 159, 249, 255};
 
-    explicit MainForm(QWidget* parent = nullptr);
+    // `engine` is initialised and outlives the form.
+    explicit MainForm(CountingEngine& engine, QWidget* parent = nullptr);
     ~MainForm() override;
-
-    // Counts from `source` rather than the accelerometer picked for this machine (a
-    // replay, a recording); takes effect when the form initialises.
-    static void UseSensorSource(std::unique_ptr<AccelerometerSource> source);
-    // Told about every stored five-second interval (updater thread).
-    static void SetIntervalObserver(std::function<void(int lapId, const DAOLapSeconds&)> observer);
 
     bool Initialize();
     void OnInitializing() override;
@@ -113,8 +111,6 @@ public:
     QMenu* GetContextMenu() const { return contextMenu; }
     BlockPane* GetLockPane() const;
     TivButton* GetButton(int actionId) const;
-
-    static StatisticsManager* __statManager;
 
 private:
     void InitOptions();
@@ -163,7 +159,9 @@ private:
     TargetSlider* targetSlider = nullptr;
     QPointer<QMenu> contextMenu;
 
-    std::unique_ptr<StatisticsManager> statManager;
+    CountingEngine& engine_;
+    StatisticsManager* const statManager;  // the engine's
+    bool listening_ = false;
 
     // Hand-over from the sensor and updater threads to the GUI thread.
     std::atomic<int> pendingSteps{-1};

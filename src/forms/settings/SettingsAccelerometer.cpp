@@ -12,7 +12,7 @@
 #include "SensitivitySlider.h"
 #include "SettingsPanel.h"
 #include "SoundsManager.h"
-#include "StatisticsManager.h"
+#include "CountingEngine.h"
 #include "StepDetectorFactory.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
@@ -57,8 +57,8 @@ void SettingsAccelerometer::SetIioRoot(const QString& root) {
     IioRoot() = root;
 }
 
-SettingsAccelerometer::SettingsAccelerometer(QWidget* parent)
-    : SettingsScreen(parent), trigger_([this] { DeliverValues(); }) {}
+SettingsAccelerometer::SettingsAccelerometer(QuorPedometer& detector, QWidget* parent)
+    : SettingsScreen(parent), detector_(detector), trigger_([this] { DeliverValues(); }) {}
 
 SettingsAccelerometer::~SettingsAccelerometer() {
     StopMonitoring();
@@ -88,10 +88,7 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
     panel.AddNote(Text("settings__ New sensitivities count from the next start."), 34);
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    DetectorKind kind = DetectorKind::Classic;
-    StepDetectorFactory::Parse(db.GetPreference(kDetectorPreference), &kind);
-    if (StatisticsManager::__engine != nullptr)
-        kind = StatisticsManager::__engine->SelectedDetector();
+    const DetectorKind kind = detector_.SelectedDetector();
     panel.AddHeader(Text("settings__ Step counting"));
     panel.AddValueRow(
         Text("settings__ Step detector"),
@@ -125,18 +122,12 @@ void SettingsAccelerometer::OnActionPerformed(const QWidget& source, int actionI
     switch (actionId) {
         case ID_DETECTOR: {
             SoundsManager::GetInstance().ClickSound();
-            DetectorKind kind = DetectorKind::Classic;
-            StepDetectorFactory::Parse(db.GetPreference(kDetectorPreference), &kind);
-            if (StatisticsManager::__engine != nullptr) {
-                kind = StatisticsManager::__engine->SelectedDetector();
-            }
+            DetectorKind kind = detector_.SelectedDetector();
             kind = kind == DetectorKind::Adaptive ? DetectorKind::Classic : DetectorKind::Adaptive;
             db.SetPreference(kDetectorPreference, kind == DetectorKind::Adaptive
                                                       ? QStringLiteral("adaptive")
                                                       : QStringLiteral("classic"));
-            if (StatisticsManager::__engine != nullptr) {
-                StatisticsManager::__engine->SelectDetector(kind);
-            }
+            detector_.SelectDetector(kind);
             Refill();
             return;
         }
@@ -163,8 +154,8 @@ void SettingsAccelerometer::OnActionPerformed(const QWidget& source, int actionI
 }
 
 void SettingsAccelerometer::StartMonitoring() {
-    if (engine_ != nullptr || StatisticsManager::__engine == nullptr) return;
-    engine_ = StatisticsManager::__engine;
+    if (engine_ != nullptr) return;
+    engine_ = &detector_;
     engine_->SetScreenKeeper([](bool on) { PowerManager::KeepScreenOnState(on, false); });
     engine_->accelerometerSettings = this;
     engine_->startMonitoring();
@@ -208,8 +199,9 @@ void SettingsAccelerometer::DeliverValues() {
     if (meter_ && !values.empty()) meter_->AddValues(values);
 }
 
-PEDOMETER_SCREEN("settings-sensitivity", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* form = new SettingsAccelerometer;
+PEDOMETER_SCREEN("settings-sensitivity", [](CountingEngine& engine, const ScreenRequest&,
+                                            QString*) -> PedometerForm* {
+    auto* form = new SettingsAccelerometer(engine.Detector());
     form->Initialize();
     return form;
 });

@@ -16,8 +16,7 @@ class QuorPedometer;
 // detector (classic or adaptive) and the accelerometer to use (automatic, the Linux IIO
 // device, or none, and which IIO device when there are several).
 //
-// While the screen is shown the application's detector (StatisticsManager::__engine)
-// monitors: DataRecieved arrives on the sensor thread, and the values reach the meter on
+// While the screen is shown the application's detector (handed in) monitors: DataRecieved arrives on the sensor thread, and the values reach the meter on
 // the GUI thread through a mutex-guarded list and a CrossThreadTrigger (the old event
 // 101); the screen stays lit meanwhile (PowerManager). Monitoring ends when the screen
 // is closed or the application goes to the background.
@@ -43,7 +42,8 @@ public:
     // Where IioAccelerometers looks (tests point it at a fake tree).
     static void SetIioRoot(const QString& root);
 
-    explicit SettingsAccelerometer(QWidget* parent = nullptr);
+    // `detector` is the application's; it outlives the screen.
+    explicit SettingsAccelerometer(QuorPedometer& detector, QWidget* parent = nullptr);
     ~SettingsAccelerometer() override;
     bool Initialize();
 
@@ -69,7 +69,8 @@ private:
     void UpdateThresholds();
 
     QPointer<GraphicAcc> meter_;
-    QuorPedometer* engine_ = nullptr;  // the engine being monitored, or null
+    QuorPedometer& detector_;
+    QuorPedometer* engine_ = nullptr;  // the detector while monitored, or null
     std::mutex pendingMutex_;
     std::vector<double> pending_;  // values from the sensor thread not yet drawn
     CrossThreadTrigger trigger_;

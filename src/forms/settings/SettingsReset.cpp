@@ -8,7 +8,7 @@
 #include "Converter.h"
 #include "DAOLap.h"
 #include "HistoryConfirmPopup.h"
-#include "MainForm.h"
+#include "CountingEngine.h"
 #include "PedometerDBManager.h"
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
@@ -80,10 +80,10 @@ SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const Q
 
 void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    StatisticsManager* statistics = MainForm::__statManager;
+    StatisticsManager* statistics = &statistics_;
     const QDate today = Clock::Now().date();
     const bool holdsToday = from <= today && today <= to;
-    if (!holdsToday || statistics == nullptr || !statistics->GetCurrentLap()) {
+    if (!holdsToday || !statistics->GetCurrentLap()) {
         db.ResetLogs(from.startOfDay(), to.startOfDay());
         return;
     }
@@ -95,7 +95,8 @@ void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
     statistics->StartNewLap();
 }
 
-SettingsReset::SettingsReset(QWidget* parent) : SettingsScreen(parent) {}
+SettingsReset::SettingsReset(StatisticsManager& statistics, QWidget* parent)
+    : SettingsScreen(parent), statistics_(statistics) {}
 
 bool SettingsReset::Initialize() {
     setObjectName(QStringLiteral("SettingsReset"));
@@ -156,7 +157,7 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
             return;
         }
         Ask(EraseQuestion("settings__ Erase %@ with %@ and %@?", extent),
-            [from, to] { EraseStatistics(from, to); });
+            [this, from, to] { EraseStatistics(from, to); });
         return;
     }
     if (actionId >= ID_RESET_CHEST && actionId <= ID_RESET_WEIGHT) {
@@ -171,7 +172,7 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
         const Extent extent = StatisticsExtent(kFirstDay, kLastDay);
         Ask(EraseQuestion("settings__ Erase all %@ with %@ and %@, and every body measurement?",
                           extent),
-            [] {
+            [this] {
                 EraseStatistics(kFirstDay, kLastDay);
                 PedometerDBManager& db = PedometerDBManager::GetInstance();
                 for (const Series& series : kSeries) (db.*series.reset)();
@@ -182,8 +183,9 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
     SettingsScreen::OnActionPerformed(source, actionId);
 }
 
-PEDOMETER_SCREEN("settings-reset", [](const ScreenRequest&, QString*) -> PedometerForm* {
-    auto* form = new SettingsReset;
+PEDOMETER_SCREEN("settings-reset", [](CountingEngine& engine, const ScreenRequest&,
+                                      QString*) -> PedometerForm* {
+    auto* form = new SettingsReset(engine.Statistics());
     form->Initialize();
     return form;
 });

@@ -7,6 +7,7 @@
 #include "SettingsScreen.h"
 
 class HistoryConfirmPopup;
+class StatisticsManager;
 class QDateEdit;
 
 // Erasing what was recorded: the statistics of a range of days the user picks, each
@@ -37,9 +38,10 @@ public:
     };
     static Extent StatisticsExtent(const QDate& from, const QDate& to);
     // Erases the statistics from `from` to `to`; see the class comment for today.
-    static void EraseStatistics(const QDate& from, const QDate& to);
+    void EraseStatistics(const QDate& from, const QDate& to);
 
-    explicit SettingsReset(QWidget* parent = nullptr);
+    // `statistics` (the application's, recording today's lap) outlives the screen.
+    explicit SettingsReset(StatisticsManager& statistics, QWidget* parent = nullptr);
     bool Initialize();
     void OnInitializing() override;
     void OnActionPerformed(const QWidget& source, int actionId) override;
@@ -55,6 +57,7 @@ protected:
 private:
     void Ask(const QString& question, std::function<void()> erase);
 
+    StatisticsManager& statistics_;
     QDate from_;
     QDate to_;
     QPointer<QDateEdit> fromField_;

@@ -23,6 +23,7 @@ void SettingsScreen::OnInitializing() {
     ShowBackButton();
     panel_ = new SettingsPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
+    SetGrowBandBelowHeader();
     panel_->show();
 }
 

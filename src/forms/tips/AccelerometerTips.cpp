@@ -6,6 +6,7 @@
 #include "AppResource.h"
 #include "Metronome.h"
 #include "ScreenDirectory.h"
+#include "TivUtils.h"
 
 AccelerometerTips::AccelerometerTips(QWidget* parent) : PedometerForm(parent) {}
 
@@ -20,21 +21,16 @@ void AccelerometerTips::OnInitializing() {
 }
 
 bool AccelerometerTips::OnDraw(QPainter& painter) {
-    const QPixmap* picture = GetBackgroundImage();
-    // The drawing leaves its bottom 60 of 800 units for the soft keys; while the rest fits,
-    // it is drawn as it is.
-    if (picture == nullptr || picture->height() * 740 / 800 <= height()) {
-        return PedometerForm::OnDraw(painter);
-    }
-    // The picture's own dark gradient fills the sides left free by the narrower fit.
-    QLinearGradient sides(0, 0, 0, height());
-    sides.setColorAt(0.0, QColor(0x13, 0x21, 0x3A));
-    sides.setColorAt(0.55, QColor(0x0B, 0x12, 0x22));
-    sides.setColorAt(1.0, QColor(0x05, 0x08, 0x0F));
-    painter.fillRect(rect(), sides);
-    const QSize fitted = picture->size().scaled(size(), Qt::KeepAspectRatio);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QRect(QPoint((width() - fitted.width()) / 2, 0), fitted), *picture);
+    const QSize reference = TivUtils::ReferenceSize(GetBackgroundName());
+    if (reference.isEmpty()) return true;
+    // The drawing leaves its bottom 60 of 800 units for the soft keys: its top 740 units
+    // fit the screen whole, at the largest size that keeps its proportions, centred; the
+    // frame's gradient (the picture's own) shows around it.
+    const double fit = std::min(double(width()) / reference.width(),
+                                height() * 800.0 / 740.0 / reference.height());
+    const QSize fitted(int(reference.width() * fit), int(reference.height() * fit));
+    painter.drawPixmap(QRect(QPoint((width() - fitted.width()) / 2, 0), fitted),
+                       TivUtils::RenderPicture(GetBackgroundName(), fitted));
     return true;
 }
 

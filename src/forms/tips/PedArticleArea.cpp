@@ -55,6 +55,10 @@ bool PedArticleArea::Initialize(const QString& text) {
     return true;
 }
 
+void PedArticleArea::OnRescaled(double, double) {
+    Initialize(text_);
+}
+
 void PedArticleArea::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::TextAntialiasing);

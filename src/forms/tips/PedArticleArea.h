@@ -5,6 +5,8 @@
 #include <QTextDocument>
 #include <QWidget>
 
+#include "IRescalable.h"
+
 // A tips article laid out for reading, meant to sit in a scroll area: margins, a title,
 // headings and body text in a comfortable size and line spacing, light on the app's
 // dark background. The panel is exactly as tall as the laid-out text, so nothing is cut.
@@ -12,7 +14,7 @@
 // The text is plain: paragraphs are separated by blank lines; the first paragraph's
 // line, when it stands alone, is the title, and the first line of every paragraph of
 // more than one line is its heading. No markup is read (a "<" shows as itself).
-class PedArticleArea : public QWidget {
+class PedArticleArea : public QWidget, public IRescalable {
     Q_OBJECT
 public:
     static constexpr int kWidth = 460;  // in the 480-wide layout
@@ -26,6 +28,8 @@ public:
     QString GetText() const { return text_; }
     // The title and the headings, in order, as they are set apart.
     const QStringList& GetHeadings() const { return headings_; }
+    // Lays the text out again for the new scale.
+    void OnRescaled(double from, double to) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

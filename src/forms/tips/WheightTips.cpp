@@ -66,6 +66,7 @@ void WheightTips::OnInitializing() {
     article_->Initialize(text);
     scroll_->setWidget(article_);
     scroll_->show();
+    SetGrowBandBelowHeader();
 }
 
 PEDOMETER_SCREEN("tips-weight", [](const ScreenRequest&, QString*) -> PedometerForm* {

@@ -17,7 +17,7 @@
 #include "HistoryDays.h"
 #include "HistoryPanel.h"
 #include "HistoryTotals.h"
-#include "MainForm.h"
+#include "CountingEngine.h"
 #include "PedometerDBManager.h"
 #include "ScreenDirectory.h"
 #include "StatisticsManager.h"
@@ -103,20 +103,16 @@ protected:
         for (const QTime start : {QTime(7, 30), QTime(12, 10)}) AddLap(kNow.date(), start, true);
         AddLap(kNow.date().addDays(-1), QTime(9, 0), true);
         AddLap(kNow.date(), QTime(17, 0), false);  // open: the manager resumes it
-        statistics.UseSensorSource(nullptr);
-        statistics.Initialize();
-        MainForm::__statManager = &statistics;
-        controller = std::make_unique<TivNavigationController>(frame);
+        engine.UseSensorSource(nullptr);
+        engine.Initialize();
+        controller = std::make_unique<TivNavigationController>(frame, &engine);
         auto* root = new PedometerForm;
         controller->InitWithRootForm(root);
         frame.AddControl(*root);
         frame.SetCurrentForm(*root);
         frame.show();
     }
-    void TearDown() override {
-        controller.reset();
-        MainForm::__statManager = nullptr;
-    }
+    void TearDown() override { controller.reset(); }
     static void AddLap(const QDate& day, const QTime& start, bool finished) {
         std::vector<std::unique_ptr<DAOLap>> laps;
         auto lap = std::make_unique<DAOLap>();
@@ -132,7 +128,7 @@ protected:
         ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
     }
     HistoryDay& Open(const QDate& day) {
-        screen = new HistoryDay;
+        screen = new HistoryDay(engine);
         screen->Initialize(day.startOfDay());
         controller->PushForm(screen);
         return *screen;
@@ -150,7 +146,8 @@ protected:
     }
 
     FreshProfile profile{kNow};
-    StatisticsManager statistics;
+    CountingEngine engine;
+    StatisticsManager& statistics = engine.Statistics();
     AppFrame frame;
     std::unique_ptr<TivNavigationController> controller;
     HistoryDay* screen = nullptr;
@@ -223,7 +220,7 @@ TEST_F(HistoryDayTest, ScreensThatShowOneRecordRefuseWithoutIt) {
 
 // The all-days list: newest first, with each day's steps; a tap opens that day.
 TEST_F(HistoryDayTest, TheAllDaysListOpensTheTappedDay) {
-    auto* days = new HistoryDays;
+    auto* days = new HistoryDays(engine);
     days->Initialize();
     controller->PushForm(days);
     DayList* list = days->GetList();

@@ -15,6 +15,7 @@
 #include "AppResource.h"
 #include "Body.h"
 #include "Clock.h"
+#include "CountingEngine.h"
 #include "CsvReplaySource.h"
 #include "DAOTarget.h"
 #include "FreshProfile.h"
@@ -43,8 +44,8 @@ protected:
     }
 
     MainForm& start() {
-        MainForm::UseSensorSource(nullptr);
         app = std::make_unique<Pedometer>();
+        app->Engine().UseSensorSource(nullptr);
         app->OnAppInitializing();  // loads the settings
         PedometerOptions::GetInstance().countDownTime = countdown;
         QCoreApplication::processEvents();
@@ -58,11 +59,13 @@ protected:
     void advanceSeconds(int seconds) {
         for (int i = 0; i < seconds; ++i) {
             VirtualTime::AdvanceBy(1000);
-            MainForm::__statManager->GetUpdaterThread()->WaitUntilIdle();
+            statistics().GetUpdaterThread()->WaitUntilIdle();
             QCoreApplication::processEvents();
         }
         QCoreApplication::processEvents();
     }
+
+    StatisticsManager& statistics() const { return app->Engine().Statistics(); }
 
     FreshProfile profile;
     int countdown = 0;
@@ -266,8 +269,8 @@ TEST_F(MainFormTest, InfoAsksForMissingBodyValuesFirst) {
 TEST_F(MainFormTest, StepsFromTheSensorThreadReachTheScreen) {
     MainForm& form = start();
     click(form.GetStartStopButton());
-    std::thread sensor([] {
-        for (int i = 0; i < 25; ++i) MainForm::__statManager->addStep(1);
+    std::thread sensor([this] {
+        for (int i = 0; i < 25; ++i) statistics().addStep(1);
     });
     sensor.join();
     QCoreApplication::processEvents();
@@ -283,7 +286,7 @@ TEST_F(MainFormTest, PausedScreenIgnoresUpdatesUntilResumed) {
     MainForm& form = start();
     click(form.GetStartStopButton());
     form.PauseUpdating();
-    MainForm::__statManager->addStep(1);
+    statistics().addStep(1);
     QCoreApplication::processEvents();
     EXPECT_EQ(form.GetTopValueText(0), QStringLiteral("0"));
     form.ResumeUpdating();
@@ -312,7 +315,7 @@ TEST_F(MainFormTest, ReplayedWalkShowsTheCountersStepCount) {
     auto source = CsvReplaySource::FromFile(file, &error);
     ASSERT_TRUE(source) << error.toStdString();
     const qint64 t0 = Clock::NowMs();
-    source->Feed(*StatisticsManager::__engine, [t0](const ReplayTick& tick) {
+    source->Feed(app->Engine().Detector(), [t0](const ReplayTick& tick) {
         VirtualTime::AdvanceTo(t0 + tick.tickNs / 1'000'000);
     });
     advanceSeconds(1);

@@ -7,6 +7,7 @@
 #include "../body/BodyTestSupport.h"
 #include "AccelerometerSource.h"
 #include "Body.h"
+#include "CountingEngine.h"
 #include "DAOLap.h"
 #include "DAOLapMinutes.h"
 #include "DAOSocial.h"
@@ -267,16 +268,16 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     ASSERT_TRUE(db.ImportHistory(laps, {}));
 
-    MainForm::UseSensorSource(nullptr);
     Pedometer app;
+    app.Engine().UseSensorSource(nullptr);
     app.OnAppInitializing();
     MainForm& main = *app.GetMainForm();
-    StatisticsManager& statistics = *MainForm::__statManager;
+    StatisticsManager& statistics = app.Engine().Statistics();
     statistics.start();
     for (int i = 0; i < 12; ++i) statistics.addStep(1);
     QCoreApplication::processEvents();
 
-    auto* reset = new SettingsReset;
+    auto* reset = new SettingsReset(statistics);
     reset->Initialize();
     app.GetNavigationController()->PushForm(reset);
     reset->GetFromField()->setDate(QDate(2026, 6, 12));
@@ -294,11 +295,11 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     EXPECT_EQ(main.GetTopValueText(0), QStringLiteral("0"));
     EXPECT_TRUE(statistics.GetStarted());
 
-    const int before = int(StatisticsManager::__engine->SelectedDetector());
+    const int before = int(app.Engine().Detector().SelectedDetector());
     ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());
     auto* sensitivity = app.GetNavigationController()->GetTopForm();
     Click(Row(*sensitivity, 200));
-    EXPECT_NE(int(StatisticsManager::__engine->SelectedDetector()), before);
+    EXPECT_NE(int(app.Engine().Detector().SelectedDetector()), before);
     EXPECT_EQ(db.GetPreference(QStringLiteral("detector")),
               before == int(DetectorKind::Classic) ? "adaptive" : "classic");
     statistics.stop();
