@@ -132,6 +132,22 @@ int main(int argc, char** argv) {
                   }),
            20.0);
 
+    // The streaks of the reports screen: every day of the five years judged by the goal
+    // then in force (a steps goal from the start, raised after two years).
+    DAOTarget goals;
+    goals.targetActive = DAOTarget::STEPS;
+    goals.steps = 6000;
+    Clock::SetNow(now.addYears(-5));
+    manager.SaveTagets(goals);
+    goals.steps = 8000;
+    Clock::SetNow(now.addYears(-3));
+    manager.SaveTagets(goals);
+    Clock::SetNow(now);
+    const GoalStreaks streaks = manager.GetGoalStreaks({}, now.date());
+    std::snprintf(label, sizeof label, "GetGoalStreaks, five years (longest %d days)",
+                  streaks.Longest().days);
+    report(label, median(31, [&] { manager.GetGoalStreaks({}, now.date()); }), 20.0);
+
     // The recorder's writes, on a fresh lap as at the start of a recording.
     manager.ClearLapSeconds();
     const std::unique_ptr<DAOLap> lap = manager.CreateNewLap();

@@ -30,6 +30,9 @@ install(FILES ${PEDOMETER_LINUX_FILES}/${PEDOMETER_APP_ID}.metainfo.xml
 install(FILES ${CMAKE_SOURCE_DIR}/res/images/pedometer-icon.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         RENAME ${PEDOMETER_APP_ID}.svg)
+# Access to the accelerometer's buffer for the person at the seat (udev's own folder, not
+# the multiarch library folder).
+install(FILES ${PEDOMETER_LINUX_FILES}/70-pedometer-iio.rules DESTINATION lib/udev/rules.d)
 # D-Bus wants the absolute path of the program it starts.
 configure_file(${PEDOMETER_LINUX_FILES}/${PEDOMETER_APP_ID}.service.in
                ${CMAKE_BINARY_DIR}/${PEDOMETER_APP_ID}.service @ONLY)

@@ -47,7 +47,7 @@ INSERT INTO SOUNDS (STEPS, BUTTONS, START, COUNTDOWN, METRONOM) VALUES (0, 1, 1,
 -- rate graph on the main screen. The pacer is off, with targets of a brisk walk
 -- (5 km/h, 12 min/km, 110 steps/min) and tolerances of 0.5 km/h, 1 min/km and
 -- 5 steps/min. The alarm is stopped on calories (state 0) with thresholds of
--- 300 kcal, 5 km and 30 minutes. Locking the screen does not start recording.
+-- 300 kcal, 5 km, 30 minutes and 10,000 steps. Locking the screen does not start recording.
 CREATE TABLE SCREEN (
   MEASURMENT_SYSTEM INTEGER,
   TEMP_PRIOR_SPEED INTEGER,
@@ -69,7 +69,8 @@ CREATE TABLE SCREEN (
   SYGNAL_CALORIES INTEGER,
   SYGNAL_DISTANCE REAL,
   SYGNAL_ACTIVITY INTEGER,
-  START_ON_BLOCK INTEGER
+  START_ON_BLOCK INTEGER,
+  SYGNAL_STEPS INTEGER DEFAULT 10000
 );
 INSERT INTO SCREEN VALUES (
   0,     -- MEASURMENT_SYSTEM: metric
@@ -92,7 +93,8 @@ INSERT INTO SCREEN VALUES (
   300,   -- SYGNAL_CALORIES, kcal
   5.0,   -- SYGNAL_DISTANCE, km
   30,    -- SYGNAL_ACTIVITY, minutes
-  0      -- START_ON_BLOCK
+  0,     -- START_ON_BLOCK
+  10000  -- SYGNAL_STEPS
 );
 
 -- Settings added beyond the original record (detector, sensor, accounts, ...), one row
@@ -101,3 +103,7 @@ CREATE TABLE Preferences (
   name TEXT PRIMARY KEY,
   value TEXT NOT NULL
 );
+
+-- The layout version (PRAGMA user_version): the number of upgrades the app knows,
+-- all of which this file already has.
+PRAGMA user_version = 2;

@@ -40,7 +40,8 @@ CREATE TABLE SygnalValues (
   sygnalDate DATETIME,
   calories REAL DEFAULT 0.0,
   distance REAL DEFAULT 0.0,
-  activityTime INTEGER DEFAULT 0
+  activityTime INTEGER DEFAULT 0,
+  steps INTEGER DEFAULT 0
 );
 
 -- One row per day with a measurement; 0.0 means "not measured that day".
@@ -53,8 +54,9 @@ CREATE TABLE BODYLOGS (
 );
 
 -- The goals: exactly one row.
---   targetActive 0 = no daily goal (1 distance, 2 calories, 3 activity);
---   daily goals of 300 kcal, 30 minutes and 5 km, ready when a goal is chosen;
+--   targetActive 0 = no daily goal (1 distance, 2 calories, 3 activity, 4 steps);
+--   daily goals of 300 kcal, 30 minutes, 5 km and 10,000 steps, ready when a goal
+--   is chosen;
 --   body targets unset (-1), wheightTarget 0 = none pursued yet.
 CREATE TABLE TargetValues (
   targetActive INTEGER,
@@ -65,8 +67,24 @@ CREATE TABLE TargetValues (
   hips REAL,
   chest REAL,
   waist REAL,
-  wheightTarget INTEGER
+  wheightTarget INTEGER,
+  steps INTEGER DEFAULT 10000
 );
 INSERT INTO TargetValues
-  (targetActive, calories, activityTime, distance, wheight, hips, chest, waist, wheightTarget)
-  VALUES (0, 300, 30, 5.0, -1.0, -1.0, -1.0, -1.0, 0);
+  (targetActive, calories, activityTime, distance, wheight, hips, chest, waist, wheightTarget,
+   steps)
+  VALUES (0, 300, 30, 5.0, -1.0, -1.0, -1.0, -1.0, 0, 10000);
+
+-- The daily goal in force from a day on ("YYYY-MM-DD"): one row per day on which it
+-- was changed, holding the kind (as targetActive) and its target in the kind's unit
+-- (km, kcal, minutes, steps). A day's goal is the newest row not after it; days
+-- before the first row had none. Streaks of days with the goal reached read it.
+CREATE TABLE GoalHistory (
+  since TEXT PRIMARY KEY,
+  targetActive INTEGER,
+  target REAL
+);
+
+-- The layout version (PRAGMA user_version): the number of upgrades the app knows,
+-- all of which this file already has.
+PRAGMA user_version = 2;

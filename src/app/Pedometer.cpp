@@ -1,16 +1,20 @@
 #include "Pedometer.h"
 
+#include <QApplication>
 #include <QDBusConnection>
 #include <QEvent>
-#include <QGuiApplication>
+#include <QShortcut>
+#include <QTimer>
 
 #include "AppFrame.h"
 #include "Clock.h"
 #include "CountingEngine.h"
+#include "CountingNotice.h"
 #include "MainForm.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "PowerManager.h"
+#include "SessionAwayState.h"
 #include "SoundsManager.h"
 #include "StatisticsManager.h"
 #include "TivNavigationController.h"
@@ -19,6 +23,8 @@ Pedometer::Pedometer() : engine_(std::make_unique<CountingEngine>()) {}
 
 Pedometer::~Pedometer() {
     if (frame_) frame_->removeEventFilter(this);
+    sessionAway_.reset();
+    notice_.reset();
     navigation_.reset();
     frame_.reset();  // destroys the forms first: they listen to the engine
     engine_.reset();
@@ -36,6 +42,9 @@ bool Pedometer::OnAppInitializing() {
     }
     SoundsManager::GetInstance();  // the players belong to this (the GUI) thread
     engine_->Initialize();
+    if (startInBackground_) engine_->Statistics().start();
+    // The window's close button does not end the application: OnWindowClosed decides.
+    QApplication::setQuitOnLastWindowClosed(false);
 
     frame_ = std::make_unique<AppFrame>();
     mainForm_ = new MainForm(*engine_);
@@ -46,11 +55,40 @@ bool Pedometer::OnAppInitializing() {
     frame_->SetCurrentForm(*mainForm_);
     mainForm_->FormWillAppear();
     frame_->PlaceForm(*mainForm_);
-    frame_->RequestRedraw(true);
-    frame_->show();
+    auto* quit = new QShortcut(QKeySequence::Quit, frame_.get());
+    quit->setContext(Qt::ApplicationShortcut);
+    connect(quit, &QShortcut::activated, this, &Pedometer::RequestQuit);
+    connect(mainForm_, &MainForm::QuitRequested, this, &Pedometer::RequestQuit);
+    if (notifications_ != nullptr) {
+        notice_ = std::make_unique<CountingNotice>(*engine_, *notifications_);
+        notice_->SetOnOpen([this] { ShowWindow(); });
+        notice_->SetOnStop([this] { RequestQuit(); });
+    }
     WatchVisibility();
-    TivNavigationController::SetOnForeground(true);
+    if (startInBackground_) {
+        foreground_ = false;
+        OnBackground();
+        if (notice_) notice_->SetBackground(true);
+    } else {
+        frame_->RequestRedraw(true);
+        frame_->show();
+        TivNavigationController::SetOnForeground(true);
+    }
     return true;
+}
+
+void Pedometer::ShowWindow(const QString& activationToken) {
+    if (!frame_) return;
+    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    frame_->show();
+    frame_->setWindowState((frame_->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    frame_->raise();
+    frame_->activateWindow();
+}
+
+void Pedometer::RequestQuit() {
+    // From the event loop, so that a caller inside a widget's handler returns first.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::quit(); });
 }
 
 void Pedometer::OnForeground() {
@@ -73,6 +111,10 @@ void Pedometer::OnBackground() {
 }
 
 bool Pedometer::OnAppTerminating() {
+    notice_.reset();
+    if (!engine_->StoreAndStop(kStoreWaitMs)) {
+        qWarning("The last counted steps were still being stored when the pedometer quit");
+    }
     return true;
 }
 
@@ -80,18 +122,11 @@ void Pedometer::WatchVisibility() {
     frame_->installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
             [this] { ReconsiderForeground(); });
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (bus.isConnected() && !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
-        bus.connect(QStringLiteral("org.freedesktop.ScreenSaver"),
-                    QStringLiteral("/org/freedesktop/ScreenSaver"),
-                    QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("ActiveChanged"),
-                    this, SLOT(OnScreenSaverActiveChanged(bool)));
+    if (!qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
+        sessionAway_ = std::make_unique<SessionAwayState>(QDBusConnection::sessionBus(),
+                                                          QDBusConnection::systemBus());
+        sessionAway_->SetOnChanged([this](bool) { ReconsiderForeground(); });
     }
-}
-
-void Pedometer::OnScreenSaverActiveChanged(bool active) {
-    screenSaverActive_ = active;
-    ReconsiderForeground();
 }
 
 bool Pedometer::eventFilter(QObject* watched, QEvent* event) {
@@ -102,6 +137,9 @@ bool Pedometer::eventFilter(QObject* watched, QEvent* event) {
             case QEvent::WindowStateChange:
                 ReconsiderForeground();
                 break;
+            case QEvent::Close:
+                OnWindowClosed();
+                break;
             default:
                 break;
         }
@@ -109,11 +147,18 @@ bool Pedometer::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
+void Pedometer::OnWindowClosed() {
+    // Counting goes on with the window hidden (and the notification up); with nothing
+    // counting there is nothing to stay for.
+    if (!engine_->Statistics().GetStarted()) RequestQuit();
+}
+
 void Pedometer::ReconsiderForeground() {
     if (!frame_ || mainForm_ == nullptr) return;
     const bool visible = frame_->isVisible() && !frame_->isMinimized();
     const bool suspended = QGuiApplication::applicationState() == Qt::ApplicationSuspended;
-    const bool now = visible && !suspended && !screenSaverActive_;
+    const bool away = sessionAway_ && sessionAway_->IsAway();
+    const bool now = visible && !suspended && !away;
     if (now == foreground_) return;
     foreground_ = now;
     if (now) {
@@ -121,4 +166,5 @@ void Pedometer::ReconsiderForeground() {
     } else {
         OnBackground();
     }
+    if (notice_) notice_->SetBackground(!now);
 }

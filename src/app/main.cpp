@@ -2,7 +2,6 @@
 #include <time.h>
 #include <unistd.h>
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -10,6 +9,7 @@
 #include <QLocale>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -18,8 +18,13 @@
 #include "AppPaths.h"
 #include "AppResource.h"
 #include "CsvReplaySource.h"
+#include "DAOLap.h"
 #include "DAOLapSeconds.h"
+#include "DataBackup.h"
 #include "DataFolderLock.h"
+#include "DesktopNotifications.h"
+#include "FeedbackProfile.h"
+#include "LaunchOptions.h"
 #include "LayoutCheck.h"
 #include "MainForm.h"
 #include "Pedometer.h"
@@ -32,6 +37,7 @@
 #include "CountingEngine.h"
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
+#include "TerminationSignals.h"
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
@@ -87,34 +93,6 @@ private:
     bool reported_ = false;
 };
 
-// Reads --day, --lap, --from and --to into a request; false with `error` when one of
-// them does not parse.
-bool readScreenRequest(const QCommandLineParser& parser, const QCommandLineOption& day,
-                       const QCommandLineOption& lap, const QCommandLineOption& from,
-                       const QCommandLineOption& to, ScreenRequest* request, QString* error) {
-    const std::pair<const QCommandLineOption*, QDate*> dates[] = {
-        {&day, &request->day}, {&from, &request->from}, {&to, &request->to}};
-    for (const auto& [option, date] : dates) {
-        if (!parser.isSet(*option)) continue;
-        *date = QDate::fromString(parser.value(*option), Qt::ISODate);
-        if (!date->isValid()) {
-            *error = QStringLiteral("--%1 needs a date as YYYY-MM-DD, not \"%2\"")
-                         .arg(option->names().first(), parser.value(*option));
-            return false;
-        }
-    }
-    if (parser.isSet(lap)) {
-        bool ok = false;
-        request->lapId = parser.value(lap).toInt(&ok);
-        if (!ok || request->lapId < 1) {
-            *error = QStringLiteral("--lap needs a lap number (1 or more), not \"%1\"")
-                         .arg(parser.value(lap));
-            return false;
-        }
-    }
-    return true;
-}
-
 // Resident memory of this process in megabytes, from /proc; 0 when unknown.
 double residentMegabytes() {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -149,182 +127,122 @@ void reportDatabaseProblems() {
     }
 }
 
-// Whether the command line only asks for information (help, version, screen names):
-// such a run shows no window, so it must not need a display.
-bool onlyPrints(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i) {
-        const QByteArray arg(argv[i]);
-        if (arg == "--help" || arg == "-h" || arg == "--help-all" || arg == "--version" ||
-            arg == "-v" || arg == "--list-screens") {
-            return true;
-        }
+// The settings the whole process shares, from the command line.
+void ApplyGlobalSettings(const LaunchOptions& options) {
+    if (options.locale) {
+        QLocale::setDefault(*options.locale);
+        AppResource::GetInstance().SetLanguage(options.locale->name().section('_', 0, 0));
     }
-    return false;
+    if (options.hvga) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
+    AppFrame::SetStartSize(options.size.value_or(options.hvga ? AppFrame::ScreenSize()
+                                                               : AppFrame::kDesktopSize));
+    if (options.silent) PlatformSettings::SetSilentMode(true);
+    if (!options.dataDir.isEmpty()) AppPaths::SetHome(options.dataDir);
+    if (options.detector) StepDetectorFactory::SetChoice(*options.detector);
+    if (options.keepCountingScreenOff) ScreenOffCounting::SetOverride(*options.keepCountingScreenOff);
+    // Headless runs (tests, screenshots) leave the machine's power management alone.
+    StatisticsManager::GuardSleepWhileCounting(!onOffscreenPlatform());
+}
+
+// The accelerometer: a replayed recording or the machine's own, maybe recorded. Null
+// with `error` set when a file cannot be used; `replay` is the replayed recording.
+std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
+                                                CsvReplaySource** replay, QString* error) {
+    std::unique_ptr<AccelerometerSource> source;
+    if (!options.replayFile.isEmpty()) {
+        std::unique_ptr<CsvReplaySource> csv = CsvReplaySource::FromFile(options.replayFile, error);
+        if (!csv) return nullptr;
+        csv->SetLooping(options.loop);
+        *replay = csv.get();
+        source = std::move(csv);
+    } else {
+        // Without --sensor, the choice stored by the sensitivity settings.
+        QString choice = options.sensor.value_or(QString());
+        if (!options.sensor) {
+            choice = PedometerDBManager::GetInstance().GetPreference(QStringLiteral("sensor"),
+                                                                     QStringLiteral("auto"));
+            if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
+        }
+        AccelerometerSourceFactory::SetChoice(choice);
+        source = AccelerometerSourceFactory::Create();
+    }
+    if (!options.recordFile.isEmpty()) {
+        auto recorder =
+            std::make_unique<RecordingAccelerometerSource>(std::move(source), options.recordFile);
+        if (!recorder->Open(error)) return nullptr;
+        source = std::move(recorder);
+    }
+    return source;
+}
+
+// Saves the screenshot asked for, reports the memory used and leaves the event loop.
+void Quit(const QString& screenshotPath, QWidget& window) {
+    int status = 0;
+    if (!screenshotPath.isEmpty()) {
+        if (window.grab().save(screenshotPath)) {
+            std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
+        } else {
+            std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
+                         qPrintable(screenshotPath));
+            status = 1;
+        }
+        std::fflush(stdout);
+    }
+    std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
+    QCoreApplication::exit(status);
+}
+
+// Reads the command line; true to go on, false with `status` to leave with.
+bool ReadCommandLine(const QStringList& arguments, LaunchOptions* options, int* status) {
+    QString message;
+    switch (LaunchOptions::Parse(arguments, options, &message)) {
+        case LaunchOptions::Outcome::Run:
+            return true;
+        case LaunchOptions::Outcome::Print:
+            std::printf("%s", qPrintable(message));
+            *status = 0;
+            return false;
+        case LaunchOptions::Outcome::Fail:
+            *status = fail(message);
+            return false;
+    }
+    return true;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (onlyPrints(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication app(argc, argv);
+    int status = 0;
+    LaunchOptions options;
     QCoreApplication::setApplicationName(QStringLiteral("pedometer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
+    {
+        // Help, version, the screen names and refusals print without a display.
+        QStringList arguments;
+        for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+        QString message;
+        const LaunchOptions::Outcome early = LaunchOptions::Parse(arguments, &options, &message);
+        if (early == LaunchOptions::Outcome::Print) {
+            std::printf("%s", qPrintable(message));
+            return 0;
+        }
+        // Qt's own options (-platform, -style, ...) are only known once the application
+        // has taken them; without any, a refusal needs no display either.
+        const bool qtOptions = std::any_of(arguments.begin() + 1, arguments.end(), [](const QString& a) {
+            return a.startsWith(QLatin1Char('-')) && !a.startsWith(QLatin1String("--"));
+        });
+        if (early == LaunchOptions::Outcome::Fail && !qtOptions) return fail(message);
+    }
+    QApplication app(argc, argv);  // takes Qt's own options (-platform, ...) off the list
     QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("A pedometer and fitness companion.\n\n"
-                       "Keys:\n"
-                       "  Esc, Backspace, Back         go back a screen\n"
-                       "  Menu, F1                     open the screen's option menu\n"
-                       "  Page Up, +, Volume Up        side key up\n"
-                       "  Page Down, -, Volume Down    side key down"));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"),
-                                     QStringLiteral("Folder for the databases and exports."),
-                                     QStringLiteral("DIR"));
-    const QCommandLineOption sensor(QStringLiteral("sensor"),
-                                    QStringLiteral("Accelerometer: auto, qt, iio or none."),
-                                    QStringLiteral("KIND"), QStringLiteral("auto"));
-    const QCommandLineOption detector(
-        QStringLiteral("detector"),
-        QStringLiteral("Step detector: classic or adaptive (default: the stored setting)."),
-        QStringLiteral("KIND"));
-    const QCommandLineOption replay(QStringLiteral("replay"),
-                                    QStringLiteral("Use a recording as the accelerometer, at its "
-                                                   "own pace."),
-                                    QStringLiteral("FILE"));
-    const QCommandLineOption loop(QStringLiteral("loop"),
-                                  QStringLiteral("Replay the recording over and over."));
-    const QCommandLineOption autostart(QStringLiteral("autostart"),
-                                       QStringLiteral("Press START as soon as the meter shows."));
-    const QCommandLineOption record(QStringLiteral("record"),
-                                    QStringLiteral("Write the accelerometer samples to a CSV "
-                                                   "recording."),
-                                    QStringLiteral("FILE"));
-    const QCommandLineOption locale(QStringLiteral("locale"),
-                                    QStringLiteral("Language and number format, e.g. de_DE."),
-                                    QStringLiteral("NAME"));
-    const QCommandLineOption hvga(QStringLiteral("hvga"),
-                                  QStringLiteral("Start at 320 x 480 (as --size 320x480)."));
-    const QCommandLineOption size(QStringLiteral("size"),
-                                  QStringLiteral("The window's size in logical pixels "
-                                                 "(default 480x860)."),
-                                  QStringLiteral("WxH"));
-    const QCommandLineOption checkLayout(
-        QStringLiteral("check-layout"),
-        QStringLiteral("Check the screen opened by --open and quit: prints \"layout NAME WxH: "
-                       "...\", and fails when a control lies outside the window, touch controls "
-                       "overlap or are too small, or text is too small to read."));
-    const QCommandLineOption silent(QStringLiteral("silent"),
-                                    QStringLiteral("Behave as if the phone were in silent mode."));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Save the window as PNG just before "
-                                                       "quitting."),
-                                        QStringLiteral("FILE"));
-    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
-                                       QStringLiteral("Quit after this many seconds."),
-                                       QStringLiteral("SECONDS"));
-    const QCommandLineOption quitAtEnd(QStringLiteral("quit-after-replay"),
-                                       QStringLiteral("Quit once the replayed recording has ended "
-                                                      "and its last interval is stored."));
-    const QCommandLineOption open(QStringLiteral("open"),
-                                  QStringLiteral("Show the named screen on top of the main "
-                                                 "screen (see --list-screens)."),
-                                  QStringLiteral("NAME"));
-    const QCommandLineOption listScreens(QStringLiteral("list-screens"),
-                                         QStringLiteral("Print the name of every screen."));
-    const QCommandLineOption day(QStringLiteral("day"),
-                                 QStringLiteral("The day a screen opened by --open shows."),
-                                 QStringLiteral("YYYY-MM-DD"));
-    const QCommandLineOption lap(QStringLiteral("lap"),
-                                 QStringLiteral("The lap a screen opened by --open shows."),
-                                 QStringLiteral("ID"));
-    const QCommandLineOption from(QStringLiteral("from"),
-                                  QStringLiteral("First day of the range --open shows."),
-                                  QStringLiteral("YYYY-MM-DD"));
-    const QCommandLineOption to(QStringLiteral("to"),
-                                QStringLiteral("Last day of the range --open shows."),
-                                QStringLiteral("YYYY-MM-DD"));
-    const QCommandLineOption screenOff(
-        QStringLiteral("keep-counting-screen-off"),
-        QStringLiteral("on: keep the system awake while counting, also with the screen off; "
-                       "off: let it sleep (default: the stored setting, on)."),
-        QStringLiteral("on|off"));
-    parser.addOptions({dataDir,     sensor, detector, replay,     loop,      autostart, record,
-                       locale,      hvga,   silent,   screenshot, quitAfter, quitAtEnd, open,
-                       listScreens, day,    lap,      from,       to,        screenOff,
-                       size,        checkLayout});
-    parser.process(app);
-
-    if (parser.isSet(listScreens)) {
-        for (const QString& name : ScreenDirectory::Names()) std::printf("%s\n", qPrintable(name));
-        return 0;
-    }
-    const QString screenName = parser.isSet(open) ? parser.value(open) : QStringLiteral("main");
-    if (!ScreenDirectory::Contains(screenName)) {
-        return fail(QStringLiteral("no screen is called \"%1\"; --list-screens names them")
-                        .arg(screenName));
-    }
-    ScreenRequest screenRequest;
-    QString requestError;
-    if (!readScreenRequest(parser, day, lap, from, to, &screenRequest, &requestError)) {
-        return fail(requestError);
-    }
-
-    if (parser.isSet(quitAtEnd) && !parser.isSet(replay)) {
-        return fail(QStringLiteral("--quit-after-replay needs --replay FILE"));
-    }
-    if (parser.isSet(locale)) {
-        const QLocale chosen(parser.value(locale));
-        // QLocale turns a name it does not know into the "C" locale without a word.
-        if (chosen.language() == QLocale::C) {
-            return fail(QStringLiteral("--locale: \"%1\" is not a locale name such as en_US or "
-                                       "de_DE")
-                            .arg(parser.value(locale)));
-        }
-        QLocale::setDefault(chosen);
-        AppResource::GetInstance().SetLanguage(chosen.name().section('_', 0, 0));
-    }
-    if (parser.isSet(hvga)) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    QSize windowSize = parser.isSet(hvga) ? AppFrame::ScreenSize() : AppFrame::kDesktopSize;
-    if (parser.isSet(size) && !AppFrame::ParseSize(parser.value(size), &windowSize)) {
-        return fail(QStringLiteral("--size needs WIDTHxHEIGHT, at least 320x480, not \"%1\"")
-                        .arg(parser.value(size)));
-    }
-    AppFrame::SetStartSize(windowSize);
-    if (parser.isSet(silent)) PlatformSettings::SetSilentMode(true);
-    if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
-    if (!AccelerometerSourceFactory::IsValidChoice(parser.value(sensor))) {
-        return fail(QStringLiteral("--sensor must be auto, qt, iio or none"));
-    }
-    if (parser.isSet(detector)) {
-        DetectorKind kind = DetectorKind::Classic;
-        if (!StepDetectorFactory::Parse(parser.value(detector), &kind)) {
-            return fail(QStringLiteral("--detector must be classic or adaptive"));
-        }
-        StepDetectorFactory::SetChoice(kind);
-    }
-    if (parser.isSet(screenOff)) {
-        bool on = true;
-        if (!ScreenOffCounting::Parse(parser.value(screenOff), &on)) {
-            return fail(QStringLiteral("--keep-counting-screen-off must be on or off"));
-        }
-        ScreenOffCounting::SetOverride(on);
-    }
-    bool quitSeconds = false;
-    const int quitAfterSeconds = parser.value(quitAfter).toInt(&quitSeconds);
-    if (parser.isSet(quitAfter) && (!quitSeconds || quitAfterSeconds < 0)) {
-        return fail(QStringLiteral("--quit-after needs a number of seconds"));
-    }
+    options = LaunchOptions{};
+    if (!ReadCommandLine(QCoreApplication::arguments(), &options, &status)) return status;
+    ApplyGlobalSettings(options);
 
     // One pedometer per session on the user's own data: a second launch brings the
     // first one forward and leaves. Any process writing to a data folder locks it.
     std::unique_ptr<SingleInstance> single;
-    if (!parser.isSet(dataDir) && !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
+    if (options.dataDir.isEmpty() && !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
         single = std::make_unique<SingleInstance>(QDBusConnection::sessionBus());
         if (single->Claim() == SingleInstance::Outcome::HandedOver) {
             std::printf("pedometer is already running; its window was brought forward\n");
@@ -336,111 +254,90 @@ int main(int argc, char** argv) {
         QString lockError;
         folderLock = DataFolderLock::Acquire(home, &lockError);
         if (!folderLock) return fail(lockError);
+        // A restore a killed tool left half done is finished before the files are opened.
+        if (!DataBackup::Recover(home, &lockError)) return fail(lockError);
+    }
+    // Someone deleting the lock file would let a second writer in: take it back.
+    QTimer lockWatch;
+    if (folderLock) {
+        QObject::connect(&lockWatch, &QTimer::timeout, [&folderLock] {
+            QString error;
+            if (!folderLock->Reclaim(&error)) qWarning("pedometer: %s", qPrintable(error));
+        });
+        lockWatch.start(2000);
     }
     QApplication::setWindowIcon(
         QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
-    // Headless runs (tests, screenshots) leave the machine's power management alone.
-    StatisticsManager::GuardSleepWhileCounting(!onOffscreenPlatform());
 
-    // The accelerometer: a replayed recording or the machine's own, maybe recorded.
     CsvReplaySource* replaySource = nullptr;
-    std::unique_ptr<AccelerometerSource> source;
-    if (parser.isSet(replay)) {
-        QString error;
-        std::unique_ptr<CsvReplaySource> csv =
-            CsvReplaySource::FromFile(parser.value(replay), &error);
-        if (!csv) return fail(error);
-        csv->SetLooping(parser.isSet(loop));
-        replaySource = csv.get();
-        source = std::move(csv);
-    } else {
-        // Without --sensor, the choice stored by the sensitivity settings.
-        QString choice = parser.value(sensor);
-        if (!parser.isSet(sensor)) {
-            choice = PedometerDBManager::GetInstance().GetPreference(QStringLiteral("sensor"),
-                                                                     QStringLiteral("auto"));
-            if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
-        }
-        AccelerometerSourceFactory::SetChoice(choice);
-        source = AccelerometerSourceFactory::Create();
+    QString error;
+    std::unique_ptr<AccelerometerSource> source = MakeSource(options, &replaySource, &error);
+    if (!source) return fail(error);
+
+    // The desktop's services on the session bus; without them nothing is shown or followed.
+    const bool useBus = !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS");
+    std::unique_ptr<DesktopNotifications> notifications;
+    std::unique_ptr<FeedbackProfile> feedback;
+    if (useBus) {
+        notifications = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
+        feedback = std::make_unique<FeedbackProfile>(QDBusConnection::sessionBus());
     }
-    if (parser.isSet(record)) {
-        auto recorder =
-            std::make_unique<RecordingAccelerometerSource>(std::move(source), parser.value(record));
-        QString error;
-        if (!recorder->Open(&error)) return fail(error);
-        source = std::move(recorder);
-    }
+
     QElapsedTimer startup;
     startup.start();
     Pedometer pedometer;
+    pedometer.SetStartInBackground(options.background);
+    pedometer.UseNotifications(notifications.get());
+    // SIGTERM (a logout, a shutdown) and SIGINT end the event loop like Quit does.
+    const TerminationSignals terminationSignals([&pedometer] { pedometer.RequestQuit(); });
     pedometer.Engine().UseSensorSource(std::move(source));
     if (replaySource != nullptr || onOffscreenPlatform())
         pedometer.Engine().SetIntervalObserver(printInterval);
-    FirstPaintReporter firstPaint(screenName, startup);
+    FirstPaintReporter firstPaint(options.screen, startup);
     pedometer.OnAppInitializing();
     reportDatabaseProblems();
-    QString openError;
-    QWidget* opened = ScreenDirectory::Open(screenName, *pedometer.GetNavigationController(),
-                                            screenRequest, &openError);
+    QWidget* opened = ScreenDirectory::Open(options.screen, *pedometer.GetNavigationController(),
+                                            options.request, &error);
     if (opened == nullptr) {
         pedometer.OnAppTerminating();
-        return fail(openError);
+        return fail(error);
     }
     opened->installEventFilter(&firstPaint);
     if (single) {
-        single->SetOnActivate([frame = pedometer.GetFrame()](const QString& token) {
-            if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-            frame->show();
-            frame->setWindowState((frame->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-            frame->raise();
-            frame->activateWindow();
-        });
+        single->SetOnActivate([&pedometer](const QString& token) { pedometer.ShowWindow(token); });
     }
-    if (parser.isSet(autostart)) {
+    if (options.autostart) {
         QTimer::singleShot(0, &app, [&] {
             pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
                                                        MainForm::ID_START);
         });
     }
-
-    if (parser.isSet(checkLayout)) {
+    if (options.checkLayout) {
         QTimer::singleShot(0, &app, [&] {
             QWidget& window = *pedometer.GetFrame();
             const LayoutCheck::Result result = LayoutCheck::Check(window);
-            std::printf("%s\n", qPrintable(result.Line(screenName, window.size())));
+            std::printf("%s\n", qPrintable(result.Line(options.screen, window.size())));
             for (const QString& problem : result.problems)
                 std::fprintf(stderr, "pedometer: %s\n", qPrintable(problem));
             std::fflush(stdout);
             QCoreApplication::exit(result.Passed() ? 0 : 1);
         });
     }
-
-    const QString screenshotPath = parser.value(screenshot);
-    auto quit = [&] {
-        int quitStatus = 0;
-        if (!screenshotPath.isEmpty()) {
-            if (pedometer.GetFrame()->grab().save(screenshotPath)) {
-                std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
-            } else {
-                std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
-                             qPrintable(screenshotPath));
-                quitStatus = 1;
-            }
-            std::fflush(stdout);
-        }
-        std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
-        QCoreApplication::exit(quitStatus);
-    };
-    if (parser.isSet(quitAfter)) QTimer::singleShot(quitAfterSeconds * 1000, &app, quit);
-    if (parser.isSet(quitAtEnd) && replaySource != nullptr) {
+    auto quit = [&] { Quit(options.screenshotFile, *pedometer.GetFrame()); };
+    if (options.quitAfterSeconds >= 0) QTimer::singleShot(options.quitAfterSeconds * 1000, &app, quit);
+    if (options.quitAfterReplay && replaySource != nullptr) {
         // The last full interval is stored on the next five-second tick after the end.
         QObject::connect(
             replaySource, &CsvReplaySource::Finished, &app,
             [&] { QTimer::singleShot(5500, &app, quit); }, Qt::QueuedConnection);
     }
 
-    const int status = QApplication::exec();
-    pedometer.OnAppTerminating();
+    status = QApplication::exec();
+    pedometer.OnAppTerminating();  // stores what was counted since the last interval
+    if (replaySource != nullptr || onOffscreenPlatform()) {
+        const StatisticsManager& statistics = pedometer.Engine().Statistics();
+        const auto lap = statistics.GetCurrentLap();
+        std::printf("counted lap=%d steps=%d\n", lap ? lap->id : -1, statistics.GetLapSteps());
+    }
     return status;
 }

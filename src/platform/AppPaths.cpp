@@ -13,6 +13,7 @@ namespace {
 std::mutex pathsMutex;
 QString homeDir;
 QString homeError;
+bool homeEmpty = false;  // an empty folder name was given: no data folder at all
 QString resDir;
 
 QString executableDir() {
@@ -35,6 +36,11 @@ QString findResources() {
 
 QString AppPaths::Home() {
     std::lock_guard lock(pathsMutex);
+    if (homeEmpty) {
+        // Never the current folder by accident: its permissions are not ours to change.
+        homeError = QStringLiteral("the data folder name is empty; give a folder");
+        return {};
+    }
     if (homeDir.isEmpty()) {
         homeDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
         if (homeDir.isEmpty() || QCoreApplication::applicationName().isEmpty()) {
@@ -60,7 +66,8 @@ QString AppPaths::Home() {
 
 void AppPaths::SetHome(const QString& dir) {
     std::lock_guard lock(pathsMutex);
-    homeDir = QDir::cleanPath(QDir(dir).absolutePath());
+    homeEmpty = dir.isEmpty();
+    homeDir = homeEmpty ? QString() : QDir::cleanPath(QDir(dir).absolutePath());
 }
 
 QString AppPaths::HomeError() {

@@ -12,6 +12,7 @@ class AppPaths {
 public:
     // The data folder, created (0700) if missing. Empty if it cannot be created.
     static QString Home();
+    // An empty `dir` leaves no data folder at all (Home() empty, HomeError() says why).
     static void SetHome(const QString& dir);
     // Why the last attempt to create the data folder failed; empty when it did not.
     static QString HomeError();

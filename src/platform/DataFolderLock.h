@@ -9,7 +9,8 @@
 // The kernel lets go of the lock when the holder ends, however it ends (kill -9
 // included), so a stale lock never keeps the user out. Readers (history, export,
 // backup) need no lock: SQLite keeps them consistent. The locking process writes its
-// id into the file, so the refusal can name it.
+// id into the file, so the refusal can name it. The lock file is opened with
+// O_NOFOLLOW: a link planted at its name is refused and named, never followed.
 class DataFolderLock {
 public:
     static constexpr const char* kFileName = "pedometer.lock";
@@ -18,10 +19,16 @@ public:
     // lock file cannot be made.
     static std::unique_ptr<DataFolderLock> Acquire(const QString& folder, QString* error);
     ~DataFolderLock();
+
+    // Takes the lock back when the lock file was deleted or replaced under it (the lock
+    // would no longer keep a second writer out). False with `error` when another
+    // process got in first or the file cannot be made again.
+    bool Reclaim(QString* error);
     DataFolderLock(const DataFolderLock&) = delete;
     DataFolderLock& operator=(const DataFolderLock&) = delete;
 
 private:
-    explicit DataFolderLock(int fd) : fd_(fd) {}
+    DataFolderLock(int fd, QString folder) : fd_(fd), folder_(std::move(folder)) {}
     int fd_;
+    const QString folder_;
 };

@@ -8,6 +8,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QVariantMap>
 
 EmailSender::EmailSender(QObject* parent) : QObject(parent) {}
@@ -34,8 +35,15 @@ bool EmailSender::InSandbox() {
     return QFile::exists(QStringLiteral("/.flatpak-info"));
 }
 
+bool EmailSender::IsPlainAddress(const QString& address) {
+    static const QRegularExpression kAddress(
+        QStringLiteral("^(?!-)[^@\\s?&,;:<>\"()\\[\\]\\\\]+@[^@\\s.?&,;:<>\"()\\[\\]\\\\/]+"
+                       "(\\.[^@\\s.?&,;:<>\"()\\[\\]\\\\/]+)+$"));
+    return kAddress.match(address).hasMatch();
+}
+
 bool EmailSender::Send(const EmailMessage& message, Done done) {
-    if (busy_) return false;
+    if (busy_ || !IsPlainAddress(message.to)) return false;
     done_ = std::move(done);
     busy_ = InSandbox() ? SendWithPortal(message) : SendWithXdgEmail(message);
     return busy_;

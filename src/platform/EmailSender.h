@@ -36,7 +36,13 @@ public:
     explicit EmailSender(QObject* parent = nullptr);
     ~EmailSender() override;
 
+    // False (nothing started) when the address is not one plain address.
     bool Send(const EmailMessage& message, Done done);
+
+    // One address: a local part and a domain with a dot, no blanks, one "@", and
+    // nothing a mail command could read as more (no "mailto:", "?", "&", ",", ";", no
+    // leading "-"), so a stored address can never add recipients or attachments.
+    static bool IsPlainAddress(const QString& address);
 
     // The xdg-email arguments for `message`.
     static QStringList Arguments(const EmailMessage& message);

@@ -4,10 +4,15 @@
 
 namespace {
 std::atomic<bool> silentMode{false};
+std::atomic<bool> profileSilent{false};
 }  // namespace
 
 bool PlatformSettings::IsSilentMode() {
-    return silentMode.load();
+    return silentMode.load() || profileSilent.load();
+}
+
+void PlatformSettings::SetProfileSilent(bool silent) {
+    profileSilent.store(silent);
 }
 
 void PlatformSettings::SetSilentMode(bool silent) {

@@ -3,10 +3,13 @@
 // The phone's system settings that the application consults.
 //
 // Only "SilentMode" matters: while it is on, the application makes no sound at all.
-// A desktop has no such switch, so it is off unless the command line or a test turns
-// it on. Safe to read and change from any thread.
+// It is on when the command line (or a test) says so, or when the phone's feedback
+// profile is quiet or silent (FeedbackProfile); a desktop without a profile has it off.
+// Safe to read and change from any thread.
 class PlatformSettings {
 public:
     static bool IsSilentMode();
     static void SetSilentMode(bool silent);
+    // The phone's own quiet mode, from its feedback profile.
+    static void SetProfileSilent(bool silent);
 };

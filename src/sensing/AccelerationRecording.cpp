@@ -1,5 +1,7 @@
 #include "AccelerationRecording.h"
 
+#include <cmath>
+
 void AccelerationRecording::Reserve(std::size_t count) {
     times_.reserve(count);
     samples_.reserve(count);
@@ -12,4 +14,17 @@ void AccelerationRecording::Append(qint64 timeNs, const AccelerationSample& samp
 
 qint64 AccelerationRecording::DurationNs() const {
     return times_.empty() ? 0 : times_.back() - times_.front();
+}
+
+AccelerationRecording AccelerationRecording::Resampled(double rateHz) const {
+    if (!(rateHz > 0.0)) return *this;
+    AccelerationRecording out;
+    double lastSlot = -1.0;
+    for (std::size_t i = 0; i < Size(); ++i) {
+        const double slot = std::floor(static_cast<double>(times_[i] - times_[0]) * rateHz / 1e9);
+        if (slot <= lastSlot) continue;
+        lastSlot = slot;
+        out.Append(times_[i], samples_[i]);
+    }
+    return out;
 }

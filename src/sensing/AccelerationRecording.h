@@ -21,6 +21,10 @@ public:
     const AccelerationSample& Sample(std::size_t i) const { return samples_[i]; }
     // From the first sample to the last; 0 when empty.
     qint64 DurationNs() const;
+    // The recording as a sensor sampling at `rateHz` would have given it: of each 1/rate
+    // seconds from the first sample on, the first sample recorded in it (times kept).
+    // A rate that is not above zero keeps every sample.
+    AccelerationRecording Resampled(double rateHz) const;
 
 private:
     std::vector<qint64> times_;

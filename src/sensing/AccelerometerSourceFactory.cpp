@@ -4,8 +4,12 @@
 
 #include "CsvReplaySource.h"
 #include "IioAccelerometerSource.h"
+#include "IioPaths.h"
+#include "IioStepCounterSource.h"
 #include "NullAccelerometerSource.h"
+#include "PedometerDBManager.h"
 #include "QtSensorsAccelerometerSource.h"
+#include "StepDetectorFactory.h"
 
 namespace {
 const QLatin1String kReplayPrefix("replay:");
@@ -33,7 +37,8 @@ QString AccelerometerSourceFactory::Choice() {
 
 bool AccelerometerSourceFactory::IsValidChoice(const QString& choice) {
     return choice == QLatin1String("auto") || choice == QLatin1String("qt") ||
-           choice == QLatin1String("iio") || choice == QLatin1String("none") ||
+           choice == QLatin1String("iio") || choice == QLatin1String("iio-steps") ||
+           choice == QLatin1String("none") ||
            (choice.startsWith(kReplayPrefix) && choice.size() > kReplayPrefix.size());
 }
 
@@ -44,7 +49,9 @@ std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(QString*
 std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QString& choice,
                                                                         QString* error) {
     if (choice == QLatin1String("qt")) return std::make_unique<QtSensorsAccelerometerSource>();
-    if (choice == QLatin1String("iio")) return std::make_unique<IioAccelerometerSource>();
+    if (choice == QLatin1String("iio")) return std::make_unique<IioAccelerometerSource>(IioOptions());
+    if (choice == QLatin1String("iio-steps"))
+        return std::make_unique<IioStepCounterSource>(IioPaths::DevicesRoot());
     if (choice.startsWith(kReplayPrefix)) {
         auto replay = CsvReplaySource::FromFile(choice.mid(kReplayPrefix.size()), error);
         if (replay) return replay;
@@ -53,7 +60,7 @@ std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QS
     if (choice == QLatin1String("auto")) {
         auto qt = std::make_unique<QtSensorsAccelerometerSource>();
         if (qt->IsAvailable()) return qt;
-        auto iio = std::make_unique<IioAccelerometerSource>();
+        auto iio = std::make_unique<IioAccelerometerSource>(IioOptions());
         if (iio->IsAvailable()) return iio;
         return std::make_unique<NullAccelerometerSource>();
     }
@@ -61,4 +68,14 @@ std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QS
         *error = QStringLiteral("unknown accelerometer source \"%1\"").arg(choice);
     }
     return std::make_unique<NullAccelerometerSource>();
+}
+
+IioAccelerometerSource::Options AccelerometerSourceFactory::IioOptions() {
+    IioAccelerometerSource::Options options = IioAccelerometerSource::DefaultOptions();
+    options.preferredDevice =
+        PedometerDBManager::GetInstance().GetPreference(QStringLiteral("sensor-iio-device"));
+    options.minimumHz = StepDetectorFactory::Configured() == DetectorKind::Adaptive
+                            ? kAdaptiveMinimumHz
+                            : kClassicMinimumHz;
+    return options;
 }

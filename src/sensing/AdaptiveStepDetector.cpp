@@ -45,6 +45,8 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     if (n == 0) baseline = m;
     baseline += p.baselineRate * (m - baseline);
     const float d = m - baseline;
+    swingHigh = std::max(swingHigh, d);
+    swingLow = std::min(swingLow, d);
 
     // Stage 2: moving average.
     const int w = p.smoothingSamples;
@@ -68,8 +70,11 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
                     candidate.rise = std::max(candidate.rise, rise);
                 }
             } else {
-                candidate = {at, previous, rise};
+                // The swing of the step that ends here, from the last candidate on.
+                candidate = {at, previous, rise, swingHigh - swingLow};
                 hasCandidate = true;
+                swingHigh = d;
+                swingLow = d;
             }
             trough = s;
         }
@@ -96,23 +101,27 @@ void AdaptiveStepDetector::finishCandidate() {
     hasCandidate = false;
     recentRise = recentRise == 0.0f ? candidate.rise
                                     : recentRise + p.riseRate * (candidate.rise - recentRise);
-    decide(candidate.sample);
+    decide(candidate.sample, candidate.swing);
 }
 
 // Stage 4: the regularity gate.
-void AdaptiveStepDetector::decide(int64_t sample) {
+void AdaptiveStepDetector::decide(int64_t sample, float swing) {
     const int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
     lastStepSample = sample;
     if (gap < 0 || gap > p.maxStepSamples) {
         walking = false;
         heldCount = 0;
+        gait.Restart();
     } else {
         period = period == 0 ? static_cast<int>(gap) : (3 * period + static_cast<int>(gap) + 2) / 4;
     }
+    const int stepGait = gait.OnStep(sample, swing);
     if (walking) {
+        decidedGaits[decidedCount] = stepGait;
         decided[decidedCount++] = sample;
         return;
     }
+    heldGaits[heldCount] = stepGait;
     held[heldCount++] = sample;
     if (heldCount < p.confirmSteps) return;
     // The walk is confirmed: count the held steps that are still recent enough.
@@ -120,6 +129,7 @@ void AdaptiveStepDetector::decide(int64_t sample) {
     const int64_t now = sampleCount - 1;
     for (int i = 0; i < heldCount; ++i) {
         if (now - held[i] > kMaxDecisionDelay) continue;
+        decidedGaits[decidedCount] = heldGaits[i];
         decided[decidedCount++] = held[i];
     }
     heldCount = 0;

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "GaitClassifier.h"
+
 // A step detector that adapts to how hard the phone is shaken, so that a gently carried
 // phone and one bouncing in a back pocket both count one step per footfall.
 //
@@ -16,9 +18,14 @@
 //  4. Regularity gate: a step only counts once it belongs to a run of regular steps (a
 //     few in a row, each within the longest plausible step period of the one before).
 //     Single bumps, a pick-up or typing never form such a run.
-// It finds footfalls only; QuorPedometer gives each the gait its classic machines see
-// (DetectorSwitch), so walk, jog and run keep their meaning. Each step is decided at most one
-// second after its footfall (a step that would be later, at the start of a walk, is not counted).
+//  5. Gait: each step is a walk, jog or run by the cadence of the last few steps and how far
+//     the acceleration swung within them (GaitClassifier).
+// Each step is decided at most one second after its footfall (a step that would be later, at
+// the start of a walk, is not counted).
+//
+// Time runs in 30 ms ticks: a sensor slower than the ticks has its latest sample heard
+// again on a tick without a new one (QuorPedometer::OnTickWithoutSample), so the step
+// periods below hold at any sample rate.
 //
 // Pure computation: no allocation, no threads, no locks; the caller's thread owns it.
 // Used by QuorPedometer (when the "adaptive" detector is chosen), the tools and tests.
@@ -28,9 +35,9 @@ public:
     // (and the floor from the not-walking recordings) by scripts/tune_adaptive.py; the
     // others are set from the physics of walking, see there.
     struct Parameters {
-        int smoothingSamples = 9;        // moving-average length, 1..kMaxSmoothing
-        float relativeThreshold = 0.4f;  // share of the recent steps' rise a step needs
-        float noiseFloor = 0.08f;        // smallest rise (g) that can be a step
+        int smoothingSamples = 7;        // moving-average length, 1..kMaxSmoothing
+        float relativeThreshold = 0.3f;  // share of the recent steps' rise a step needs
+        float noiseFloor = 0.10f;        // smallest rise (g) that can be a step
         int minStepSamples = 10;         // 300 ms: no one steps faster than 3.3 per second
         float mergeShare = 0.7f;         // while walking, peaks this share of a step apart merge
         int maxMergeSamples = 12;    // but never further apart than 360 ms (80 % of a brisk step)
@@ -55,6 +62,8 @@ public:
     // oldest first, valid until the next call.
     int OnSample(float x, float y, float z);
     int64_t DecidedStep(int i) const { return decided[i]; }
+    // Their gaits: 1 walk, 2 jog, 3 run.
+    int DecidedGait(int i) const { return decidedGaits[i]; }
 
     // Forgets everything heard so far, as if newly made.
     void Reset();
@@ -69,10 +78,11 @@ private:
         int64_t sample;
         float height;
         float rise;
+        float swing;  // raw peak to trough since the previous footfall, in g
     };
     void finishCandidate();
     int mergeWindow() const;
-    void decide(int64_t sample);
+    void decide(int64_t sample, float swing);
 
     Parameters p;
 
@@ -84,15 +94,20 @@ private:
     float beforePrevious = 0.0f;  // and two samples ago
     float trough = 0.0f;          // lowest smoothed value since the last peak
     float recentRise = 0.0f;      // running mean of the counted steps' rises (0: none yet)
+    float swingHigh = 0.0f;       // highest and lowest gravity-free magnitude since the
+    float swingLow = 0.0f;        // last candidate began
 
     bool hasCandidate = false;
     Candidate candidate{};
     int64_t lastStepSample = -1;  // the previous footfall that passed stage 3
     int heldCount = 0;
     int64_t held[kMaxConfirm] = {};
+    int heldGaits[kMaxConfirm] = {};
+    GaitClassifier gait;
     bool walking = false;
     int period = 0;
 
     int decidedCount = 0;
     int64_t decided[kMaxConfirm] = {};
+    int decidedGaits[kMaxConfirm] = {};
 };

@@ -24,7 +24,11 @@ qint64 CsvReplaySource::Feed(AccelerometerListener& listener,
     ReplayCursor cursor(*recording_);
     ReplayTick tick;
     qint64 delivered = 0;
-    while (cursor.NextSample(tick)) {
+    while (cursor.NextTick(tick)) {
+        if (!tick.fresh) {
+            listener.OnTickWithoutSample();
+            continue;
+        }
         if (beforeEach) beforeEach(tick);
         listener.OnDataReceived(tick.sample.x, tick.sample.y, tick.sample.z);
         ++delivered;

@@ -17,7 +17,8 @@
 // Two ways to play:
 // - Feed() pushes the whole recording through a listener on the calling thread as fast
 //   as it can take it, optionally telling an observer each sample's recording time
-//   first (a headless replay moves its virtual clock there before the sample lands).
+//   first (a headless replay moves its virtual clock there before the sample lands);
+//   the ticks without a new sample reach the listener as OnTickWithoutSample.
 // - Start() plays it at the recording's own pace on a sensor thread, like a live
 //   sensor, once or in a loop; Finished() is emitted when a single pass is over.
 class CsvReplaySource final : public QObject, public PolledAccelerometerSource {

@@ -4,3 +4,7 @@
 // QuorPedometer, or AdaptiveStepDetector. Stored by name ("classic", "adaptive") in the
 // "detector" preference; StepDetectorFactory converts.
 enum class DetectorKind { Classic, Adaptive };
+
+// The detector of a profile that has not chosen one, and of the tools unless told: the
+// adaptive one counts right however the phone is carried.
+inline constexpr DetectorKind kDefaultDetector = DetectorKind::Adaptive;

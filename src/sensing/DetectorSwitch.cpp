@@ -8,11 +8,6 @@ constexpr int64_t kWarmUpSamples = 66;
 DetectorSwitch::DetectorSwitch(DetectorKind kind)
     : requested(kind), state(kind == DetectorKind::Adaptive ? State::Adaptive : State::Classic) {}
 
-int DetectorSwitch::adaptiveGait() const {
-    return sample - lastClassicSample <= AdaptiveStepDetector::kMaxDecisionDelay ? lastClassicGait
-                                                                                 : 1;
-}
-
 // Steps of the two detectors closer than this are the same footfall.
 int64_t DetectorSwitch::halfStep() const {
     const int period = adaptive.StepPeriod();
@@ -46,7 +41,7 @@ int DetectorSwitch::onSampleSwitching(float x, float y, float z, int* gaits) {
         if (footfall <= floor) continue;
         if (state == State::ToClassic && footfall > switchSample) continue;
         lastReported = footfall;
-        if (reported < kMaxReport) gaits[reported++] = adaptiveGait();
+        if (reported < kMaxReport) gaits[reported++] = adaptive.DecidedGait(i);
     }
     if (state == State::ToAdaptive && sample - switchSample >= kWarmUpSamples) {
         floor = lastReported + halfStep();
@@ -69,8 +64,6 @@ int DetectorSwitch::onSampleSwitching(float x, float y, float z, int* gaits) {
 }
 
 bool DetectorSwitch::OnClassicStep(int gait) {
-    lastClassicSample = sample;
-    lastClassicGait = gait;
     switch (state) {
         case State::Classic:
         case State::ToAdaptive:

@@ -18,8 +18,8 @@
 //  - To classic: the adaptive detector still decides its footfalls up to the switch
 //    (it needs up to a second for that); classic steps of that second are held, then
 //    those after the last adaptive footfall count.
-// An adaptive step takes the gait of the classic machines' latest step (walk when they
-// found none in the last second), so distance and calories mean what they always meant.
+// An adaptive step takes the gait the adaptive detector decided for it (GaitClassifier:
+// cadence and intensity); classic steps keep the classic machines' gait.
 //
 // Threads: Request from any thread; everything else on the sensor thread, in this order
 // per sample: OnSample, then OnClassicStep if the classic machines accepted a step.
@@ -41,8 +41,14 @@ public:
     static constexpr int kMaxReport = 32;
     int OnSample(float x, float y, float z, int* gaits) {
         ++sample;
+        last = {x, y, z};
         if (state == State::Classic && Requested() == DetectorKind::Classic) return 0;
         return onSampleSwitching(x, y, z, gaits);
+    }
+    // A tick without a new sample: the last one again, so that the adaptive detector's
+    // time runs in ticks whatever the sensor's rate. Nothing before the first sample.
+    int OnTickWithoutSample(int* gaits) {
+        return sample < 0 ? 0 : OnSample(last.x, last.y, last.z, gaits);
     }
     // The classic machines accepted a step of `gait` at the current sample: true when it
     // is to be reported now.
@@ -57,7 +63,6 @@ private:
 
     int onSampleSwitching(float x, float y, float z, int* gaits);
     int64_t halfStep() const;
-    int adaptiveGait() const;
 
     std::atomic<DetectorKind> requested;
     State state;
@@ -67,8 +72,9 @@ private:
     int64_t adaptiveOrigin = 0;            // the sample the adaptive detector counts from
     int64_t lastReported = INT64_MIN / 2;  // footfall of the last step reported
     int64_t floor = INT64_MIN / 2;         // adaptive footfalls at or before this were counted
-    int64_t lastClassicSample = INT64_MIN / 2;
-    int lastClassicGait = 1;
+    struct {
+        float x, y, z;
+    } last = {0.0f, 0.0f, 0.0f};  // the latest sample, heard again on a tick without one
     int heldCount = 0;
     Held held[kMaxReport] = {};
 };

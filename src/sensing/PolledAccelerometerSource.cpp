@@ -47,9 +47,13 @@ void PolledAccelerometerSource::RunOnSensorThread(AccelerometerListener* listene
                 loop.quit();
                 return;
             case PollResult::NoSample:
+                if (delivered) listener->OnTickWithoutSample();
                 return;
             case PollResult::Sample:
-                if (delivered && sample == last) return;
+                if (delivered && sample == last) {
+                    listener->OnTickWithoutSample();
+                    return;
+                }
                 delivered = true;
                 last = sample;
                 listener->OnDataReceived(sample.x, sample.y, sample.z);

@@ -10,7 +10,8 @@
 //
 // Start() launches the thread, which opens the device, polls it once at once and then
 // on a precise 30 ms timer in a Qt event loop, and hands each reading that differs from
-// the last one delivered to the listener. Subclasses say how to open, read and close
+// the last one delivered to the listener; after the first delivery, a tick without a new
+// reading tells the listener so (OnTickWithoutSample). Subclasses say how to open, read and close
 // their device; those three run on the sensor thread only. A subclass must call Stop()
 // in its own destructor, while its overrides still exist.
 //

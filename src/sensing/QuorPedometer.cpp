@@ -141,6 +141,10 @@ void QuorPedometer::reportStep(int gait) {
     callOutBusy.store(false);
 }
 
+void QuorPedometer::OnStepsCounted(int steps) {
+    for (int i = 0; i < steps; ++i) reportStep(1);
+}
+
 void QuorPedometer::reportRawDelta() {
     callOutBusy.store(true);
     if (monitoring.load() && accelerometerSettings != nullptr) {
@@ -152,13 +156,21 @@ void QuorPedometer::reportRawDelta() {
 // ---------------------------------------------------------------------------------
 // One sample.
 
+void QuorPedometer::reportAdaptiveSteps(int count, const int* gaits) {
+    if (count > 0 && updating.load(std::memory_order_relaxed)) {
+        for (int i = 0; i < count; ++i) reportStep(gaits[i]);
+    }
+}
+
+void QuorPedometer::OnTickWithoutSample() {
+    int gaits[DetectorSwitch::kMaxReport];
+    reportAdaptiveSteps(detectorSwitch.OnTickWithoutSample(gaits), gaits);
+}
+
 void QuorPedometer::OnDataReceived(float x, float y, float z) {
     // The adaptive detector's steps (nothing while the classic machines count alone).
     int gaits[DetectorSwitch::kMaxReport];
-    const int adaptiveSteps = detectorSwitch.OnSample(x, y, z, gaits);
-    if (adaptiveSteps > 0 && updating.load(std::memory_order_relaxed)) {
-        for (int i = 0; i < adaptiveSteps; ++i) reportStep(gaits[i]);
-    }
+    reportAdaptiveSteps(detectorSwitch.OnSample(x, y, z, gaits), gaits);
 
     // The sums are worked on in locals: the buffer writes below could otherwise alias
     // them and force a reload on every step of the sample.

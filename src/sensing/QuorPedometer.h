@@ -63,6 +63,11 @@ public:
 
     // One sample in g.
     void OnDataReceived(float x, float y, float z) override;
+    // A tick without a new sample: the adaptive detector hears the last one again (its
+    // time runs in ticks); the classic machines wait for the next sample.
+    void OnTickWithoutSample() override;
+    // Steps a hardware step counter counted: walking steps while counting.
+    void OnStepsCounted(int steps) override;
 
     // Advance one gait's state machine; true when it fires.
     bool isStep(float current, float previous);
@@ -114,6 +119,7 @@ private:
     void registerListener();
     void unregisterListener();
     void reportStep(int gait);
+    void reportAdaptiveSteps(int count, const int* gaits);
     void reportRawDelta();
     void waitForCallOut() const;
 

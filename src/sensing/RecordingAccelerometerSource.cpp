@@ -33,3 +33,8 @@ void RecordingAccelerometerSource::OnDataReceived(float x, float y, float z) {
     if (recorder_.IsOpen()) recorder_.Append(clock_.nsecsElapsed(), x, y, z);
     if (listener_ != nullptr) listener_->OnDataReceived(x, y, z);
 }
+
+// A tick without a new reading is not written (the file holds what the sensor gave).
+void RecordingAccelerometerSource::OnTickWithoutSample() {
+    if (listener_ != nullptr) listener_->OnTickWithoutSample();
+}

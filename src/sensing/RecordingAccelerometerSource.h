@@ -28,6 +28,7 @@ public:
 
 private:
     void OnDataReceived(float x, float y, float z) override;
+    void OnTickWithoutSample() override;
 
     std::unique_ptr<AccelerometerSource> inner_;
     QString path_;

@@ -20,5 +20,5 @@ public:
     };
 
     static Result Count(const AccelerationRecording& recording,
-                        DetectorKind kind = DetectorKind::Classic);
+                        DetectorKind kind = kDefaultDetector);
 };

@@ -32,11 +32,10 @@ DetectorKind StepDetectorFactory::Configured() {
         std::lock_guard lock(choiceMutex());
         if (currentChoice()) return *currentChoice();
     }
-    DetectorKind kind = DetectorKind::Classic;
-    // A stored name this version does not know leaves the classic detector counting.
-    Parse(PedometerDBManager::GetInstance().GetPreference(QStringLiteral("detector"),
-                                                          QStringLiteral("classic")),
-          &kind);
+    DetectorKind kind = kDefaultDetector;
+    // An unset preference, or a stored name this version does not know, leaves the
+    // default detector counting.
+    Parse(PedometerDBManager::GetInstance().GetPreference(QStringLiteral("detector")), &kind);
     return kind;
 }
 

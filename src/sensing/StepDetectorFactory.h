@@ -16,8 +16,8 @@ public:
     static void SetChoice(DetectorKind kind);
     // Back to the preference.
     static void ClearChoice();
-    // The overriding choice if one was set, else the "detector" preference; "classic"
-    // when neither names a known detector.
+    // The overriding choice if one was set, else the "detector" preference; the default
+    // (kDefaultDetector) when neither names a known detector.
     static DetectorKind Configured();
 
     // "classic" or "adaptive" to its kind; false (kind untouched) for anything else.

@@ -56,6 +56,12 @@ void UpdaterThread::WaitUntilIdle() {
     idle_.wait(lock, [this] { return (queue_.empty() && !busy_) || !running_; });
 }
 
+bool UpdaterThread::WaitUntilIdleFor(int ms) {
+    std::unique_lock lock(mutex);
+    return idle_.wait_for(lock, std::chrono::milliseconds(ms),
+                          [this] { return (queue_.empty() && !busy_) || !running_; });
+}
+
 int UpdaterThread::HandledCount() const {
     std::lock_guard lock(mutex);
     return handled_;
@@ -143,7 +149,7 @@ void UpdaterThread::UpdatingFnc() {
         lap->seconds.push_back(std::move(second));
     }
 
-    const bool goalReached = Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance);
+    const bool goalReached = Sygnal::AddValues(rate / 12.0, kIntervalSeconds, intervalDistance, intervalSteps);
     if (mainForm != nullptr) {
         if (goalReached) mainForm->SygnalFired();
         mainForm->UpdateData(lap.get());

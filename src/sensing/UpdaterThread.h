@@ -54,6 +54,8 @@ public:
     void Post(HandOver handOver);
     // Blocks until every hand-over posted so far has been stored.
     void WaitUntilIdle();
+    // The same for at most `ms` milliseconds; false when the writes are still going on.
+    bool WaitUntilIdleFor(int ms);
     // Hand-overs stored since construction.
     int HandledCount() const;
 

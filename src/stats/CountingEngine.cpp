@@ -2,6 +2,7 @@
 
 #include "AccelerometerSource.h"
 #include "QuorPedometer.h"
+#include "UpdaterThread.h"
 
 CountingEngine::CountingEngine() {
     statistics_.mainForm = &listeners_;
@@ -22,6 +23,12 @@ void CountingEngine::Initialize() {
     if (initialized_) return;
     statistics_.Initialize();
     initialized_ = true;
+}
+
+bool CountingEngine::StoreAndStop(int ms) {
+    if (!initialized_) return true;
+    statistics_.HandOverAndStop();
+    return statistics_.GetUpdaterThread()->WaitUntilIdleFor(ms);
 }
 
 QuorPedometer& CountingEngine::Detector() const {

@@ -39,6 +39,11 @@ public:
     // The detector; valid after Initialize.
     QuorPedometer& Detector() const;
 
+    // The application is leaving: counting stops and what was counted since the last
+    // stored interval is written. Waits at most `ms` milliseconds for the write; false
+    // when it had not landed by then (it still lands before the engine is destroyed).
+    bool StoreAndStop(int ms = 1000);
+
     // `listener` hears of every step, interval and goal until removed; see
     // CountingListeners for the threads.
     void AddListener(MainFormListener& listener) { listeners_.Add(listener); }

@@ -33,6 +33,11 @@ EntryRange EntryRange::GoalMinutes() {
                       AppResource::GetInstance().GetString(QStringLiteral("today_goal__ min")));
 }
 
+EntryRange EntryRange::GoalSteps() {
+    return EntryRange(100, 99999, 0,
+                      AppResource::GetInstance().GetString(QStringLiteral("today_goal__ steps")));
+}
+
 EntryRange EntryRange::GoalDistance(bool miles) {
     AppResource& texts = AppResource::GetInstance();
     return miles ? EntryRange(0.1, 99.9, 1, texts.GetString(QStringLiteral("today_goal__ ml")))

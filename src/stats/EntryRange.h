@@ -22,9 +22,11 @@ public:
     // A range given in centimetres, shown in inches when `inches`.
     static EntryRange Centimetres(double minCm, double maxCm, bool inches);
     // The goals' ranges (daily goal and goal alarm): at least 10 Cal, 5 minutes of
-    // activity, or a tenth of a kilometre or mile, and what the fields hold at most.
+    // activity, 100 steps or a tenth of a kilometre or mile, and what the fields hold
+    // at most.
     static EntryRange GoalCalories();
     static EntryRange GoalMinutes();
+    static EntryRange GoalSteps();
     static EntryRange GoalDistance(bool miles);
 
     Verdict Check(double value) const;

@@ -105,6 +105,12 @@ void StatisticsManager::WriteBeforeSleep() {
     updaterThread->WaitUntilIdle();
 }
 
+void StatisticsManager::HandOverAndStop() {
+    stop();
+    if (updaterThread && (secondTicks > 0 || intervalSteps.load() > 0)) UpdateUI();
+    secondTicks = 0;
+}
+
 void StatisticsManager::OnResumed() {
     if (AccelerometerSource* source = engine_->Source()) source->ReopenAfterResume();
 }

@@ -62,6 +62,11 @@ public:
     // before this returns. The next interval starts afresh; the time asleep adds
     // nothing, as the counting time only moves with the one-second ticks.
     void WriteBeforeSleep();
+    // The application is leaving: counting stops, and the steps of the interval in
+    // progress (counting or stopped in the middle of one) are handed over as an interval
+    // of their own, so that every counted step is stored. Returns at once; the updater
+    // writes it (UpdaterThread::WaitUntilIdle).
+    void HandOverAndStop();
     // Back from sleep: the accelerometer is opened anew at its next reading.
     void OnResumed();
     bool GetStarted() const { return started.load(); }

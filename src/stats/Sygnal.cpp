@@ -17,7 +17,7 @@ void playAlarm() {
 }
 }  // namespace
 
-bool Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
+bool Sygnal::AddValues(double calories, int seconds, double distanceMeters, int steps) {
     PedometerOptions& options = PedometerOptions::GetInstance();
     if (!IsRunning(options.sygnalType)) return false;
 
@@ -26,6 +26,7 @@ bool Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
     progress.activityTime += seconds;
     progress.calories += calories;
     progress.distance += distanceMeters / 1000.0;
+    progress.steps += steps;
     db.UpdateSygnal(progress);
 
     const int type = options.sygnalType;
@@ -35,6 +36,10 @@ bool Sygnal::AddValues(double calories, int seconds, double distanceMeters) {
         playAlarm();
     } else if (type == 6 && progress.activityTime / 60 >= options.sygnalActivity) {
         options.sygnalType = 9;
+        db.SaveOptions();
+        playAlarm();
+    } else if (type == STEPS_RUNNING && progress.steps >= options.sygnalSteps) {
+        options.sygnalType = STEPS_COMPLETED;
         db.SaveOptions();
         playAlarm();
     } else if (type == 4 && progress.calories >= static_cast<double>(options.sygnalCalories)) {

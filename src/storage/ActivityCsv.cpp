@@ -13,6 +13,13 @@
 namespace {
 // No line of ours comes near this; a longer one is not our file.
 constexpr qint64 kMaxLineBytes = 4096;
+// What a phone can have counted in one minute, generously: anything beyond is not a
+// record of walking, and totals of such values could not be written back as read.
+constexpr qint64 kMaxStepsPerMinute = 600;
+constexpr double kMaxCaloriesPerMinute = 100;
+constexpr double kMaxMetresPerMinute = 2000;
+// An open lap (no end) is counted for at most a week.
+constexpr qint64 kMaxOpenLapMinutes = 7 * 1440;
 
 const char* const kHeaders[] = {
     "day,laps,steps,calories_kcal,distance_m,active_s",
@@ -195,7 +202,7 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
 }
 
 bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result,
-                         QString* error) {
+                         QString* error, bool store) {
     *result = {};
     LineReader reader(in);
     QByteArray line;
@@ -205,8 +212,10 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
         return false;
     };
     if (!reader.Next(&line, &tooLong)) {
-        return tooLong ? fail(QStringLiteral("the line is too long"))
-                       : fail(QStringLiteral("the file is empty"));
+        if (tooLong) return fail(QStringLiteral("the line is too long"));
+        *error = QStringLiteral("the file is empty: export activity with 'pedometer-cli export' "
+                                "and import that file");
+        return false;
     }
     if (line.startsWith("\xEF\xBB\xBF")) line.remove(0, 3);
     int kindIndex = -1;
@@ -224,6 +233,7 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
     std::map<std::string, size_t> lapIndex;
     while (reader.Next(&line, &tooLong)) {
         if (line.isEmpty()) continue;
+        if (line.contains('\0')) return fail(QStringLiteral("a NUL byte: this is not a text file"));
         const QList<QByteArray> fields = line.split(',');
         if (fields.size() != fieldCount) {
             return fail(
@@ -272,6 +282,31 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
                 QStringLiteral("steps, calories, distance and seconds must be numbers "
                                "of zero or more"));
         }
+        // The minutes the row covers: one, a day, or the lap's length.
+        const qint64 lapMinutes =
+            lap.end.empty() ? kMaxOpenLapMinutes
+                            : DbDateTime::FromText(lap.start.c_str())
+                                      .secsTo(DbDateTime::FromText(lap.end.c_str())) /
+                                      60 +
+                                  1;
+        const qint64 span = kind == Kind::Minutes ? 1 : kind == Kind::Days ? 1440 : lapMinutes;
+        if (kind == Kind::Minutes && (minuteNumber < 1 || minuteNumber > lapMinutes)) {
+            return fail(QStringLiteral("minute %1 is outside the lap (1 to %2)")
+                            .arg(minuteNumber)
+                            .arg(lapMinutes));
+        }
+        if (minute.steps > kMaxStepsPerMinute * span || minute.seconds > 60 * span ||
+            minute.calories > kMaxCaloriesPerMinute * span ||
+            minute.distance > kMaxMetresPerMinute * span || lapCount > 1440) {
+            return fail(QStringLiteral(
+                            "more than a phone can count in %1 minute(s): at most %2 steps, %3 "
+                            "seconds, %4 kcal and %5 m a minute")
+                            .arg(span)
+                            .arg(kMaxStepsPerMinute)
+                            .arg(60)
+                            .arg(kMaxCaloriesPerMinute)
+                            .arg(kMaxMetresPerMinute));
+        }
         const auto found = lapIndex.find(lap.start);
         if (found != lapIndex.end()) {
             PendingLap& known = laps[found->second];
@@ -302,6 +337,6 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
         storeLap(db, lap);
         ++result->lapsAdded;
     }
-    transaction.commit();
+    if (store) transaction.commit();
     return true;
 }

@@ -33,6 +33,8 @@ public:
         qint64 lapsSkipped = 0;  // laps (or days) already present
     };
     // Reads a file written by Export. False with `error` ("line N: why") on bad input;
-    // the database is then unchanged. SQLite errors are thrown.
-    static bool Import(SQLite::Database& db, QIODevice& in, ImportResult* result, QString* error);
+    // the database is then unchanged. SQLite errors are thrown. With `store` false the
+    // import is rolled back at the end: `result` tells what it would add.
+    static bool Import(SQLite::Database& db, QIODevice& in, ImportResult* result, QString* error,
+                       bool store = true);
 };

@@ -1,7 +1,6 @@
 #include "BodyCsvExport.h"
 
 #include <QLocale>
-#include <QSaveFile>
 #include <cmath>
 
 #include "AppPaths.h"
@@ -9,6 +8,7 @@
 #include "Converter.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
+#include "UserDataFile.h"
 
 namespace {
 // Rounded to what was typed (grams, a tenth of a centimetre) and written briefly.
@@ -50,12 +50,7 @@ QString BodyCsvExport::Text(const std::vector<DAOBodyLog>& logs, bool imperial) 
 }
 
 bool BodyCsvExport::Write(const QString& path, const QString& text, QString* error) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
-        if (error != nullptr) *error = QStringLiteral("%1: %2").arg(path, file.errorString());
-        return false;
-    }
-    return true;
+    return UserDataFile::Write(path, text.toUtf8(), error);
 }
 
 bool BodyCsvExport::Export(const QString& path, QString* error) {

@@ -22,8 +22,9 @@ public:
     // The text for `logs`, given oldest first as PedometerDBManager::GetBodyLogs returns them.
     static QString Text(const std::vector<DAOBodyLog>& logs, bool imperial);
 
-    // Replaces `path` with `text` as UTF-8; the old file stays untouched when writing
-    // fails. Returns false with the reason in `error`.
+    // Replaces `path` with `text` as UTF-8 through UserDataFile (0600, the old file
+    // untouched when writing fails, a link at `path` refused). False with the reason in
+    // `error`.
     static bool Write(const QString& path, const QString& text, QString* error = nullptr);
 
     // Writes every stored body log, in the units of the settings record, to `path`.

@@ -7,5 +7,6 @@ public:
     double calories = 0.0;
     double distance = 0.0;  // km
     int activityTime = 0;   // seconds
+    int steps = 0;
     bool fired = false;     // alarm logic only; never stored
 };

@@ -11,10 +11,15 @@ class DAOTarget {
 public:
     static DAOTarget& GetInstance();
 
-    int targetActive = 0;   // daily goal: 0 none, 1 distance, 2 calories, 3 activity
+    // The daily goal's kind; the numbers are stored.
+    enum Kind { OFF = 0, DISTANCE = 1, CALORIES = 2, ACTIVITY = 3, STEPS = 4 };
+    static constexpr int kLowestSteps = 100;  // the floor of a steps goal
+
+    int targetActive = 0;   // daily goal: a Kind
     double distance = 5.0;  // daily distance goal, km
     int calories = 300;     // daily calorie goal, kcal
     int activityTime = 30;  // daily activity goal, minutes
+    int steps = 10000;      // daily steps goal
     double wheight = -1.0;  // desired weight, kg; -1 unset
     double chest = -1.0;    // desired girths, cm; -1 unset
     double waist = -1.0;

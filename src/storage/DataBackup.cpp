@@ -1,15 +1,23 @@
 #include "DataBackup.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryDir>
+#include <cstring>
 #include <memory>
+
+#include "DatabaseSchema.h"
+#include "PedometerDBManager.h"
+#include "UserDataFile.h"
 
 namespace {
 const QByteArray kMagic = QByteArrayLiteral("PEDOMETER-BACKUP 1\n");
@@ -17,6 +25,9 @@ const QByteArray kMagic = QByteArrayLiteral("PEDOMETER-BACKUP 1\n");
 constexpr int kPagesPerStep = 64;
 // Larger than any database of ours; bounds what a damaged header can make us read.
 constexpr qint64 kMaxEntryBytes = qint64(4) << 30;
+const QString kStagingPrefix = QStringLiteral(".restore-");
+const QStringList kSuffixes{QString(), QStringLiteral("-wal"), QStringLiteral("-shm"),
+                            QStringLiteral("-journal")};
 
 struct DbCloser {
     void operator()(sqlite3* db) const { sqlite3_close(db); }
@@ -60,42 +71,170 @@ bool copyDatabase(sqlite3* from, sqlite3* to, QString* error, double* longestSte
     return true;
 }
 
-// Whether `path` is an intact database holding all `tables`; `error` says why not.
-bool checkDatabase(const QString& path, const QStringList& tables, QString* error) {
-    Db db = openDb(path, SQLITE_OPEN_READONLY, error);
-    if (!db) return false;
-    QStringList found;
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db.get(), "SELECT name FROM sqlite_master WHERE type='table'", -1, &stmt,
-                           nullptr) != SQLITE_OK) {
-        *error = QString::fromUtf8(sqlite3_errmsg(db.get()));
+// Sign-in secrets kept in the settings when no keyring runs: they stay on this device,
+// never in a backup or a folder of replaced databases (a restored device signs in again).
+void dropSecrets(sqlite3* db) {
+    sqlite3_exec(db, "DELETE FROM Preferences WHERE name LIKE 'sns-secret-%'", nullptr, nullptr,
+                 nullptr);
+}
+
+void dropSecrets(const QString& path) {
+    if (!QFileInfo(path).isFile()) return;
+    QString ignored;
+    if (Db db = openDb(path, SQLITE_OPEN_READWRITE, &ignored)) dropSecrets(db.get());
+}
+
+// The bytes of a consistent copy of the database at `path`, as a self-contained file.
+bool snapshot(const QString& path, QByteArray* bytes, QString* error, double* longestStepMs) {
+    Db from = openDb(path, SQLITE_OPEN_READONLY, error);
+    Db to = from ? openDb(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE, error) : nullptr;
+    if (!to || !copyDatabase(from.get(), to.get(), error, longestStepMs)) return false;
+    dropSecrets(to.get());
+    sqlite3_int64 size = 0;
+    unsigned char* data = sqlite3_serialize(to.get(), "main", &size, 0);
+    if (data == nullptr) {
+        *error = QStringLiteral("out of memory");
         return false;
     }
-    while (sqlite3_step(stmt) == SQLITE_ROW) {
-        found << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
+    *bytes = QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    sqlite3_free(data);
+    // Bytes 18 and 19 say "write-ahead log" for a copy of a WAL file; the copy has
+    // none, so mark it a plain rollback-journal file.
+    if (bytes->size() > 19) (*bytes)[18] = (*bytes)[19] = 1;
+    return true;
+}
+
+bool renameOver(const QString& from, const QString& to) {
+    return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+void syncFolder(const QString& folder) {
+    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+bool syncFile(const QString& path) {
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) return false;
+    const bool synced = ::fsync(fd) == 0;
+    return ::close(fd) == 0 && synced;
+}
+
+// "aside-YYYYMMDD-HHMMSS", with "-2", "-3"... when a restore in the same second made it.
+QString makeAsideFolder(const QDir& data) {
+    const QString base =
+        QStringLiteral("aside-%1")
+            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")));
+    for (int n = 1; n < 1000; ++n) {
+        const QString name = n == 1 ? base : QStringLiteral("%1-%2").arg(base).arg(n);
+        if (::mkdir(QFile::encodeName(data.filePath(name)).constData(), 0700) == 0) return name;
+        if (errno != EEXIST) break;
     }
-    sqlite3_finalize(stmt);
-    for (const QString& table : tables) {
-        if (!found.contains(table, Qt::CaseInsensitive)) {
-            *error = QStringLiteral("table %1 is missing").arg(table);
+    return {};
+}
+
+// Puts the staged databases of `staging` in place, moving what is there into `aside`.
+// Each step is a rename that is skipped when done, so running it again after a kill
+// finishes the same switch.
+bool switchDatabases(const QDir& data, const QString& staging, const QString& aside,
+                     QString* error) {
+    for (const DataBackup::Entry& entry : DataBackup::Entries()) {
+        const QString staged = data.filePath(staging + '/' + entry.name);
+        if (!QFileInfo::exists(staged)) continue;  // already in place
+        for (const QString& suffix : kSuffixes) {
+            const QString current = data.filePath(entry.name + suffix);
+            if (QFileInfo(current).exists() || QFileInfo(current).isSymLink()) {
+                if (!renameOver(current, data.filePath(aside + '/' + entry.name + suffix))) {
+                    *error = QStringLiteral("cannot move %1 aside: %2")
+                                 .arg(current, QString::fromLocal8Bit(std::strerror(errno)));
+                    return false;
+                }
+            }
+        }
+        if (!renameOver(staged, data.filePath(entry.name))) {
+            *error = QStringLiteral("cannot put %1 in place: %2")
+                         .arg(entry.name, QString::fromLocal8Bit(std::strerror(errno)));
             return false;
         }
     }
-    QString verdict;
-    if (sqlite3_prepare_v2(db.get(), "PRAGMA quick_check", -1, &stmt, nullptr) == SQLITE_OK) {
-        if (sqlite3_step(stmt) == SQLITE_ROW) {
-            verdict =
-                QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
-        }
-        sqlite3_finalize(stmt);
+    syncFolder(data.path());
+    return true;
+}
+
+// Unpacks the next database of the backup `in` into `target`.
+bool unpack(QFile& in, const DataBackup::Entry& entry, const QString& target, QString* error) {
+    const QList<QByteArray> header = in.readLine(256).trimmed().split(' ');
+    bool sized = false;
+    const qint64 size = header.size() == 2 ? header[1].toLongLong(&sized) : -1;
+    if (header.value(0) != entry.name.toUtf8() || !sized || size <= 0 || size > kMaxEntryBytes) {
+        *error = QStringLiteral("%1 is not a complete pedometer backup (%2 expected)")
+                     .arg(in.fileName(), entry.name);
+        return false;
     }
-    if (verdict != QLatin1String("ok")) {
-        *error =
-            QStringLiteral("it is damaged (%1)")
-                .arg(verdict.isEmpty() ? QString::fromUtf8(sqlite3_errmsg(db.get())) : verdict);
+    UserDataFile part(target);
+    if (!part.Open()) {
+        *error = part.ErrorText();
+        return false;
+    }
+    for (qint64 left = size; left > 0;) {
+        const QByteArray chunk = in.read(qMin<qint64>(left, 1 << 20));
+        if (chunk.isEmpty()) {
+            *error = QStringLiteral("%1 is cut short inside %2").arg(in.fileName(), entry.name);
+            return false;
+        }
+        if (part.write(chunk) != chunk.size()) {
+            *error = part.ErrorText();
+            return false;
+        }
+        left -= chunk.size();
+    }
+    if (!part.Commit()) {
+        *error = part.ErrorText();
         return false;
     }
     return true;
+}
+
+int appVersion(const QString& name) {
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    return name == QLatin1String("Options.db3") ? manager.OptionsConnection().Version()
+                                                : manager.StatisticsConnection().Version();
+}
+
+// Judges the unpacked `unpacked` and makes the fresh database `fresh` from its rows.
+bool stage(const DataBackup::Entry& entry, const QString& unpacked, const QString& fresh,
+           QString* error) {
+    DatabaseSchema schema;
+    if (!DatabaseSchema::Load(entry.name, appVersion(entry.name), &schema, error)) return false;
+    {
+        Db db = openDb(unpacked, SQLITE_OPEN_READONLY, error);
+        if (!db) return false;
+        // A foreign file's schema may name functions and triggers: never let them run.
+        sqlite3_db_config(db.get(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        sqlite3_db_config(db.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        QString refusal = schema.Refusal(db.get());
+        for (const QString& table : entry.requiredTables) {
+            if (refusal.isEmpty() &&
+                sqlite3_table_column_metadata(db.get(), "main", table.toUtf8().constData(),
+                                              nullptr, nullptr, nullptr, nullptr, nullptr,
+                                              nullptr) != SQLITE_OK) {
+                refusal = QStringLiteral("the table %1 is missing").arg(table);
+            }
+        }
+        if (!refusal.isEmpty()) {
+            *error = QStringLiteral("%1 in the backup is refused: %2").arg(entry.name, refusal);
+            return false;
+        }
+    }
+    // An empty file first, so the database is 0600 from its first byte.
+    if (!UserDataFile::Write(fresh, QByteArray(), error) ||
+        !schema.CreateFrom(unpacked, fresh, error)) {
+        return false;
+    }
+    dropSecrets(fresh);
+    return syncFile(fresh);
 }
 }  // namespace
 
@@ -110,14 +249,25 @@ const QList<DataBackup::Entry>& DataBackup::Entries() {
 
 bool DataBackup::Backup(const QString& dataDir, const QString& file, QString* error,
                         double* longestStepMs) {
-    QTemporaryDir work;
-    if (!work.isValid()) {
-        *error = QStringLiteral("cannot create a temporary folder: %1").arg(work.errorString());
-        return false;
+    // The data folder's own files are never replaced by a backup of them.
+    const QFileInfo target(file);
+    const QString targetFolder = QFileInfo(target.absolutePath()).canonicalFilePath();
+    if (targetFolder == QFileInfo(dataDir).canonicalFilePath()) {
+        for (const Entry& entry : Entries()) {
+            for (const QString& suffix : kSuffixes) {
+                if (target.fileName() == entry.name + suffix) {
+                    *error = QStringLiteral(
+                                 "%1 is the app's own database; write the backup to another "
+                                 "file")
+                                 .arg(file);
+                    return false;
+                }
+            }
+        }
     }
-    QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly)) {
-        *error = QStringLiteral("cannot write %1: %2").arg(file, out.errorString());
+    UserDataFile out(file);
+    if (!out.Open()) {
+        *error = out.ErrorText();
         return false;
     }
     out.write(kMagic);
@@ -127,37 +277,25 @@ bool DataBackup::Backup(const QString& dataDir, const QString& file, QString* er
             *error = QStringLiteral("%1 does not exist").arg(source);
             return false;
         }
-        const QString copy = work.filePath(entry.name);
-        {
-            QString why;
-            Db from = openDb(source, SQLITE_OPEN_READONLY, &why);
-            Db to = from ? openDb(copy, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, &why) : nullptr;
-            if (!to || !copyDatabase(from.get(), to.get(), &why, longestStepMs)) {
-                *error = QStringLiteral("cannot copy %1: %2").arg(source, why);
-                return false;
-            }
-            // A self-contained file: no write-ahead log beside it.
-            sqlite3_exec(to.get(), "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
-        }
-        QFile part(copy);
-        if (!part.open(QIODevice::ReadOnly)) {
-            *error = QStringLiteral("cannot read %1: %2").arg(copy, part.errorString());
+        QByteArray bytes;
+        QString why;
+        if (!snapshot(source, &bytes, &why, longestStepMs)) {
+            *error = QStringLiteral("cannot copy %1: %2").arg(source, why);
             return false;
         }
-        const QByteArray bytes = part.readAll();
         out.write(QStringLiteral("%1 %2\n").arg(entry.name).arg(bytes.size()).toUtf8());
         out.write(bytes);
     }
-    if (!out.commit()) {
-        *error = QStringLiteral("cannot write %1: %2").arg(file, out.errorString());
+    if (!out.Commit()) {
+        *error = out.ErrorText();
         return false;
     }
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
     return true;
 }
 
-bool DataBackup::Restore(const QString& file, const QString& dataDir, QString* error,
+bool DataBackup::Restore(const QString& file, const QString& folder, QString* error,
                          QString* asideDir) {
+    if (asideDir != nullptr) asideDir->clear();
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly)) {
         *error = QStringLiteral("cannot read %1: %2").arg(file, in.errorString());
@@ -167,86 +305,89 @@ bool DataBackup::Restore(const QString& file, const QString& dataDir, QString* e
         *error = QStringLiteral("%1 is not a pedometer backup").arg(file);
         return false;
     }
-    QTemporaryDir work;
-    if (!work.isValid()) {
-        *error = QStringLiteral("cannot create a temporary folder: %1").arg(work.errorString());
+    if (!QFileInfo(folder).isDir() && !QDir().mkpath(folder)) {
+        *error = QStringLiteral("cannot create the data folder %1").arg(folder);
         return false;
     }
-    // Unpack and check every database before anything in the data folder changes.
-    for (const Entry& entry : Entries()) {
-        const QList<QByteArray> header = in.readLine(256).trimmed().split(' ');
-        bool sized = false;
-        const qint64 size = header.size() == 2 ? header[1].toLongLong(&sized) : -1;
-        if (header.value(0) != entry.name.toUtf8() || !sized || size <= 0 ||
-            size > kMaxEntryBytes) {
-            *error = QStringLiteral("%1 is not a complete pedometer backup (%2 expected)")
-                         .arg(file, entry.name);
-            return false;
-        }
-        QFile part(work.filePath(entry.name));
-        if (!part.open(QIODevice::WriteOnly)) {
-            *error = QStringLiteral("cannot unpack %1: %2").arg(entry.name, part.errorString());
-            return false;
-        }
-        for (qint64 left = size; left > 0;) {
-            const QByteArray chunk = in.read(qMin<qint64>(left, 1 << 20));
-            if (chunk.isEmpty()) {
-                *error = QStringLiteral("%1 is cut short inside %2").arg(file, entry.name);
-                return false;
-            }
-            if (part.write(chunk) != chunk.size()) {
-                *error = QStringLiteral("cannot unpack %1: %2").arg(entry.name, part.errorString());
-                return false;
-            }
-            left -= chunk.size();
-        }
-        part.close();
-        QString why;
-        if (!checkDatabase(part.fileName(), entry.requiredTables, &why)) {
-            *error = QStringLiteral("%1 in %2 is not usable: %3").arg(entry.name, file, why);
-            return false;
-        }
-    }
-
+    // Links above the data folder are resolved: the files made inside it are opened
+    // without following any link.
+    const QString dataDir = QFileInfo(folder).canonicalFilePath();
     QDir data(dataDir);
-    if (!data.exists() && !QDir().mkpath(dataDir)) {
-        *error = QStringLiteral("cannot create the data folder %1").arg(dataDir);
+    if (!Recover(dataDir, error)) return false;
+
+    // Unpack, judge and rebuild both databases before anything in the data folder changes.
+    QTemporaryDir staging(data.filePath(kStagingPrefix + QStringLiteral("XXXXXX")));
+    if (!staging.isValid()) {
+        *error = QStringLiteral("cannot create a folder in %1: %2")
+                     .arg(dataDir, staging.errorString());
         return false;
     }
-    QFile::setPermissions(dataDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    // Keep the current databases (with their journals) in a folder of their own.
-    const QString aside =
-        QStringLiteral("aside-%1")
-            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")));
-    bool movedAny = false;
     for (const Entry& entry : Entries()) {
-        for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
-            const QString name = entry.name + suffix;
-            if (!data.exists(name)) continue;
-            if (!movedAny && !data.mkpath(aside)) {
-                *error = QStringLiteral("cannot create %1").arg(data.filePath(aside));
-                return false;
-            }
-            if (!movedAny) {
-                QFile::setPermissions(data.filePath(aside),
-                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-            }
-            movedAny = true;
-            if (!data.rename(name, aside + '/' + name)) {
-                *error = QStringLiteral("cannot move %1 aside").arg(data.filePath(name));
-                return false;
-            }
-        }
-    }
-    if (asideDir != nullptr) *asideDir = movedAny ? data.filePath(aside) : QString();
-    for (const Entry& entry : Entries()) {
-        const QString target = data.filePath(entry.name);
-        if (!QFile::copy(work.filePath(entry.name), target)) {
-            *error = QStringLiteral("cannot write %1; the previous databases are in %2")
-                         .arg(target, data.filePath(aside));
+        const QString unpacked = staging.filePath(entry.name + QStringLiteral(".unpacked"));
+        if (!unpack(in, entry, unpacked, error) ||
+            !stage(entry, unpacked, staging.filePath(entry.name), error)) {
             return false;
         }
-        QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
+        QFile::remove(unpacked);
+    }
+    const QString aside = makeAsideFolder(data);
+    if (aside.isEmpty()) {
+        *error = QStringLiteral("cannot create a folder in %1 for the current databases: %2")
+                     .arg(dataDir, QString::fromLocal8Bit(std::strerror(errno)));
+        return false;
+    }
+    const QString stagingName = QFileInfo(staging.path()).fileName();
+    syncFolder(staging.path());
+    // From here on the switch can always be finished: the journal says what goes where.
+    if (!UserDataFile::Write(data.filePath(QLatin1String(kJournalName)),
+                             (stagingName + '\n' + aside + '\n').toUtf8(), error)) {
+        data.rmdir(aside);
+        return false;
+    }
+    staging.setAutoRemove(false);
+    if (!Recover(dataDir, error)) return false;
+    if (asideDir != nullptr && data.exists(aside)) *asideDir = data.filePath(aside);
+    return true;
+}
+
+bool DataBackup::Recover(const QString& dataDir, QString* error) {
+    QDir data(dataDir);
+    const QString journalPath = data.filePath(QLatin1String(kJournalName));
+    QString staging;
+    if (QFileInfo::exists(journalPath)) {
+        QFile journal(journalPath);
+        const QStringList lines =
+            journal.open(QIODevice::ReadOnly)
+                ? QString::fromUtf8(journal.readAll()).split('\n', Qt::SkipEmptyParts)
+                : QStringList();
+        if (lines.size() != 2 || !lines[0].startsWith(kStagingPrefix) ||
+            !lines[1].startsWith(QLatin1String("aside-")) || lines.join(QString()).contains('/')) {
+            *error = QStringLiteral("%1 cannot be read; move it away to use the data folder")
+                         .arg(journalPath);
+            return false;
+        }
+        staging = lines[0];
+        if (!data.exists(lines[1]) && !data.mkdir(lines[1])) {
+            *error = QStringLiteral("cannot create %1").arg(data.filePath(lines[1]));
+            return false;
+        }
+        if (!switchDatabases(data, staging, lines[1], error)) {
+            *error = QStringLiteral("a restore could not be finished: %1").arg(*error);
+            return false;
+        }
+        dropSecrets(data.filePath(lines[1] + QStringLiteral("/Options.db3")));
+        QDir(data.filePath(staging)).removeRecursively();
+        if (!QFile::remove(journalPath)) {
+            *error = QStringLiteral("cannot remove %1").arg(journalPath);
+            return false;
+        }
+        syncFolder(dataDir);
+        data.rmdir(lines[1]);  // kept only when it holds the previous databases
+    }
+    // Staging folders of restores killed before their switch.
+    for (const QString& left : data.entryList({kStagingPrefix + '*'},
+                                              QDir::Dirs | QDir::Hidden | QDir::NoSymLinks)) {
+        QDir(data.filePath(left)).removeRecursively();
     }
     return true;
 }

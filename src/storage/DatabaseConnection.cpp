@@ -11,11 +11,19 @@
 #include <cstring>
 
 #include "AppPaths.h"
+#include "UserDataFile.h"
 
 namespace {
 // Long enough for another process's checkpoint or transaction, short enough that the
 // user does not wait noticeably.
 constexpr int kBusyTimeoutMs = 3000;
+
+void hideFromOthers(const QString& path) {
+    const QFile::Permissions permissions = QFile::permissions(path);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                      QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    if (permissions & others) QFile::setPermissions(path, permissions & ~others);
+}
 
 bool isDamage(int code) {
     const int primary = code & 0xff;
@@ -98,18 +106,13 @@ bool DatabaseConnection::OpenLocked() {
         if (status_.error.isEmpty()) status_.error = QStringLiteral("no data folder");
         return false;
     }
-    status_.path = home + '/' + fileName_;
-    if (QFileInfo(status_.path).isSymLink()) {
-        status_.error = QStringLiteral(
-                            "%1 is a symbolic link; the databases must be files in "
-                            "the data folder")
-                            .arg(status_.path);
+    // Folders above the data folder may be links (a moved home folder, /home on another
+    // partition): the path is resolved, and only the database file itself may not be one.
+    const QString folder = QFileInfo(home).canonicalFilePath();
+    status_.path = (folder.isEmpty() ? home : folder) + '/' + fileName_;
+    if (const QString link = UserDataFile::LinkRefusal(status_.path); !link.isEmpty()) {
+        status_.error = link;
         return false;
-    }
-    if (!readOnly_) {
-        // Account names and health data: only the owner may look, whatever an older
-        // version or another program left.
-        QFile::setPermissions(home, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     if (!QFileInfo::exists(status_.path)) {
         if (readOnly_) {
@@ -124,7 +127,9 @@ bool DatabaseConnection::OpenLocked() {
         // (serialized mode) would only cost time on every column read.
         const int flags = (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) |
                           SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
-        if (!readOnly_) QFile::setPermissions(status_.path, QFile::ReadOwner | QFile::WriteOwner);
+        // Health data: nobody but the owner may read it, whatever an older version left.
+        // Permissions are only ever taken away: a file the user made read-only stays so.
+        if (!readOnly_) hideFromOthers(status_.path);
         database_ = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
         // Reading the schema proves that the file is a database at all, and ours,

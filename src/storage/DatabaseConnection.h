@@ -23,8 +23,10 @@
 // statement that would change the file waits for its verdict, Run() takes the verdict
 // as soon as it is in, and Status() waits for it (an upgrade in place checks first,
 // before it writes). A file the second connection cannot open is checked at once.
-// The data folder and the file are tightened to 0700/0600 at every opening, and a file
-// that is a symbolic link is refused rather than followed out of the folder. PRAGMA user_version holds
+// The file loses any permission for group and others at opening (never gains one: a
+// read-only file stays read-only and is reported so). Links in the folders above the
+// data folder are resolved; a database file that is itself a symbolic link is refused,
+// naming the link, rather than followed out of the folder. PRAGMA user_version holds
 // the layout's version: an older file is brought up to date in place, in one
 // transaction, and a file from a newer version is opened read-only.
 //
@@ -63,6 +65,8 @@ public:
     // Read-only: the file is opened without write access and never seeded; every
     // change fails and has no effect. Takes effect at the next opening.
     void SetReadOnly(bool readOnly);
+    // The layout version this app writes (PRAGMA user_version).
+    int Version() const { return static_cast<int>(upgrades_.size()); }
 
 private:
     bool EnsureOpenLocked();

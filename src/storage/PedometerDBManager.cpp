@@ -5,6 +5,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <SQLiteCpp/VariadicBind.h>
+
 #include "Body.h"
 #include "Clock.h"
 #include "DbDateTime.h"
@@ -236,8 +238,9 @@ void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, doubl
 
 PedometerDBManager::PedometerDBManager()
     : options_(QStringLiteral("Options.db3"), {"SOCIAL", "BODY", "SOUNDS", "SCREEN"},
-               // 1: the version number itself.
-               {QString()}),
+               // 1: the version number itself. 2: the steps target of the alarm.
+               {QString(),
+                QStringLiteral("ALTER TABLE SCREEN ADD COLUMN SYGNAL_STEPS INTEGER DEFAULT 10000")}),
       statistics_(
           QStringLiteral("Statistics.db3"),
           {"Lap", "LapMinutes", "LastFiveMinutes", "SygnalValues", "BODYLOGS", "TargetValues"},
@@ -247,7 +250,17 @@ PedometerDBManager::PedometerDBManager()
                           "CREATE INDEX IF NOT EXISTS LapMinutesLap ON LapMinutes "
                           "(lapId, lapMinute);"
                           "CREATE INDEX IF NOT EXISTS LastFiveMinutesLap ON "
-                          "LastFiveMinutes (lapId);")}) {}
+                          "LastFiveMinutes (lapId);"),
+           // 2: steps as a goal, and the history of the daily goal, which starts with
+           // the goal set before as in force since always.
+           QStringLiteral(
+               "ALTER TABLE TargetValues ADD COLUMN steps INTEGER DEFAULT 10000;"
+               "ALTER TABLE SygnalValues ADD COLUMN steps INTEGER DEFAULT 0;"
+               "CREATE TABLE GoalHistory (since TEXT PRIMARY KEY, targetActive INTEGER, "
+               "target REAL);"
+               "INSERT INTO GoalHistory SELECT '0001-01-01',targetActive,CASE targetActive "
+               "WHEN 1 THEN distance WHEN 2 THEN calories WHEN 3 THEN activityTime END "
+               "FROM TargetValues WHERE targetActive BETWEEN 1 AND 3 LIMIT 1;")}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -486,6 +499,11 @@ int PedometerDBManager::GetTodayActivity() {
         statistics_, "SELECT sum(secondsCompleted) AS Sum FROM LapMinutes WHERE lapId=");
 }
 
+int PedometerDBManager::GetTodaySteps() {
+    return sumOverTodaysLaps<int>(statistics_,
+                                  "SELECT sum(steps) AS Sum FROM LapMinutes WHERE lapId=");
+}
+
 // --- Goal alarm progress ----------------------------------------------------------
 
 DAOSygnal PedometerDBManager::GetTodaySygnal() {
@@ -494,7 +512,8 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
     bool found = false;
     const bool queried = statistics_.Run([&](SQLite::Database& db) {
         SQLite::Statement select(db,
-                                 "SELECT calories,distance,activityTime FROM SygnalValues WHERE "
+                                 "SELECT calories,distance,activityTime,steps FROM SygnalValues "
+                                 "WHERE "
                                  "sygnalDate BETWEEN ? AND ? ORDER BY sygnalDate DESC LIMIT 1");
         bindDate(select, 1, today.from);
         bindDate(select, 2, today.to);
@@ -502,6 +521,7 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
         sygnal.calories = select.getColumn(0).getDouble();
         sygnal.distance = select.getColumn(1).getDouble();
         sygnal.activityTime = select.getColumn(2).getInt();
+        sygnal.steps = select.getColumn(3).getInt();
         found = true;
     });
     if (found || !queried) return sygnal;
@@ -517,11 +537,11 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
 }
 
 void PedometerDBManager::UpdateSygnal(const DAOSygnal& sygnal) {
-    execInTransaction(statistics_, "UPDATE SygnalValues SET  calories=?,distance=?,activityTime=?",
+    execInTransaction(statistics_,
+                      "UPDATE SygnalValues SET  calories=?,distance=?,activityTime=?,steps=?",
                       [&](SQLite::Statement& update) {
-                          update.bind(1, sygnal.calories);
-                          update.bind(2, sygnal.distance);
-                          update.bind(3, sygnal.activityTime);
+                          SQLite::bind(update, sygnal.calories, sygnal.distance,
+                                       sygnal.activityTime, sygnal.steps);
                       });
 }
 
@@ -627,7 +647,7 @@ void PedometerDBManager::LoadTargets(DAOTarget& target) {
     statistics_.Run([&](SQLite::Database& db) {
         SQLite::Statement select(db,
                                  "SELECT targetActive,calories,activityTime,distance,wheight,hips,"
-                                 "chest,waist,wheightTarget FROM TargetValues LIMIT 1");
+                                 "chest,waist,wheightTarget,steps FROM TargetValues LIMIT 1");
         if (!select.executeStep()) return;
         target.targetActive = select.getColumn(0).getInt();
         target.calories = select.getColumn(1).getInt();
@@ -638,6 +658,7 @@ void PedometerDBManager::LoadTargets(DAOTarget& target) {
         target.chest = select.getColumn(6).getDouble();
         target.waist = select.getColumn(7).getDouble();
         target.wheightTarget = select.getColumn(8).getInt();
+        target.steps = select.getColumn(9).getInt();
     });
 }
 
@@ -646,20 +667,35 @@ void PedometerDBManager::SaveTagets() {
 }
 
 void PedometerDBManager::SaveTagets(const DAOTarget& target) {
-    execInTransaction(statistics_,
-                      "UPDATE TargetValues SET targetActive=?,calories=?,activityTime=?,distance=?,"
-                      "wheight=?,hips=?,chest=?,waist=?,wheightTarget=?",
-                      [&](SQLite::Statement& update) {
-                          update.bind(1, target.targetActive);
-                          update.bind(2, target.calories);
-                          update.bind(3, target.activityTime);
-                          update.bind(4, target.distance);
-                          update.bind(5, target.wheight);
-                          update.bind(6, target.hips);
-                          update.bind(7, target.chest);
-                          update.bind(8, target.waist);
-                          update.bind(9, target.wheightTarget);
-                      });
+    const QString today = Clock::Now().date().toString(Qt::ISODate);
+    const DailyGoal goal = DailyGoal::Of(target);
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        SQLite::Statement update(db,
+                                 "UPDATE TargetValues SET targetActive=?,calories=?,activityTime=?,"
+                                 "distance=?,wheight=?,hips=?,chest=?,waist=?,wheightTarget=?,"
+                                 "steps=?");
+        SQLite::bind(update, target.targetActive, target.calories, target.activityTime,
+                     target.distance, target.wheight, target.hips, target.chest, target.waist,
+                     target.wheightTarget, target.steps);
+        update.exec();
+        // Today's row of the goal history holds the goal as it is now, unless the goal
+        // in force before today is the same.
+        db.exec("DELETE FROM GoalHistory WHERE since='" + today.toStdString() + "'");
+        SQLite::Statement before(db,
+                                 "SELECT targetActive,target FROM GoalHistory ORDER BY since DESC "
+                                 "LIMIT 1");
+        DailyGoal previous;
+        if (before.executeStep()) {
+            previous = {before.getColumn(0).getInt(), before.getColumn(1).getDouble()};
+        }
+        if (!(previous == goal)) {
+            SQLite::Statement insert(db, "INSERT INTO GoalHistory VALUES (?,?,?)");
+            SQLite::bind(insert, today.toStdString(), goal.kind, goal.target);
+            insert.exec();
+        }
+        transaction.commit();
+    });
 }
 
 // --- Settings, body profile, social -------------------------------------------------
@@ -679,7 +715,8 @@ void PedometerDBManager::LoadOptions(PedometerOptions& o) {
             "SCREEN.PACER_TYPE,SCREEN.PACER_OFF_ACT,SCREEN.PACER_DIFF,SCREEN.PACER_SPEED,"
             "SCREEN.PACER_TEMP,SCREEN.PACER_FREQ,SCREEN.PACER_DIF_SPEED,SCREEN.PACER_DIF_TEMP,"
             "SCREEN.PACER_DIF_FREQ,SCREEN.SYGNAL_TYPE,SCREEN.SYGNAL_CALORIES,"
-            "SCREEN.SYGNAL_DISTANCE,SCREEN.SYGNAL_ACTIVITY, SCREEN.START_ON_BLOCK FROM SOUNDS "
+            "SCREEN.SYGNAL_DISTANCE,SCREEN.SYGNAL_ACTIVITY, SCREEN.START_ON_BLOCK,"
+            "SCREEN.SYGNAL_STEPS FROM SOUNDS "
             ",SCREEN");
         if (!select.executeStep()) return;
         o.soundSteps = isSet(select.getColumn(0));
@@ -708,6 +745,7 @@ void PedometerDBManager::LoadOptions(PedometerOptions& o) {
         o.sygnalDistance = select.getColumn(23).getDouble();
         o.sygnalActivity = select.getColumn(24).getInt();
         o.startOnBlock = isSet(select.getColumn(25));
+        o.sygnalSteps = select.getColumn(26).getInt();
     });
 }
 
@@ -733,7 +771,7 @@ void PedometerDBManager::SaveOptions(const PedometerOptions& o) {
             "COUNT_DOWN_TIME=?,FIRST_STATR=?,MAIN_VALUES=?,MAIN_GRAPHIC=?,PACER_TYPE=?,"
             "PACER_OFF_ACT=?,PACER_DIFF=?,PACER_SPEED=?,PACER_TEMP=?,PACER_FREQ=?,"
             "PACER_DIF_SPEED=?,PACER_DIF_TEMP=?,PACER_DIF_FREQ=?,SYGNAL_TYPE=?,SYGNAL_CALORIES=?,"
-            "SYGNAL_DISTANCE=?,SYGNAL_ACTIVITY=?, START_ON_BLOCK=?");
+            "SYGNAL_DISTANCE=?,SYGNAL_ACTIVITY=?, START_ON_BLOCK=?,SYGNAL_STEPS=?");
         screen.bind(1, flag(o.measurementSystem));
         screen.bind(2, flag(o.paceInsteadOfSpeed));
         screen.bind(3, flag(o.showBmi));
@@ -755,6 +793,7 @@ void PedometerDBManager::SaveOptions(const PedometerOptions& o) {
         screen.bind(19, o.sygnalDistance.load());
         screen.bind(20, o.sygnalActivity.load());
         screen.bind(21, flag(o.startOnBlock));
+        screen.bind(22, o.sygnalSteps.load());
         screen.exec();
         transaction.commit();
     });

@@ -12,8 +12,10 @@
 #include "DAOSocial.h"
 #include "DAOSygnal.h"
 #include "DAOTarget.h"
+#include "DailyGoal.h"
 #include "DatabaseConnection.h"
 #include "DatabaseStatus.h"
+#include "GoalStreaks.h"
 #include "PedometerOptions.h"
 
 // The only gateway to the two databases in the data folder: the settings
@@ -45,6 +47,7 @@ public:
     DatabaseStatus SavingProblem();
     // The statistics database itself, for whole-table work such as export and import.
     DatabaseConnection& StatisticsConnection() { return statistics_; }
+    DatabaseConnection& OptionsConnection() { return options_; }
     bool IsOptionsUsable() { return OptionsStatus().usable(); }
     bool IsStatisticsUsable() { return StatisticsStatus().usable(); }
     // Closes both files; the next operation opens them again under the current
@@ -97,6 +100,7 @@ public:
     double GetTodayDistance();  // metres
     double GetTodayCalories();  // kcal
     int GetTodayActivity();     // seconds
+    int GetTodaySteps();
 
     // --- Goal alarm progress (statistics) ------------------------------------
     // Today's progress; on the first request of a day the old rows are dropped and
@@ -128,8 +132,16 @@ public:
     // Into and from DAOTarget::GetInstance(), or the given record.
     void LoadTargets();
     void LoadTargets(DAOTarget& target);
+    // Saving also notes the daily goal in force from today on in the goal history.
     void SaveTagets();
     void SaveTagets(const DAOTarget& target);
+    // The daily goal's history, oldest first: from which day on each goal held.
+    std::vector<DatedGoal> GetGoalHistory();
+    // The runs of days with the daily goal reached from `from` to `to` (both whole),
+    // each day judged by the goal then in force (GoalStreaks). An invalid `from` starts
+    // at the first day with a lap. Reads the days' sums in one query
+    // (PedometerDBManagerHistory.cpp).
+    GoalStreaks GetGoalStreaks(const QDate& from, const QDate& to);
 
     // --- Settings, body profile, social (settings) ---------------------------
     // Into and from PedometerOptions::GetInstance(), or the given record. Loading

@@ -1,4 +1,6 @@
-// PedometerDBManager: the per-day sums behind the period history.
+// PedometerDBManager: the per-day sums behind the period history, and the streaks of
+// days with the daily goal reached.
+#include "Clock.h"
 #include "DbDateTime.h"
 #include "PedometerDBManager.h"
 
@@ -36,4 +38,34 @@ std::vector<DAODayTotals> PedometerDBManager::GetDayTotals(const QDate& from, co
     });
     if (!done) days.clear();
     return days;
+}
+
+std::vector<DatedGoal> PedometerDBManager::GetGoalHistory() {
+    std::vector<DatedGoal> goals;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT since,targetActive,target FROM GoalHistory ORDER BY since");
+        while (select.executeStep()) {
+            const QDate since =
+                QDate::fromString(QString::fromLatin1(select.getColumn(0).getText()), Qt::ISODate);
+            if (!since.isValid()) continue;
+            goals.push_back({since, {select.getColumn(1).getInt(), select.getColumn(2).getDouble()}});
+        }
+    });
+    if (!done) goals.clear();
+    return goals;
+}
+
+GoalStreaks PedometerDBManager::GetGoalStreaks(const QDate& from, const QDate& to) {
+    QDate start = from;
+    if (!start.isValid()) {
+        statistics_.Run([&](SQLite::Database& db) {
+            SQLite::Statement first(db, "SELECT min(startDate) FROM Lap");
+            if (first.executeStep() && !first.getColumn(0).isNull()) {
+                start = DbDateTime::FromText(first.getColumn(0).getText()).date();
+            }
+        });
+    }
+    if (!start.isValid() || start > to) return {};
+    return GoalStreaks(start, to, GetDayTotals(start, to), GetGoalHistory(), Clock::Now().date());
 }

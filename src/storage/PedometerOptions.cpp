@@ -33,5 +33,6 @@ void PedometerOptions::RestoreDefaults() {
     sygnalCalories = 300;
     sygnalDistance = 5.0;
     sygnalActivity = 30;
+    sygnalSteps = 10000;
     startOnBlock = false;
 }

@@ -51,5 +51,6 @@ public:
     std::atomic<int> sygnalCalories;     // kcal
     std::atomic<double> sygnalDistance;  // km
     std::atomic<int> sygnalActivity;     // minutes
+    std::atomic<int> sygnalSteps;
     std::atomic<bool> startOnBlock;
 };

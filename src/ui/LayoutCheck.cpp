@@ -82,8 +82,18 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
     Result result;
     result.smallestAllowedText = SmallestAllowedText(window.size());
     QVector<Seen> seen;
-    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    // What an overlay (the property "covers") covers cannot be reached: only the newest
+    // visible overlay and what lies outside its parent count.
+    const QWidget* cover = nullptr;
+    for (const QWidget* widget : widgets) {
+        if (widget->property("covers").toBool() && widget->isVisibleTo(&window)) cover = widget;
+    }
+    for (const QWidget* widget : widgets) {
         if (widget->isWindow() || !widget->isVisibleTo(&window)) continue;
+        if (cover != nullptr && widget != cover && !cover->isAncestorOf(widget) &&
+            cover->parentWidget()->isAncestorOf(widget))
+            continue;
         if (IsViewport(*widget) || qobject_cast<const QScrollBar*>(widget) != nullptr) continue;
         const bool touch = IsTouchControl(*widget, window);
         const bool leaf = widget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly).isEmpty();
@@ -93,6 +103,7 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
         QRect visible(widget->mapTo(&window, QPoint(0, 0)), widget->size());
         bool cut = false;
         bool hidden = false;
+        QString cutBy;
         for (const QWidget* up = widget->parentWidget(); up != nullptr;
              up = up->parentWidget()) {
             const QRect area = up == &window
@@ -101,7 +112,8 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
             if (IsViewport(*up)) {
                 visible &= area;
                 if (visible.isEmpty()) hidden = true;
-            } else if (!area.contains(visible)) {
+            } else if (!area.adjusted(-1, -1, 1, 1).contains(visible)) {  // a pixel of rounding
+                if (!cut) cutBy = Describe(*up);
                 cut = true;
             }
             if (up == &window || hidden) break;
@@ -110,8 +122,8 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
         ++result.controls;
         if (cut) {
             ++result.outside;
-            result.problems << QStringLiteral("outside: %1 at %2,%3 %4x%5")
-                                   .arg(Describe(*widget))
+            result.problems << QStringLiteral("outside %1: %2 at %3,%4 %5x%6")
+                                   .arg(cutBy, Describe(*widget))
                                    .arg(visible.x())
                                    .arg(visible.y())
                                    .arg(visible.width())
@@ -131,7 +143,7 @@ LayoutCheck::Result LayoutCheck::Check(QWidget& window) {
             const QWidget* a = seen[i].widget;
             const QWidget* b = seen[j].widget;
             if (a->isAncestorOf(b) || b->isAncestorOf(a)) continue;
-            if (!seen[i].visible.intersects(seen[j].visible)) continue;
+            if (!seen[i].visible.adjusted(1, 1, -1, -1).intersects(seen[j].visible)) continue;
             ++result.overlapping;
             result.problems << QStringLiteral("overlapping: %1 and %2")
                                    .arg(Describe(*a))

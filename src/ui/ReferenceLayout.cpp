@@ -79,8 +79,8 @@ bool PlacesItsOwnChildren(const QWidget& widget) {
     return meta->className()[0] == 'Q';
 }
 
-void Walk(QWidget& parent, const Space& space, const ReferenceLayout::Placement& from,
-          const ReferenceLayout::Placement& to);
+void Walk(QWidget& parent, const QSize& parentSize, const Space& space,
+          const ReferenceLayout::Placement& from, const ReferenceLayout::Placement& to);
 
 void Rescale(QWidget& widget, const ReferenceLayout::Placement& from,
              const ReferenceLayout::Placement& to) {
@@ -102,12 +102,12 @@ void WalkScrolled(QAbstractScrollArea& area, const ReferenceLayout::Placement& f
     const double factor = to.scale / from.scale;
     if (!scroll->widgetResizable())
         content->resize(Round(content->width() * factor), Round(content->height() * factor));
-    Walk(*content, Space{false}, from, to);
+    Walk(*content, content->size(), Space{false}, from, to);
     Rescale(*content, from, to);  // last: content that sizes itself (an article) does so
 }
 
-void Walk(QWidget& parent, const Space& space, const ReferenceLayout::Placement& from,
-          const ReferenceLayout::Placement& to) {
+void Walk(QWidget& parent, const QSize& parentSize, const Space& space,
+          const ReferenceLayout::Placement& from, const ReferenceLayout::Placement& to) {
     for (QObject* object : parent.children()) {
         auto* child = qobject_cast<QWidget*>(object);
         if (child == nullptr) continue;
@@ -120,15 +120,17 @@ void Walk(QWidget& parent, const Space& space, const ReferenceLayout::Placement&
         const QRectF reference = !applied.isValid()        ? Unmap(old, Space{false}, from)
                                  : applied.toRect() == old ? child->property(kReferenceRect).toRectF()
                                                            : Unmap(old, space, from);
-        const QRect placed = Map(reference, space, to);
+        // An overlay (a question, the lock pane: the property "covers") covers its parent.
+        const bool covers = child->property("covers").toBool();
+        const QRect placed = covers ? QRect(QPoint(0, 0), parentSize) : Map(reference, space, to);
         // Children first, so that a resize handler of this control that places them
         // again works from the new scale and is taken as the screen's own placement.
         if (auto* area = qobject_cast<QAbstractScrollArea*>(child)) {
             WalkScrolled(*area, from, to);
         } else if (!PlacesItsOwnChildren(*child)) {
-            Walk(*child,
-                 Space{space.band, space.refTop + reference.y(), space.oldTop + old.y(),
-                       space.newTop + placed.y()},
+            Walk(*child, placed.size(),
+                 Space{space.band, space.refTop + (covers ? 0 : reference.y()),
+                       space.oldTop + old.y(), space.newTop + placed.y()},
                  from, to);
         }
         child->setGeometry(placed);
@@ -174,5 +176,6 @@ double ReferenceLayout::ExtraFor(int height, double scale) {
 }
 
 void ReferenceLayout::Apply(QWidget& screen, const Placement& from, const Placement& to) {
-    Walk(screen, Space{}, from, to);
+    const QSize size(Round(kWidth * to.scale), Round((kClientHeight + to.extra) * to.scale));
+    Walk(screen, size, Space{}, from, to);
 }

@@ -24,7 +24,9 @@ class QWidget;
 // - controls implementing IRescalable remake their pictures and fonts (TivLabel's font
 //   sizes, TivButton's and TivImagePanel's pictures), and explicit fonts set on other
 //   widgets (a text field, a menu) keep their size in reference units;
-// - the content of a scroll area is scaled as it is, without the band (it scrolls).
+// - the content of a scroll area is scaled as it is, without the band (it scrolls);
+// - a control with the property "covers" (a question over the screen, the lock pane)
+//   covers its parent whatever its size.
 //
 // A resize therefore re-lays out the screen at once and keeps everything else: the stack,
 // the typed text, the scroll position, the counting. GUI thread only.

@@ -5,6 +5,7 @@
 
 #include "AppResource.h"
 #include "PedometerDBManager.h"
+#include "SensorStatus.h"
 #include "TivUtils.h"
 
 namespace {
@@ -28,13 +29,15 @@ void StorageNotice::Refresh() {
     const DatabaseStatus problem = PedometerDBManager::GetInstance().SavingProblem();
     const bool failedLater = problem.usable();
     const QString why = failedLater ? problem.lastFailure : problem.error;
-    if (why.isEmpty() && problem.path.isEmpty()) {
+    QString key = failedLater ? QStringLiteral("storage__ Recording is not being saved: %@")
+                              : QStringLiteral("storage__ Nothing will be saved: %@");
+    QString detail = why;
+    if (why.isEmpty() && problem.path.isEmpty()) SensorStatus::Current(&key, &detail);
+    if (key.isEmpty()) {
         hide();
         return;
     }
-    const QString key = failedLater ? QStringLiteral("storage__ Recording is not being saved: %@")
-                                    : QStringLiteral("storage__ Nothing will be saved: %@");
-    setText(AppResource::GetInstance().GetString(key).replace(QLatin1String("%@"), why));
+    setText(AppResource::GetInstance().GetString(key).replace(QLatin1String("%@"), detail));
     if (parentWidget() != nullptr) {
         setFixedWidth(parentWidget()->width());
         adjustSize();

@@ -6,6 +6,8 @@
 // A strip across the top of a screen that appears while what the user records is not
 // being saved: a database that cannot be used since start-up, or a write that failed
 // (full disk, damage found). It says why, and disappears when both databases save.
+// Otherwise it tells why the accelerometer counts nothing or poorly (SensorStatus: busy
+// in another program, a rate that cannot be set) while that lasts.
 class StorageNotice : public QLabel {
     Q_OBJECT
 public:

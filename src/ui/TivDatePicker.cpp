@@ -24,6 +24,7 @@ const QColor kValue(252, 209, 75);
 
 TivDatePicker::TivDatePicker(QWidget& screen) : QWidget(&screen) {
     setProperty("closesOnBack", true);
+    setProperty("covers", true);
     setProperty("touchTarget", true);
     setGeometry(screen.rect());
     hide();

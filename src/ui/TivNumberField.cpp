@@ -23,6 +23,10 @@ TivNumberField::TivNumberField(QWidget* parent, int maxLength, int fontSize) : Q
     Restyle(false);
 }
 
+TivNumberField::~TivNumberField() {
+    delete message_.data();
+}
+
 void TivNumberField::Restyle(bool refused) {
     setStyleSheet(QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
                                  " border: %1px solid %3; border-radius: %2px; }"

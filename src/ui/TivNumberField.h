@@ -17,6 +17,8 @@ class TivNumberField : public QLineEdit {
 public:
     // `fontSize` is in the toolkit's font units (TivUtils::CreateFont), already scaled.
     TivNumberField(QWidget* parent, int maxLength, int fontSize);
+    // Takes its explanation along: the line belongs to the parent, not to the field.
+    ~TivNumberField() override;
 
     // True for a valid verdict, which clears any earlier explanation. Otherwise the
     // text stays as typed, the frame turns amber and the reason (`range`'s message)

@@ -66,8 +66,9 @@ bool LoadArtwork(const QString& name, QSvgRenderer& renderer, QSizeF* drawn) {
 // `size` logical pixels of the picture, rendered at the device pixel ratio; cached.
 QPixmap Render(const QString& name, const QSize& size) {
     const double ratio = DevicePixelRatio();
+    // Keyed by the artwork's path, so pictures from another resource folder are not mixed up.
     const QString key = QStringLiteral("TivUtils:%1@%2x%3*%4")
-                            .arg(QFileInfo(name).completeBaseName())
+                            .arg(TivUtils::GetArtworkPath(name))
                             .arg(size.width())
                             .arg(size.height())
                             .arg(ratio);
@@ -156,7 +157,9 @@ std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& 
 std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture) {
     const auto name = renderedNames().constFind(picture.cacheKey());
     if (name == renderedNames().constEnd()) return nullptr;
-    return GetBitmapWithRightResolutionN(*name);
+    // A copy: rendering inserts into the same table, which may move its entries.
+    const QString copy = *name;
+    return GetBitmapWithRightResolutionN(copy);
 }
 
 QPixmap TivUtils::RenderPicture(const QString& name, const QSize& size) {

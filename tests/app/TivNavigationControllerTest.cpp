@@ -4,40 +4,29 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <functional>
 
-#include "AppFrame.h"
 #include "NavigationTestSupport.h"
-#include "TivUtils.h"
+#include "ScreenFrame.h"
 
 namespace {
 
 // A frame with the root form shown, as the application sets it up.
-class TivNavigationControllerTest : public ::testing::Test {
+class TivNavigationControllerTest : public ::testing::Test, protected ScreenFrame {
 protected:
     void SetUp() override {
-        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
-        frame = std::make_unique<AppFrame>();
-        controller = std::make_unique<TivNavigationController>(*frame);
-        root = Make("root");
-        controller->InitWithRootForm(root);
-        frame->AddControl(*root);
-        frame->SetCurrentForm(*root);
+        Open();
+        SetRoot(Make("root"));
         root->FormWillAppear();
         journal.lines.clear();
     }
-    void TearDown() override {
-        controller.reset();
-        frame.reset();
-    }
+    void TearDown() override { Close(); }
 
     ProbeForm* Make(const QString& name) { return new ProbeForm(name, journal, *frame); }
     // Runs the deferred deletions the frame asked for.
     static void Settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     Journal journal;
-    std::unique_ptr<AppFrame> frame;
-    std::unique_ptr<TivNavigationController> controller;
-    ProbeForm* root = nullptr;
 };
 
 TEST_F(TivNavigationControllerTest, InitWithRootLeavesTheFrameToTheCaller) {
@@ -54,121 +43,78 @@ TEST_F(TivNavigationControllerTest, InitWithRootLeavesTheFrameToTheCaller) {
 
 TEST_F(TivNavigationControllerTest, PushInitialisesShowsAndTellsTheNewForm) {
     ProbeForm* a = Make("A");
-    controller->PushForm(a);
+    navigation->PushForm(a);
     EXPECT_EQ(journal.lines, QStringList({"A init", "A appear"}));
-    EXPECT_EQ(controller->GetTopForm(), a);
-    EXPECT_EQ(a->getNavigationController(), controller.get());
+    EXPECT_EQ(navigation->GetTopForm(), a);
+    EXPECT_EQ(a->getNavigationController(), navigation.get());
     EXPECT_EQ(frame->GetCurrentForm(), a);
     EXPECT_TRUE(a->isVisibleTo(frame.get()));
     EXPECT_FALSE(root->isVisibleTo(frame.get()));
     EXPECT_EQ(a->geometry(), frame->GetClientAreaBounds());
 }
 
-TEST_F(TivNavigationControllerTest, PopDestroysTheTopAndTellsTheRevealedFormAgain) {
-    QPointer<ProbeForm> a = Make("A");
-    controller->PushForm(a);
-    journal.lines.clear();
-
-    controller->PopForm(true);
-    // Removed (with no current form in between) before the root comes back.
-    EXPECT_EQ(journal.lines, QStringList({"A terminate (current none)", "root appear"}));
-    EXPECT_EQ(controller->GetTopForm(), root);
-    EXPECT_EQ(frame->GetCurrentForm(), root);
-    EXPECT_TRUE(root->isVisibleTo(frame.get()));
-    Settle();
-    EXPECT_TRUE(a.isNull());
-    EXPECT_EQ(journal.lines.last(), "A gone");
-    EXPECT_EQ(frame->GetControlCount(), 1);
-}
-
-TEST_F(TivNavigationControllerTest, PopTwoFormsLeavesTheRootToldOnce) {
-    QPointer<ProbeForm> a = Make("A");
-    QPointer<ProbeForm> b = Make("B");
-    controller->PushForm(a);
-    controller->PushForm(b);
-    journal.lines.clear();
-
-    controller->PopTwoForms(true);
-    Settle();
-    EXPECT_EQ(journal.lines,
-              QStringList({"B terminate (current none)", "A terminate (current none)",
-                           "root appear", "B gone", "A gone"}));
-    EXPECT_EQ(controller->GetFormCount(), 1);
-    EXPECT_EQ(frame->GetCurrentForm(), root);
-    EXPECT_TRUE(a.isNull());
-    EXPECT_TRUE(b.isNull());
-}
-
-TEST_F(TivNavigationControllerTest, ExchangeFormFormShowsTheNewFormBeforeDestroyingTheOld) {
-    QPointer<ProbeForm> a = Make("A");
-    controller->PushForm(a);
-    journal.lines.clear();
-
-    ProbeForm* b = Make("B");
-    controller->ExchangeFormForm(b, true);
-    Settle();
-    EXPECT_EQ(journal.lines,
-              QStringList({"B init", "B appear", "A terminate (current B)", "A gone"}));
-    EXPECT_EQ(journal.Count("root appear"), 0);
-    EXPECT_EQ(controller->GetFormCount(), 2);
-    EXPECT_EQ(controller->GetTopForm(), b);
-    EXPECT_TRUE(a.isNull());
-}
-
-TEST_F(TivNavigationControllerTest, ExchangeTwoFormsReplacesTheTwoTopScreens) {
-    QPointer<ProbeForm> a = Make("A");
-    QPointer<ProbeForm> b = Make("B");
-    controller->PushForm(a);
-    controller->PushForm(b);
-    journal.lines.clear();
-
-    ProbeForm* c = Make("C");
-    controller->ExchangeTwoForms(c, true);
-    Settle();
-    EXPECT_EQ(journal.lines, QStringList({"C init", "C appear", "B terminate (current C)",
-                                          "A terminate (current C)", "B gone", "A gone"}));
-    EXPECT_EQ(controller->GetFormCount(), 2);
-    EXPECT_EQ(controller->GetTopForm(), c);
-}
-
-TEST_F(TivNavigationControllerTest, PopToRootAndPushDestroysFromTheTopDown) {
-    QPointer<ProbeForm> a1 = Make("A1");
-    QPointer<ProbeForm> a2 = Make("A2");
-    controller->PushForm(a1);
-    controller->PushForm(a2);
-    journal.lines.clear();
-
-    ProbeForm* b = Make("B");
-    controller->PopToRootAndPush(b);
-    Settle();
-    EXPECT_EQ(journal.lines, QStringList({"B init", "B appear", "A2 terminate (current B)",
-                                          "A1 terminate (current B)", "A2 gone", "A1 gone"}));
-    EXPECT_EQ(controller->GetFormCount(), 2);
-    EXPECT_EQ(controller->GetTopForm(), b);
-
-    // With only the root below, it is a plain push.
-    controller->PopForm(true);
-    journal.lines.clear();
-    ProbeForm* c = Make("C");
-    controller->PopToRootAndPush(c);
-    EXPECT_EQ(journal.lines, QStringList({"C init", "C appear"}));
-    EXPECT_EQ(controller->GetFormCount(), 2);
+// Each way of leaving screens: who is told what, in which order, and what stays. Screens
+// are removed (with no current form in between, or with the new one already current)
+// before anything is destroyed, newest first.
+TEST_F(TivNavigationControllerTest, LeavingScreensTellsEachFormInOrderAndDestroysTheOld) {
+    using Op = std::function<void(TivNavigationController&, ProbeForm* next)>;
+    const struct {
+        const char* name;
+        QStringList below;  // pushed over the root first
+        Op op;
+        QStringList journal;
+        int count;
+        const char* top;
+    } cases[] = {
+        {"pop", {"A"}, [](auto& n, auto*) { n.PopForm(true); },
+         {"A terminate (current none)", "root appear", "A gone"}, 1, "root"},
+        {"pop two", {"A", "B"}, [](auto& n, auto*) { n.PopTwoForms(true); },
+         {"B terminate (current none)", "A terminate (current none)", "root appear", "B gone",
+          "A gone"}, 1, "root"},
+        {"exchange one", {"A"}, [](auto& n, auto* next) { n.ExchangeFormForm(next, true); },
+         {"N init", "N appear", "A terminate (current N)", "A gone"}, 2, "N"},
+        {"exchange two", {"A", "B"}, [](auto& n, auto* next) { n.ExchangeTwoForms(next, true); },
+         {"N init", "N appear", "B terminate (current N)", "A terminate (current N)", "B gone",
+          "A gone"}, 2, "N"},
+        {"to root and push", {"A1", "A2"}, [](auto& n, auto* next) { n.PopToRootAndPush(next); },
+         {"N init", "N appear", "A2 terminate (current N)", "A1 terminate (current N)",
+          "A2 gone", "A1 gone"}, 2, "N"},
+        {"to root and push over the root", {}, [](auto& n, auto* next) { n.PopToRootAndPush(next); },
+         {"N init", "N appear"}, 2, "N"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        while (navigation->GetFormCount() > 1) navigation->PopForm(true);
+        Settle();
+        for (const QString& name : c.below) navigation->PushForm(Make(name));
+        journal.lines.clear();
+        ProbeForm* next = Make("N");
+        c.op(*navigation, next);
+        Settle();
+        EXPECT_EQ(journal.lines, c.journal);
+        EXPECT_EQ(navigation->GetFormCount(), c.count);
+        EXPECT_EQ(navigation->GetTopForm()->objectName(), c.top);
+        EXPECT_EQ(frame->GetCurrentForm(), navigation->GetTopForm());
+        EXPECT_TRUE(navigation->GetTopForm()->isVisibleTo(frame.get()));
+        EXPECT_EQ(frame->GetControlCount(), c.count);
+        if (QString(c.top) != "N") delete next;
+    }
 }
 
 TEST_F(TivNavigationControllerTest, TheRootIsNeverPopped) {
-    controller->PopForm(true);
-    controller->PopTwoForms(true);
+    navigation->PopForm(true);
+    navigation->PopTwoForms(true);
     std::unique_ptr<ProbeForm> x(Make("X"));
-    controller->ExchangeFormForm(x.get(), true);  // refused: X stays with the caller
-    EXPECT_EQ(controller->GetFormCount(), 1);
+    navigation->ExchangeFormForm(x.get(), true);  // refused: X stays with the caller
+    EXPECT_EQ(navigation->GetFormCount(), 1);
     EXPECT_EQ(frame->GetCurrentForm(), root);
     EXPECT_EQ(journal.lines, QStringList());
 }
 
 TEST_F(TivNavigationControllerTest, OnlyTheTopScreenHearsOfThePause) {
-    controller->PushForm(Make("A"));
+    navigation->PushForm(Make("A"));
     journal.lines.clear();
-    controller->AppWillBePaused();
+    navigation->AppWillBePaused();
     EXPECT_EQ(journal.lines, QStringList({"A pause"}));
 }
 
@@ -176,15 +122,15 @@ TEST_F(TivNavigationControllerTest, AFormIsInitialisedOnlyOnce) {
     ProbeForm* a = Make("A");
     frame->AddControl(*a);
     frame->AddControl(*a);
-    controller->PushForm(a);
+    navigation->PushForm(a);
     EXPECT_EQ(journal.Count("A init"), 1);
     EXPECT_EQ(frame->GetControlCount(), 2);
 }
 
 TEST_F(TivNavigationControllerTest, ClosingTheFrameTerminatesTheFormsNewestFirst) {
-    controller->PushForm(Make("A"));
+    navigation->PushForm(Make("A"));
     journal.lines.clear();
-    controller.reset();
+    navigation.reset();
     frame.reset();
     EXPECT_EQ(journal.lines, QStringList({"A terminate (current A)", "A gone",
                                           "root terminate (current none)", "root gone"}));

@@ -3,36 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QEventLoop>
-#include <QFile>
 #include <QTimer>
 
-#include "TestData.h"
+#include "FakeMailProgram.h"
 
 namespace {
 
-// A fake xdg-email first on PATH: it writes each argument, NUL-terminated, into
-// args.txt and exits with the status named in FAKE_XDG_EMAIL_EXIT.
 class EmailSenderTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir_->isValid());
-        ASSERT_TRUE(testdata::WriteFile(
-            Fake(), "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\0' \"$a\"; done > \"$(dirname "
-                    "\"$0\")/args.txt\"\nexit ${FAKE_XDG_EMAIL_EXIT:-0}\n"));
-        QFile::setPermissions(Fake(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        oldPath_ = qgetenv("PATH");
-        qputenv("PATH", dir_->path().toUtf8() + ':' + oldPath_);
-    }
-    void TearDown() override {
-        qputenv("PATH", oldPath_);
-        qunsetenv("FAKE_XDG_EMAIL_EXIT");
-    }
-    QString Fake() const { return dir_->path() + QStringLiteral("/xdg-email"); }
-    QStringList RecordedArguments() const {
-        QFile file(dir_->path() + QStringLiteral("/args.txt"));
-        if (!file.open(QIODevice::ReadOnly)) return {};
-        return QString::fromUtf8(file.readAll()).split(QChar(0), Qt::SkipEmptyParts);
-    }
+    void SetUp() override { ASSERT_TRUE(mail.IsValid()); }
+
     // Sends and waits for the answer: 1 sent, 0 failed, -1 no answer, -2 not started.
     static int SendAndWait(const EmailMessage& message) {
         EmailSender sender;
@@ -49,8 +29,7 @@ protected:
         return result;
     }
 
-    std::unique_ptr<QTemporaryDir> dir_ = testdata::MakeTempDir();
-    QByteArray oldPath_;
+    FakeMailProgram mail;
 };
 
 TEST_F(EmailSenderTest, XdgEmailGetsSubjectBodyAttachmentAndAddressAsSeparateArguments) {
@@ -68,7 +47,7 @@ TEST_F(EmailSenderTest, XdgEmailGetsSubjectBodyAttachmentAndAddressAsSeparateArg
     for (const auto& c : cases) {
         SCOPED_TRACE(c.message.subject.toStdString());
         EXPECT_EQ(SendAndWait(c.message), 1);
-        EXPECT_EQ(RecordedArguments(), c.arguments);
+        EXPECT_EQ(mail.Arguments(), c.arguments);
     }
 }
 
@@ -76,7 +55,7 @@ TEST_F(EmailSenderTest, AFailingOrMissingMailProgramIsReported) {
     if (EmailSender::InSandbox()) GTEST_SKIP() << "sandboxed: the portal is used";
     qputenv("FAKE_XDG_EMAIL_EXIT", "3");
     EXPECT_EQ(SendAndWait({"a@b.org", "S", "B", ""}), 0);
-    qputenv("PATH", dir_->path().toUtf8() + "/nowhere");
+    mail.Remove();
     EXPECT_EQ(SendAndWait({"a@b.org", "S", "B", ""}), -2);
 }
 

@@ -11,6 +11,7 @@
 #include "AccelerometerSource.h"
 #include "AdaptiveStepDetector.h"
 #include "Body.h"
+#include "GaitClassifier.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
 #include "StepReceiver.h"
@@ -69,30 +70,39 @@ TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
     }
 }
 
-// Every footfall counts, slow or fast, gentle or hard. The first footfalls of a slow
-// walk come too late for the one-second decision once three confirm the walk.
-TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStep) {
+// Every footfall counts, slow or fast, gentle or hard, and takes the gait its cadence
+// and swing make: walking up to 140 steps a minute, and a brisk but gentle gait, stay
+// walks. The first footfalls of a slow walk come too late for the one-second decision
+// once three confirm the walk.
+TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     Body::GetInstance().clear();
     const struct {
-        double cadence;
+        double cadence;  // steps a second
         double amplitude;
         int counted;  // of 60
-    } cases[] = {{1.2, 0.2, 58}, {1.5, 0.3, 58}, {1.8, 0.2, 59}, {2.0, 0.5, 59},
-                 {2.4, 1.0, 59}, {2.8, 1.5, 59}, {3.0, 2.0, 59}};
+        int gait;     // of every step counted (a swing of about 1.4 times the amplitude)
+    } cases[] = {{1.2, 0.2, 58, 1}, {1.5, 0.3, 58, 1}, {1.8, 0.2, 59, 1}, {2.0, 0.5, 59, 1},
+                 {2.2, 1.6, 59, 1}, {2.5, 0.5, 59, 1}, {2.5, 1.0, 59, 2}, {2.8, 1.0, 59, 2},
+                 {2.8, 2.0, 59, 3}, {3.0, 2.0, 59, 3}};
     for (const auto& c : cases) {
         const Steps adaptive = countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60);
-        const Steps classic = countWith(DetectorKind::Classic, c.cadence, c.amplitude, 60);
         EXPECT_EQ(adaptive.Total(), c.counted) << c.cadence << " steps/s, " << c.amplitude << " g";
-        // Each step takes the gait the classic machines give the walk (walk where they
-        // hardly see it): the shares may differ by a fifth.
-        EXPECT_EQ(adaptive.byGait[0], 0);
-        for (int gait = 1; gait <= 3; ++gait) {
-            const double share = classic.Total() < 10
-                                     ? (gait == 1 ? 1.0 : 0.0)
-                                     : 1.0 * classic.byGait[gait] / classic.Total();
-            EXPECT_NEAR(1.0 * adaptive.byGait[gait] / adaptive.Total(), share, 0.2)
-                << c.cadence << " steps/s, gait " << gait;
-        }
+        EXPECT_EQ(adaptive.byGait[c.gait], c.counted)
+            << c.cadence << " steps/s, " << c.amplitude << " g";
+    }
+}
+
+// The gait decision's bounds: cadence (steps a minute) first, then the swing (g).
+TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
+    const struct {
+        float cadence, intensity;
+        int gait;
+    } cases[] = {{0.0f, 5.0f, 1},    {139.9f, 5.0f, 1}, {140.0f, 1.2f, 2},  {140.0f, 1.19f, 1},
+                 {159.9f, 5.0f, 2},  {160.0f, 1.8f, 3}, {160.0f, 1.79f, 2}, {200.0f, 1.19f, 1},
+                 {200.0f, 9.0f, 3}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(GaitClassifier::Classify(c.cadence, c.intensity), c.gait)
+            << c.cadence << " steps/min, " << c.intensity << " g";
     }
 }
 
@@ -143,11 +153,11 @@ TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported)
         {[](P& p) { p.relativeThreshold = -1; },
          [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 0},
         {[](P& p) { p.relativeThreshold = NAN; },
-         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 4},
+         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 3},
         {[](P& p) { p.mergeShare = 2; },
          [](const P& p) { return static_cast<int>(p.mergeShare * 10); }, 10},
         {[](P& p) { p.noiseFloor = NAN; },
-         [](const P& p) { return static_cast<int>(p.noiseFloor * 100); }, 8},
+         [](const P& p) { return static_cast<int>(p.noiseFloor * 100); }, 10},
     };
     P defaults;
     EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));

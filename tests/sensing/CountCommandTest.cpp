@@ -161,7 +161,8 @@ TEST_F(CountCommandTest, JsonCarriesTheSameFigures) {
 }
 
 TEST_F(CountCommandTest, SensitivityOptionsReachTheDetector) {
-    const CliRun deaf = cli({QStringLiteral("count"), QStringLiteral("--walk-coef"),
+    const CliRun deaf = cli({QStringLiteral("count"), QStringLiteral("--detector=classic"),
+                             QStringLiteral("--walk-coef"),
                              QStringLiteral("100"), QStringLiteral("--jog-coef=100"),
                              QStringLiteral("--run-coef"), QStringLiteral("100"), jog_});
     ASSERT_EQ(deaf.status, 0) << deaf.err.toStdString();
@@ -260,13 +261,14 @@ TEST_F(CountCommandTest, AccuracyTabulatesCountsAgainstTheIndex) {
     const CliRun run = cli({QStringLiteral("accuracy"), index});
     ASSERT_EQ(run.status, 0) << run.err.toStdString();
     const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 5) << run.out.toStdString();
+    ASSERT_EQ(lines.size(), 6) << run.out.toStdString();
     EXPECT_TRUE(lines[0].startsWith(QStringLiteral("file")));
     EXPECT_EQ(lines[1].simplified(),
               QStringLiteral("walk.csv %1 %2 -50.0").arg(walkSteps).arg(walkSteps * 2));
     EXPECT_EQ(lines[2].simplified(), QStringLiteral("%1 %2 %2 0.0").arg(jog_).arg(jogSteps));
     EXPECT_TRUE(lines[3].startsWith(QStringLiteral("total")));
     EXPECT_EQ(lines[4], QStringLiteral("mean absolute percentage error: 25.0 %"));
+    EXPECT_EQ(lines[5], QStringLiteral("steps classed as walk: 100.0 %, jog: 0.0 %, run: 0.0 %"));
 }
 
 TEST_F(CountCommandTest, AccuracyRejectsABadIndex) {
@@ -293,6 +295,35 @@ TEST_F(CountCommandTest, AccuracyRejectsABadIndex) {
     EXPECT_EQ(cli({QStringLiteral("accuracy")}).status, 2);
     EXPECT_EQ(cli({QStringLiteral("accuracy"), dir_->filePath(QStringLiteral("none.csv"))}).status,
               2);
+}
+
+// calibrate: a length in range is stored in the data folder's profile; a distance that
+// makes an impossible step is refused with the reason and stores nothing.
+TEST_F(CountCommandTest, CalibrateStoresTheWalkStepOrSaysWhyNot) {
+    const int steps = countHere(walk_).walk;
+    ASSERT_GT(steps, 10);
+    const QString data = dir_->filePath(QStringLiteral("data"));
+    const auto calibrate = [&](const QString& metres) {
+        return cli({QStringLiteral("calibrate"), walk_, QStringLiteral("--distance"), metres,
+                    QStringLiteral("--data-dir"), data});
+    };
+    const struct {
+        double metresPerStep;
+        int status;
+        const char* says;  // in German: the tool runs in de_DE
+    } cases[] = {{0.2, 1, "unter 30 cm"}, {1.3, 1, "über 1,2 m"}, {0.75, 0, ""}};
+    for (const auto& c : cases) {
+        const CliRun run = calibrate(QString::number(c.metresPerStep * steps));
+        EXPECT_EQ(run.status, c.status) << run.err.toStdString();
+        EXPECT_TRUE(run.err.contains(QString::fromUtf8(c.says))) << run.err.toStdString();
+        EXPECT_TRUE(run.out.contains(QStringLiteral("walk_steps=%1 step_length_m=%2")
+                                         .arg(steps)
+                                         .arg(c.metresPerStep, 0, 'f', 3)))
+            << run.out.toStdString();
+    }
+    SQLite::Database options(QDir(data).filePath("Options.db3").toStdString());
+    EXPECT_NEAR(options.execAndGet("SELECT WALK_SIZE FROM BODY").getDouble(), 0.75, 1e-9);
+    EXPECT_EQ(calibrate(QStringLiteral("many")).status, 2);
 }
 
 }  // namespace

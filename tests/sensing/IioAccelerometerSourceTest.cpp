@@ -1,18 +1,32 @@
 #include "IioAccelerometerSource.h"
 
 #include <gtest/gtest.h>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QThread>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-#include "AccelerationSample.h"
+#include "AccelerationCsvReader.h"
+#include "AccelerationRecording.h"
 #include "AccelerometerListener.h"
+#include "FakeIioDevice.h"
 #include "IioMountMatrix.h"
+#include "IioSamplingFrequency.h"
+#include "IioScanLayout.h"
+#include "IioStepCounter.h"
+#include "NullAccelerometerSource.h"
+#include "QuorPedometer.h"
+#include "RecordingStepCounter.h"
+#include "SensorStatus.h"
+#include "StepTally.h"
 #include "TestData.h"
 
 namespace {
@@ -27,10 +41,10 @@ public:
         std::lock_guard lock(mutex_);
         return samples_;
     }
-    bool WaitFor(std::size_t count) {
+    bool WaitFor(std::size_t count, int ms = 5000) {
         QElapsedTimer timer;
         timer.start();
-        while (Samples().size() < count && timer.elapsed() < 5000) QThread::msleep(5);
+        while (Samples().size() < count && timer.elapsed() < ms) QThread::msleep(5);
         return Samples().size() >= count;
     }
 
@@ -39,160 +53,277 @@ private:
     std::vector<AccelerationSample> samples_;
 };
 
-// A stand-in for /sys/bus/iio/devices with whatever attribute files a test asks for.
-class FakeIio {
-public:
-    FakeIio() : dir_(testdata::MakeTempDir()) {}
-    QString Root() const { return dir_->path(); }
-    void Write(const QString& device, const QString& name, const QByteArray& value) {
-        QDir(Root()).mkpath(device);
-        ASSERT_TRUE(testdata::WriteFile(
-            Root() + QLatin1Char('/') + device + QLatin1Char('/') + name, value + "\n"));
-    }
-    QByteArray Read(const QString& device, const QString& name) const {
-        QFile file(Root() + QLatin1Char('/') + device + QLatin1Char('/') + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
-    }
-    void WriteAccelerometer(const QString& device) {
-        Write(device, QStringLiteral("in_accel_x_raw"), "100");
-        Write(device, QStringLiteral("in_accel_y_raw"), "-50");
-        Write(device, QStringLiteral("in_accel_z_raw"), "1000");
-        Write(device, QStringLiteral("in_accel_scale"), "0.00980665");
-    }
-
-private:
-    std::unique_ptr<QTemporaryDir> dir_;
-};
-
-TEST(IioAccelerometerSourceTest, AvailableOnlyWithAllThreeAxesAndAScale) {
-    FakeIio iio;
-    EXPECT_FALSE(IioAccelerometerSource(iio.Root()).IsAvailable());
-    EXPECT_FALSE(IioAccelerometerSource(iio.Root() + QStringLiteral("/missing")).IsAvailable());
-    iio.Write(QStringLiteral("iio:device0"), QStringLiteral("in_temp_raw"), "20");  // not one
-    iio.Write(QStringLiteral("iio:device1"), QStringLiteral("in_accel_x_raw"), "1");
-    iio.Write(QStringLiteral("iio:device1"), QStringLiteral("in_accel_y_raw"), "1");
-    iio.Write(QStringLiteral("iio:device1"), QStringLiteral("in_accel_z_raw"), "1");
-    EXPECT_FALSE(IioAccelerometerSource(iio.Root()).IsAvailable());  // no scale
-    iio.WriteAccelerometer(QStringLiteral("iio:device2"));
-    const IioAccelerometerSource source(iio.Root());
-    EXPECT_TRUE(source.IsAvailable());
-    EXPECT_TRUE(source.DevicePath().endsWith(QStringLiteral("iio:device2")));
+IioAccelerometerSource::Options OptionsFor(const FakeIioDevice& device, bool buffered,
+                                           double minimumHz = 33.0) {
+    IioAccelerometerSource::Options options;
+    options.devicesRoot = device.DevicesRoot();
+    options.udevDataRoot = device.UdevDataRoot();
+    options.devRoot = device.DevRoot();
+    options.buffered = buffered;
+    options.minimumHz = minimumHz;
+    return options;
 }
 
-TEST(IioAccelerometerSourceTest, DeliversScaledReadingsInGWhenTheyChange) {
-    FakeIio iio;
-    const QString device = QStringLiteral("iio:device0");
-    iio.WriteAccelerometer(device);
-    iio.Write(device, QStringLiteral("in_accel_z_scale"), "0.0196133");  // beats the shared one
-    iio.Write(device, QStringLiteral("in_accel_x_offset"), "-100");
-    IioAccelerometerSource source(iio.Root());
-    // On the heap: a listener in a reused stack slot confuses the thread sanitizer's
-    // view of its (never destroyed) mutex.
-    auto owned = std::make_unique<SampleLog>();
-    SampleLog& log = *owned;
-    source.Start(&log);
-    ASSERT_TRUE(log.WaitFor(1));
-    QThread::msleep(100);  // several more polls of the same values deliver nothing new
-    iio.Write(device, QStringLiteral("in_accel_y_raw"), "500");
-    ASSERT_TRUE(log.WaitFor(2));
-    source.Stop();
-    EXPECT_FALSE(source.IsRunning());
-
-    const std::vector<AccelerationSample> samples = log.Samples();
-    ASSERT_EQ(samples.size(), 2u);
-    EXPECT_FLOAT_EQ(samples[0].x, 0.0f);
-    EXPECT_FLOAT_EQ(samples[0].y, -0.05f);
-    EXPECT_FLOAT_EQ(samples[0].z, 2.0f);
-    EXPECT_FLOAT_EQ(samples[1].y, 0.5f);
+// The chip reading (0.1, -0.05, 1) g seen on the screen's axes, by the driver's matrix.
+AccelerationSample Expected(const FakeIioDevice::Shape& shape) {
+    IioMountMatrix matrix;
+    const QByteArray udev(shape.udevProperties);
+    const int at = udev.indexOf("ACCEL_MOUNT_MATRIX=");
+    IioMountMatrix::Parse(at >= 0 ? QString::fromLatin1(udev.mid(at + 19)) : QString(shape.matrix),
+                          &matrix);
+    const std::array<double, 3> g = matrix.Apply({0.1, -0.05, 1.0});
+    return {float(g[0]), float(g[1]), float(g[2])};
 }
 
-// The chip turned a quarter turn in its case: its y is the screen's x, its -x the
-// screen's y. udev's property beats the kernel's attribute; a broken one is ignored.
-// Opening asks for the slowest offered rate of at least 33 Hz.
-TEST(IioAccelerometerSourceTest, MountMatrixAndSamplingFrequency) {
-    const QByteArray turn = "0, 1, 0; -1, 0, 0; 0, 0, 1";
-    struct Case {
-        QByteArray kernel, udev, rate, offered, expectedRate;
-        float x, y;  // the chip reads x 0.1 g, y -0.05 g
-    } cases[] = {
-        {"", "", "12.5", "1.5 12.5 25 100 50", "50", 0.1f, -0.05f},
-        {turn, "", "50", "12.5 50 100", "50", -0.05f, -0.1f},
-        {"1,0,0;0,1,0;0,0,-1", turn, "10", "5 10 20", "10", -0.05f, -0.1f},
-        {turn, "0, 1, 0; -1, 0", "10", "", "10", -0.05f, -0.1f},
-        {"0,0,0;0,1,0;0,0,1", "", "40", "", "40", 0.1f, -0.05f},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE((c.kernel + " | " + c.udev + " | " + c.offered).constData());
-        FakeIio iio;
-        const QString device = QStringLiteral("iio:device0");
-        iio.WriteAccelerometer(device);
-        iio.Write(device, "in_accel_sampling_frequency", c.rate);
-        if (!c.offered.isEmpty())
-            iio.Write(device, "in_accel_sampling_frequency_available", c.offered);
-        if (!c.kernel.isEmpty()) iio.Write(device, "in_accel_mount_matrix", c.kernel);
-        if (!c.udev.isEmpty()) {
-            iio.Write(device, "dev", "247:3");
-            iio.Write("udev", "c247:3", "E:ID_X=1\nE:ACCEL_MOUNT_MATRIX=" + c.udev);
+void ExpectNear(const AccelerationSample& got, const AccelerationSample& want) {
+    EXPECT_NEAR(got.x, want.x, 0.005);
+    EXPECT_NEAR(got.y, want.y, 0.005);
+    EXPECT_NEAR(got.z, want.z, 0.005);
+}
+
+bool Feed(int fd, const QByteArray& bytes) {
+    return ::write(fd, bytes.constData(), size_t(bytes.size())) == bytes.size();
+}
+
+// Each driver's tree, polled and buffered: the values, the matrix, the rate chosen for the
+// way it is read, the trigger and the buffer's one-second watermark.
+TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
+    const char* polledRates[] = {"50", "238", "200", "62.5", "0"};
+    const char* bufferedRates[] = {"20", "50", "25", "15.62", "0"};
+    const char* watermarks[] = {"20", "50", "25", "16", "50"};
+    for (std::size_t i = 0; i < FakeIioDevice::Shapes().size(); ++i) {
+        const FakeIioDevice::Shape& shape = FakeIioDevice::Shapes()[i];
+        SCOPED_TRACE(shape.driver);
+        const auto dir = testdata::MakeTempDir();
+        const FakeIioDevice device(dir->path(), shape, 3);
+        const AccelerationSample chip{0.1f, -0.05f, 1.0f};
+        ASSERT_TRUE(device.SetReading(chip));
+        {
+            IioAccelerometerSource polled(OptionsFor(device, false));
+            auto log = std::make_unique<SampleLog>();
+            polled.Start(log.get());
+            ASSERT_TRUE(log->WaitFor(1));
+            polled.Stop();
+            ExpectNear(log->Samples()[0], Expected(shape));
+            EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), atof(polledRates[i]));
         }
-        IioAccelerometerSource source(iio.Root(), iio.Root() + "/udev");
+        const int feed = device.OpenFeed();
+        ASSERT_GE(feed, 0);
+        IioAccelerometerSource buffered(OptionsFor(device, true, 12.5));
         auto log = std::make_unique<SampleLog>();
-        source.Start(log.get());
-        ASSERT_TRUE(log->WaitFor(1));
-        source.Stop();
-        EXPECT_FLOAT_EQ(log->Samples()[0].x, c.x);
-        EXPECT_FLOAT_EQ(log->Samples()[0].y, c.y);
-        EXPECT_FLOAT_EQ(log->Samples()[0].z, 1.0f);
-        EXPECT_EQ(iio.Read(device, "in_accel_sampling_frequency"), c.expectedRate);
-    }
-}
-
-TEST(IioAccelerometerSourceTest, PicksTheScreenAccelerometerAmongSeveral) {
-    const struct {
-        std::vector<const char*> labels;  // one device each, "" unlabelled
-        int expected;
-    } cases[] = {{{"", ""}, 0},
-                 {{"accel-base", "accel-display"}, 1},
-                 {{"accel-base", ""}, 1},
-                 {{"accel-base"}, 0},
-                 {{"", "accel-display"}, 1}};
-    for (const auto& c : cases) {
-        FakeIio iio;
-        for (std::size_t d = 0; d < c.labels.size(); ++d) {
-            iio.WriteAccelerometer(QStringLiteral("iio:device%1").arg(d));
-            if (*c.labels[d] != 0)
-                iio.Write(QStringLiteral("iio:device%1").arg(d), "label", c.labels[d]);
+        buffered.Start(log.get());
+        QByteArray blocks;  // two seconds at 50 Hz, the reading changing after the first
+        for (int n = 0; n < 100; ++n)
+            blocks += device.Scan(n < 50 ? chip : AccelerationSample{0, 0, 1}, 1000 + n * 20'000'000LL);
+        ASSERT_TRUE(Feed(feed, blocks));
+        ASSERT_TRUE(log->WaitFor(2));
+        EXPECT_TRUE(buffered.IsBuffered());
+        EXPECT_EQ(device.Read("buffer/enable"), "1");
+        EXPECT_EQ(device.Read("buffer/watermark"), watermarks[i]);
+        EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), atof(bufferedRates[i]));
+        if (*shape.trigger != 0) {
+            EXPECT_EQ(device.Read("trigger/current_trigger"),
+                      QString::fromLatin1(shape.trigger).replace("%1", "3").toLatin1());
         }
-        EXPECT_EQ(IioAccelerometerSource::FindDevice(iio.Root()),
-                  iio.Root() + QStringLiteral("/iio:device%1").arg(c.expected));
+        buffered.Stop();
+        ::close(feed);
+        EXPECT_EQ(device.Read("buffer/enable"), "0");
+        ExpectNear(log->Samples()[0], Expected(shape));
+        EXPECT_EQ(log->Samples().size(), 2u);
     }
 }
 
-// After a suspend the device may come back under another number, with its own matrix.
-TEST(IioAccelerometerSourceTest, CarriesOnWhenTheDeviceVanishesAndComesBack) {
-    FakeIio iio;
-    iio.WriteAccelerometer(QStringLiteral("iio:device0"));
-    IioAccelerometerSource source(iio.Root());
-    auto log = std::make_unique<SampleLog>();
-    source.Start(log.get());
-    ASSERT_TRUE(log->WaitFor(1));
-    // Reading a removed sysfs file fails; an emptied file fails the same way here.
-    ASSERT_TRUE(QFile(iio.Root() + QStringLiteral("/iio:device0/in_accel_x_raw")).resize(0));
-    ASSERT_TRUE(QDir(iio.Root() + QStringLiteral("/iio:device0")).removeRecursively());
+// A walk fed through each driver's buffer at full speed counts as the recording does.
+TEST(IioAccelerometerSourceTest, AWalkThroughEveryDriverBufferCountsAsTheRecording) {
+    PEDOMETER_WALKS_DIR(walks);
+    AccelerationRecording walk;
+    QString error;
+    ASSERT_TRUE(AccelerationCsvReader::ReadFile(walks + "/walker-a-inhand-samsung-1.csv", &walk,
+                                                &error)) << error.toStdString();
+    const int expected = RecordingStepCounter::Count(walk).Steps();
+    for (const FakeIioDevice::Shape& shape : FakeIioDevice::Shapes()) {
+        SCOPED_TRACE(shape.driver);
+        const auto dir = testdata::MakeTempDir();
+        const FakeIioDevice device(dir->path(), shape, 0);
+        const int feed = device.OpenFeed();
+        auto tally = std::make_unique<StepTally>();
+        auto detector = std::make_unique<QuorPedometer>(
+            std::make_unique<NullAccelerometerSource>(), DetectorKind::Classic);
+        detector->statistics = tally.get();
+        detector->startUpdating();
+        IioAccelerometerSource source(OptionsFor(device, true));
+        source.Start(detector.get());
+        QByteArray block;
+        for (std::size_t i = 0; i < walk.Size(); ++i) {
+            block += device.Scan(walk.Sample(i), walk.TimeNs(i));
+            if (block.size() < 4096 && i + 1 < walk.Size()) continue;
+            ASSERT_TRUE(Feed(feed, block));
+            block.clear();
+        }
+        // Drained when the FIFO is empty and the last tick is delivered.
+        QElapsedTimer timer;
+        timer.start();
+        int queued = 1;
+        while (timer.elapsed() < 10000 && (::ioctl(feed, FIONREAD, &queued) != 0 || queued > 0))
+            QThread::msleep(10);
+        QThread::msleep(100);
+        source.Stop();
+        ::close(feed);
+        detector->stopUpdating();
+        EXPECT_NEAR(tally->Total(), expected, 5);
+    }
+}
+
+// Faults of real devices, each healed without a restart: renumbered between runs, none
+// at start, a failed open at start, busy in another program (said in the notice).
+TEST(IioAccelerometerSourceTest, RecoversFromFaultsOfRealDevices) {
+    const FakeIioDevice::Shape& shape = FakeIioDevice::Shapes()[0];
+    enum Fault { Renumbered, NoneAtStart, FailedOpen, Busy };
+    for (const Fault fault : {Renumbered, NoneAtStart, FailedOpen, Busy}) {
+        SCOPED_TRACE(int(fault));
+        const auto dir = testdata::MakeTempDir();
+        QDir().mkpath(dir->path() + "/sys/bus/iio/devices");
+        std::unique_ptr<FakeIioDevice> device;
+        if (fault != NoneAtStart) device = std::make_unique<FakeIioDevice>(dir->path(), shape, 0);
+        IioAccelerometerSource::Options options;
+        options.devicesRoot = dir->path() + "/sys/bus/iio/devices";
+        options.udevDataRoot = dir->path() + "/run/udev/data";
+        options.buffered = false;
+        IioAccelerometerSource source(options);
+        EXPECT_TRUE(source.IsAvailable());
+        auto log = std::make_unique<SampleLog>();
+        const QString raw = "/sys/bus/iio/devices/iio:device0/in_accel_x_raw";
+        if (fault == Renumbered) {
+            source.Start(log.get());
+            ASSERT_TRUE(log->WaitFor(1));
+            source.Stop();
+            ASSERT_TRUE(QFile::remove(dir->path() + "/sys/bus/iio/devices/iio:device0"));
+            device = std::make_unique<FakeIioDevice>(dir->path(), shape, 7);
+            ASSERT_TRUE(device->SetReading({0, 0, 2}));
+        }
+        if (fault == FailedOpen || fault == Busy) {
+            // A read that fails with an errno (EISDIR here, EBUSY on a phone).
+            ASSERT_TRUE(QFile::remove(dir->path() + raw));
+            ASSERT_TRUE(QDir().mkpath(dir->path() + raw));
+            if (fault == Busy) device->Write("buffer/enable", "1");
+        }
+        source.Start(log.get());
+        QThread::msleep(300);
+        QString key, detail;
+        SensorStatus::Current(&key, &detail);
+        EXPECT_EQ(key, fault == Busy ? SensorStatus::Key(SensorStatus::Problem::Busy) : "");
+        if (fault == NoneAtStart) device = std::make_unique<FakeIioDevice>(dir->path(), shape, 0);
+        if (fault == FailedOpen || fault == Busy) {
+            ASSERT_TRUE(QDir(dir->path() + raw).removeRecursively());
+            device->Write("buffer/enable", "0");
+            device->SetReading({0, 0, 1});
+        }
+        ASSERT_TRUE(log->WaitFor(fault == Renumbered ? 2 : 1));
+        SensorStatus::Current(&key, &detail);
+        EXPECT_EQ(key, "");
+        source.Stop();
+    }
+}
+
+// Stop gives the caller back at once while a read hangs in the driver (a FIFO nobody
+// writes to stands in for it), and nothing is delivered after it.
+TEST(IioAccelerometerSourceTest, StopIsBoundedWhileAReadHangs) {
+    const auto dir = testdata::MakeTempDir();
+    const FakeIioDevice device(dir->path(), FakeIioDevice::Shapes()[1], 0);
+    const QString raw = device.Folder() + "/in_accel_y_raw";
+    ASSERT_TRUE(QFile::remove(raw));
+    ASSERT_EQ(::mkfifo(raw.toLocal8Bit().constData(), 0600), 0);
+    const int writer = ::open(raw.toLocal8Bit().constData(), O_RDWR);
+    auto source = std::make_unique<IioAccelerometerSource>(OptionsFor(device, false));
+    auto log = std::make_shared<SampleLog>();
+    source->Start(log.get());
     QThread::msleep(200);
-    const QString back = QStringLiteral("iio:device3");
-    iio.WriteAccelerometer(back);
-    iio.Write(back, QStringLiteral("in_accel_mount_matrix"), "-1,0,0;0,-1,0;0,0,1");
-    ASSERT_TRUE(log->WaitFor(2));
-    // A resume opens the device anew, rereading what may have changed meanwhile.
-    iio.Write(back, QStringLiteral("in_accel_mount_matrix"), "1,0,0;0,1,0;0,0,1");
-    source.ReopenAfterResume();
-    ASSERT_TRUE(log->WaitFor(3));
-    source.Stop();
-    const std::vector<AccelerationSample> samples = log->Samples();
-    ASSERT_EQ(samples.size(), 3u);
-    EXPECT_FLOAT_EQ(samples[1].x, -0.1f);
-    EXPECT_FLOAT_EQ(samples[1].y, 0.05f);
-    EXPECT_FLOAT_EQ(samples[2].x, 0.1f);
+    QElapsedTimer timer;
+    timer.start();
+    source.reset();
+    EXPECT_LT(timer.elapsed(), 1000);  // unbounded before: the read would never return
+    ASSERT_TRUE(Feed(writer, "5\n"));
+    QThread::msleep(100);
+    ::close(writer);
+    EXPECT_TRUE(log->Samples().empty());
+}
+
+// Devices by the one rule the source and the settings share: placement by label or udev,
+// then by number (10 after 2), the chosen one first; per-axis scales qualify.
+TEST(IioAccelerometerSourceTest, FindsDevicesInOrder) {
+    const auto dir = testdata::MakeTempDir();
+    const auto& shapes = FakeIioDevice::Shapes();
+    FakeIioDevice(dir->path(), shapes[4], 1);   // ACCEL_LOCATION=base
+    FakeIioDevice(dir->path(), shapes[0], 10);
+    FakeIioDevice(dir->path(), shapes[2], 2);
+    const FakeIioDevice display(dir->path(), shapes[1], 4);  // udev +iio file: display
+    QDir().mkpath(dir->path() + "/sys/bus/iio/devices/iio:device0");  // a light sensor
+    const QString devices = display.DevicesRoot(), udev = display.UdevDataRoot();
+    QStringList names;
+    for (const QString& path : IioAccelerometerSource::Accelerometers(devices, udev))
+        names << QFileInfo(path).fileName();
+    EXPECT_EQ(names.join(' '), "iio:device4 iio:device2 iio:device10 iio:device1");
+    EXPECT_TRUE(IioAccelerometerSource::FindDevice(devices, udev, "iio:device10").endsWith("device10"));
+    EXPECT_TRUE(IioAccelerometerSource::FindDevice(devices, udev, "iio:device9").endsWith("device4"));
+}
+
+// The chip's own counter (bma400, bmi270, bmi323): switched on, read as differences, a
+// count that went down started again from zero, an unreadable count says so.
+TEST(IioAccelerometerSourceTest, HardwareStepCounterAddsDifferences) {
+    const auto dir = testdata::MakeTempDir();
+    const QString device = dir->path() + "/iio:device1";
+    QDir().mkpath(device);
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_en", "0\n"));
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", "1200\n"));
+    ASSERT_EQ(IioStepCounter::FindDevice(dir->path()), device);
+    IioStepCounter counter(device);
+    QString why;
+    ASSERT_TRUE(counter.Enable(&why)) << why.toStdString();
+    QFile enabled(device + "/in_steps_en");
+    ASSERT_TRUE(enabled.open(QIODevice::ReadOnly));
+    EXPECT_EQ(enabled.readAll().trimmed(), "1");
+    const struct {
+        const char* count;
+        int steps;
+    } reads[] = {{"1200", 0}, {"1234", 34}, {"1300", 66}, {"12", 12}, {"20", 8}, {"", -1}};
+    for (const auto& r : reads) {
+        ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", QByteArray(r.count) + "\n"));
+        EXPECT_EQ(counter.Read(), r.steps) << r.count;
+    }
+}
+
+TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
+    const struct {
+        const char* type;
+        bool ok, bigEndian, isSigned;
+        int bits, storage, repeat, shift;
+    } types[] = {{"le:s12/16>>4", true, false, true, 12, 16, 1, 4},
+                 {"be:u16/16>>0", true, true, false, 16, 16, 1, 0},
+                 {"le:s32/32X2>>0", true, false, true, 32, 32, 2, 0},
+                 {"le:s17/16>>0", false, false, false, 0, 0, 0, 0},
+                 {"le:s12/12>>0", false, false, false, 0, 0, 0, 0},
+                 {"xx:s8/8>>0", false, false, false, 0, 0, 0, 0}};
+    for (const auto& t : types) {
+        SCOPED_TRACE(t.type);
+        IioScanLayout::Channel c;
+        ASSERT_EQ(IioScanLayout::ParseType(t.type, &c), t.ok);
+        if (!t.ok) continue;
+        EXPECT_EQ(std::tie(c.bigEndian, c.isSigned, c.bits, c.storageBits, c.repeat, c.shift),
+                  std::tie(t.bigEndian, t.isSigned, t.bits, t.storage, t.repeat, t.shift));
+    }
+    const struct {
+        const char* offered;
+        double minimum, picked;
+    } rates[] = {{"1.5 12.5 25 100 50", 33, 50},  {"12.5 50 100", 12.5, 12.5},
+                 {"5 10 20", 33, 20},             {"[1 0.5 100]", 33, 33},
+                 {"[0.000100 10 40]", 12.5, 20.0001}, {"[1 2]", 33, 0},
+                 {"", 33, 0},                     {"fast", 33, 0}};
+    for (const auto& r : rates) {
+        SCOPED_TRACE(r.offered);
+        EXPECT_NEAR(IioSamplingFrequency::Pick(IioSamplingFrequency::Offered(r.offered, r.minimum),
+                                               r.minimum),
+                    r.picked, 1e-6);
+    }
 }
 
 }  // namespace

@@ -42,7 +42,8 @@ TEST(RecordedWalksTest, ClassicDetectorCountsEachWalkAsBefore) {
         QString error;
         ASSERT_TRUE(AccelerationCsvReader::ReadFile(QDir(walks).filePath(name), &recording, &error))
             << error.toStdString();
-        const RecordingStepCounter::Result result = RecordingStepCounter::Count(recording);
+        const RecordingStepCounter::Result result =
+            RecordingStepCounter::Count(recording, DetectorKind::Classic);
         EXPECT_EQ(std::vector<int>({result.walk, result.jog, result.run}),
                   std::vector<int>({c.walk_, c.jog, c.run}))
             << c.walk;
@@ -53,32 +54,39 @@ TEST(RecordedWalksTest, ClassicDetectorCountsEachWalkAsBefore) {
 }
 
 // The adaptive detector's count on every recorded walk, so that any change of its
-// behaviour shows.
-TEST(RecordedWalksTest, AdaptiveDetectorCountsEachWalkAsBefore) {
+// behaviour shows; and its totals with the walks resampled to the rates phone sensors
+// offer, nearly every step classed as a walk.
+TEST(RecordedWalksTest, AdaptiveDetectorCountsEachWalkAsBeforeAtEveryRate) {
     PEDOMETER_WALKS_DIR(walks);
     const struct {
         const char* walk;  // walker-NAME.csv, in walks/ or walks-more/
         int steps;
     } cases[] = {
         // clang-format off
-        {"a-inhand-samsung-1", 275}, {"a-frontpocket-samsung-1", 314}, {"a-backpocket-samsung-1", 200},
-        {"b-purse-samsung-1", 289}, {"b-neckpouch-samsung-1", 279}, {"b-armband-samsung-1", 292},
-        {"c-inhand-pixel-3", 319}, {"c-swingingarm-pixel-1", 264}, {"c-inhand-nexus-1", 301},
-        {"c-inhand-samsung-1", 250}, {"c-inhand-nexus-2", 301}, {"c-inhand-pixel-carpet-1", 206},
-        {"c-inhand-pixel-carpet-2", 207}, {"c-inhand-pixel-carpet-3", 254}, {"c-inhand-pixel-carpet-4", 239},
-        {"c-armband-pixel-1", 267}, {"c-armband-pixel-2", 262}, {"c-backpocket-pixel-1", 265},
-        {"c-backpocket-pixel-2", 259}, {"c-frontpocket-pixel-1", 271}, {"c-frontpocket-pixel-2", 269},
-        {"c-inhand-pixel-1", 289}, {"c-inhand-pixel-2", 264}, {"c-inhand-pixel-4", 319},
-        {"c-neckpouch-pixel-1", 253}, {"c-neckpouch-pixel-2", 277}, {"c-purse-pixel-1", 368},
-        {"c-purse-pixel-2", 370}, {"c-swingingarm-pixel-2", 255}, {"b-armband-samsung-2", 258},
-        {"b-backpocket-samsung-1", 320}, {"b-backpocket-samsung-2", 292}, {"b-frontpocket-samsung-1", 275},
-        {"b-frontpocket-samsung-2", 328}, {"b-inhand-samsung-1", 360}, {"b-inhand-samsung-2", 298},
-        {"b-neckpouch-samsung-2", 283}, {"b-purse-samsung-2", 268}, {"a-armband-samsung-1", 311},
-        {"a-armband-samsung-2", 303}, {"a-backpocket-samsung-2", 278}, {"a-frontpocket-samsung-2", 302},
-        {"a-inhand-samsung-2", 327}, {"a-neckpouch-samsung-1", 304}, {"a-neckpouch-samsung-2", 308},
-        {"a-purse-samsung-1", 300}, {"a-purse-samsung-2", 304}, {"c-inhand-samsung-2", 259},
+        {"a-inhand-samsung-1", 275}, {"a-frontpocket-samsung-1", 313}, {"a-backpocket-samsung-1", 201},
+        {"b-purse-samsung-1", 296}, {"b-neckpouch-samsung-1", 279}, {"b-armband-samsung-1", 292},
+        {"c-inhand-pixel-3", 321}, {"c-swingingarm-pixel-1", 264}, {"c-inhand-nexus-1", 302},
+        {"c-inhand-samsung-1", 251}, {"c-inhand-nexus-2", 302}, {"c-inhand-pixel-carpet-1", 198},
+        {"c-inhand-pixel-carpet-2", 207}, {"c-inhand-pixel-carpet-3", 254}, {"c-inhand-pixel-carpet-4", 240},
+        {"c-armband-pixel-1", 268}, {"c-armband-pixel-2", 262}, {"c-backpocket-pixel-1", 267},
+        {"c-backpocket-pixel-2", 257}, {"c-frontpocket-pixel-1", 272}, {"c-frontpocket-pixel-2", 269},
+        {"c-inhand-pixel-1", 290}, {"c-inhand-pixel-2", 264}, {"c-inhand-pixel-4", 319},
+        {"c-neckpouch-pixel-1", 254}, {"c-neckpouch-pixel-2", 277}, {"c-purse-pixel-1", 370},
+        {"c-purse-pixel-2", 371}, {"c-swingingarm-pixel-2", 257}, {"b-armband-samsung-2", 258},
+        {"b-backpocket-samsung-1", 321}, {"b-backpocket-samsung-2", 294}, {"b-frontpocket-samsung-1", 274},
+        {"b-frontpocket-samsung-2", 328}, {"b-inhand-samsung-1", 360}, {"b-inhand-samsung-2", 300},
+        {"b-neckpouch-samsung-2", 283}, {"b-purse-samsung-2", 268}, {"a-armband-samsung-1", 313},
+        {"a-armband-samsung-2", 303}, {"a-backpocket-samsung-2", 280}, {"a-frontpocket-samsung-2", 301},
+        {"a-inhand-samsung-2", 328}, {"a-neckpouch-samsung-1", 304}, {"a-neckpouch-samsung-2", 309},
+        {"a-purse-samsung-1", 305}, {"a-purse-samsung-2", 308}, {"c-inhand-samsung-2", 259},
         // clang-format on
     };
+    const struct {
+        double hz;  // 0: as recorded
+        int steps, walk;
+    } rates[] = {{0, 13688, 13684}, {50, 13702, 13701}, {25, 13678, 13674}, {12.5, 13634, 13627}};
+    int steps[4] = {};
+    int walk[4] = {};
     Body::GetInstance().clear();
     for (const auto& c : cases) {
         const QString name = QStringLiteral("walker-%1.csv").arg(QLatin1String(c.walk));
@@ -91,6 +99,17 @@ TEST(RecordedWalksTest, AdaptiveDetectorCountsEachWalkAsBefore) {
             << error.toStdString();
         EXPECT_EQ(RecordingStepCounter::Count(recording, DetectorKind::Adaptive).Steps(), c.steps)
             << c.walk;
+        for (int r = 0; r < 4; ++r) {
+            const RecordingStepCounter::Result result =
+                RecordingStepCounter::Count(recording.Resampled(rates[r].hz), DetectorKind::Adaptive);
+            steps[r] += result.Steps();
+            walk[r] += result.walk;
+        }
+    }
+    for (int r = 0; r < 4; ++r) {
+        EXPECT_EQ(steps[r], rates[r].steps) << rates[r].hz << " Hz";
+        EXPECT_EQ(walk[r], rates[r].walk) << rates[r].hz << " Hz";
+        EXPECT_GE(walk[r] * 100, steps[r] * 97) << rates[r].hz << " Hz";
     }
 }
 

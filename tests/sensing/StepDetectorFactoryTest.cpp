@@ -7,15 +7,15 @@
 
 namespace {
 
-TEST(StepDetectorFactoryTest, ChoiceOverridesThePreferenceWhichDefaultsToClassic) {
+TEST(StepDetectorFactoryTest, ChoiceOverridesThePreferenceWhichDefaultsToAdaptive) {
     const struct {
         const char* stored;  // null: never stored
-        bool overrideAdaptive;
+        bool overrideClassic;
         DetectorKind expected;
     } cases[] = {
-        {nullptr, false, DetectorKind::Classic},    {"adaptive", false, DetectorKind::Adaptive},
-        {"classic", true, DetectorKind::Adaptive},  {"classic", false, DetectorKind::Classic},
-        {"Adaptive", false, DetectorKind::Classic}, {"", false, DetectorKind::Classic},
+        {nullptr, false, DetectorKind::Adaptive},   {"adaptive", false, DetectorKind::Adaptive},
+        {"adaptive", true, DetectorKind::Classic},  {"classic", false, DetectorKind::Classic},
+        {"Classic", false, DetectorKind::Adaptive}, {"", false, DetectorKind::Adaptive},
     };
     for (const auto& c : cases) {
         FreshProfile profile;
@@ -23,9 +23,9 @@ TEST(StepDetectorFactoryTest, ChoiceOverridesThePreferenceWhichDefaultsToClassic
             ASSERT_TRUE(PedometerDBManager::GetInstance().SetPreference(
                 QStringLiteral("detector"), QString::fromLatin1(c.stored)));
         }
-        if (c.overrideAdaptive) StepDetectorFactory::SetChoice(DetectorKind::Adaptive);
+        if (c.overrideClassic) StepDetectorFactory::SetChoice(DetectorKind::Classic);
         EXPECT_EQ(StepDetectorFactory::Configured(), c.expected)
-            << (c.stored ? c.stored : "(none)") << (c.overrideAdaptive ? " overridden" : "");
+            << (c.stored ? c.stored : "(none)") << (c.overrideClassic ? " overridden" : "");
         StepDetectorFactory::ClearChoice();
     }
 }

@@ -8,8 +8,6 @@
 #include "Body.h"
 #include "FakeSoundPlayer.h"
 #include "PedometerOptions.h"
-#include "SoundEffectPlayer.h"
-#include "SoundsManager.h"
 
 namespace {
 
@@ -213,14 +211,11 @@ TEST_F(MetronomeTest, NoIntervalFromNotANumberOrAfterShutdownAndATimerBeatSounds
     // eventfd) is delivered now, not to the fake.
     QCoreApplication::processEvents();
 
-    FakePlayerLog log;
+    FakeSounds log;
     log.endsAtOnce = true;  // so that a second beat would sound too
-    SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(log));
     metronome.OnTimerExpired();
     for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
     EXPECT_EQ(log.Plays(QStringLiteral("Pop1.wav")), 1);
-    SoundsManager::GetInstance().SetPlayerFactory(
-        [] { return std::make_unique<SoundEffectPlayer>(); });
 }
 
 }  // namespace

@@ -12,8 +12,6 @@
 #include "FakeSoundPlayer.h"
 #include "Metronome.h"
 #include "PedometerOptions.h"
-#include "SoundEffectPlayer.h"
-#include "SoundsManager.h"
 
 namespace {
 
@@ -67,10 +65,8 @@ TEST(MetronomeThreadTest, BeatsReachTheGuiThreadWhileOtherThreadsUpdate) {
     options.pacerOffOnStanding = true;
     Body::GetInstance().setWalkStepSize(0.7);
 
-    FakePlayerLog log;
+    FakeSounds log;
     log.endsAtOnce = true;
-    SoundsManager& sounds = SoundsManager::GetInstance();
-    sounds.SetPlayerFactory(FakePlayers(log));
     {
         Metronome metronome;
         metronome.Start();
@@ -106,7 +102,6 @@ TEST(MetronomeThreadTest, BeatsReachTheGuiThreadWhileOtherThreadsUpdate) {
         EXPECT_FALSE(metronome.IsRunning());
     }
     QCoreApplication::processEvents();
-    sounds.SetPlayerFactory([] { return std::make_unique<SoundEffectPlayer>(); });
     options.RestoreDefaults();
     Body::GetInstance().clear();
 }

@@ -121,31 +121,22 @@ TEST_F(SoundsManagerTest, InTheBackgroundNothingPlaysNotEvenThePacer) {
 
 TEST_F(SoundsManagerTest, EachSwitchSilencesOnlyItsOwnSoundAndTheAlarmHasNone) {
     auto& options = PedometerOptions::GetInstance();
-    options.soundButtons = false;
-    PlayAll();
-    EXPECT_EQ(log.Plays(kClick), 0);
-    EXPECT_EQ(log.TotalPlays(), 3);
-
-    FinishAll();
-    options.soundButtons = true;
-    options.soundCountdown = false;
-    PlayAll();
-    EXPECT_EQ(log.Plays(kClick), 1);
-    EXPECT_EQ(log.Plays(kTick), 1);
-
-    FinishAll();
-    options.soundCountdown = true;
-    options.soundMetronome = false;
-    PlayAll();
-    EXPECT_EQ(log.Plays(kTick), 2);
-    EXPECT_EQ(log.Plays(kBeat), 2);
-
-    FinishAll();
-    options.soundButtons = false;
-    options.soundCountdown = false;
+    const std::pair<std::atomic<bool> PedometerOptions::*, QString> switches[] = {
+        {&PedometerOptions::soundButtons, kClick},
+        {&PedometerOptions::soundCountdown, kTick},
+        {&PedometerOptions::soundMetronome, kBeat}};
+    for (const auto& [flag, clip] : switches) {
+        options.RestoreDefaults();
+        options.*flag = false;
+        const int before = log.Plays(clip), total = log.TotalPlays();
+        PlayAll();
+        FinishAll();
+        EXPECT_EQ(log.Plays(clip), before) << qPrintable(clip);
+        EXPECT_EQ(log.TotalPlays(), total + 3) << qPrintable(clip);
+    }
+    for (const auto& [flag, clip] : switches) options.*flag = false;
     PlayAll();
     EXPECT_EQ(log.Plays(kAlarm), 4);
-    EXPECT_EQ(log.TotalPlays(), 2 + 2 + 2 + 4);
 }
 
 TEST_F(SoundsManagerTest, AQuickSecondClickRestartsAndAPausedClickGetsAFreshPlayer) {

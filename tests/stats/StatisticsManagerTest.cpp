@@ -316,19 +316,23 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalCalories = 10;
     options.sygnalDistance = 1.0;  // km
     options.sygnalActivity = 5;    // minutes
+    options.sygnalSteps = 30;
     FakePlayerLog sounds;
     SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(sounds));
     const struct {
         int running, completed, slots;
         double kcal, metres;
-    } cases[] = {{4, 8, 5, 2.0, 1.0}, {5, 7, 4, 0.0, 250.0}, {6, 9, 60, 0.0, 1.0}};
+    } cases[] = {{4, 8, 5, 2.0, 1.0},
+                 {5, 7, 4, 0.0, 250.0},
+                 {6, 9, 60, 0.0, 1.0},
+                 {Sygnal::STEPS_RUNNING, Sygnal::STEPS_COMPLETED, 3, 0.0, 1.0}};
     for (const auto& c : cases) {
         db.ClearSygnals();
         options.sygnalType = c.running;
         int completions = 0;
-        for (int i = 1; i < c.slots; ++i) completions += Sygnal::AddValues(c.kcal, 5, c.metres);
+        for (int i = 1; i < c.slots; ++i) completions += Sygnal::AddValues(c.kcal, 5, c.metres, 10);
         EXPECT_EQ(options.sygnalType.load(), c.running);
-        completions += Sygnal::AddValues(c.kcal, 5, c.metres);
+        completions += Sygnal::AddValues(c.kcal, 5, c.metres, 10);
         EXPECT_EQ(options.sygnalType.load(), c.completed);
         EXPECT_EQ(completions, 1);
         QCoreApplication::processEvents();
@@ -338,6 +342,7 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
         EXPECT_EQ(progress.activityTime, c.slots * 5);
         EXPECT_DOUBLE_EQ(progress.calories, c.slots * c.kcal);
         EXPECT_NEAR(progress.distance, c.slots * c.metres / 1000, 1e-9);
+        EXPECT_EQ(progress.steps, c.slots * 10);
         PedometerOptions reloaded;
         db.LoadOptions(reloaded);
         EXPECT_EQ(reloaded.sygnalType.load(), c.completed);

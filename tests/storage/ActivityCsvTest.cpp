@@ -2,7 +2,6 @@
 
 #include <QBuffer>
 
-#include "DataBackup.h"
 #include "StorageTestSupport.h"
 
 using storagetest::Moment;
@@ -67,6 +66,16 @@ TEST_F(ActivityCsvTest, ABadLineIsNamedAndNothingOfTheFileIsStored) {
         {kMinutes + "2024-03-14 08:00:00,2024-03-14 07:00:00,1,5,0,0,0\n", "line 5: the lap ends"},
         {kMinutes + "2024-03-13 08:00:00,2024-03-13 08:02:00,2,1,0,0,0\n", "line 5: minute 2"},
         {kMinutes + QByteArray(5000, '1'), "line 5: the line is too long"},
+        {kMinutes + "2024-03-14 08:00:00,,1,9223372036854775807,0,0,0\n", "line 5: more than"},
+        {kMinutes + "2024-03-14 08:00:00,,1,5,1e308,0,0\n", "line 5: more than"},
+        {kMinutes + "2024-03-14 08:00:00,,1,5,0,0,9000000000000000000\n", "line 5: more than"},
+        {kMinutes + "2024-03-14 08:00:00,,0,5,0,0,0\n", "line 5: minute 0 is outside"},
+        {kMinutes + "2024-03-14 08:00:00,2024-03-14 08:30:00,32,5,0,0,0\n", "line 5: minute 32"},
+        {kMinutes + QByteArray("2024-03-14 08:00:00,,1,10\0,0,0,0\n", 33), "line 5: a NUL"},
+        {"lap_start,lap_end,steps,calories_kcal,distance_m,active_s\n"
+         "2024-03-14 08:00:00,2024-03-14 08:01:00,1201,0,0,0\n",
+         "line 2: more than"},
+        {"", "the file is empty"},
     };
     for (const auto& c : cases) {
         ActivityCsv::ImportResult result;
@@ -74,39 +83,6 @@ TEST_F(ActivityCsvTest, ABadLineIsNamedAndNothingOfTheFileIsStored) {
         EXPECT_FALSE(Import(c.csv, &result, &error)) << c.error;
         EXPECT_TRUE(error.startsWith(QLatin1String(c.error))) << error.toStdString();
         EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), 0) << c.error;
-    }
-}
-
-TEST_F(ActivityCsvTest, RestoreRefusesForeignFilesAndKeepsTheCurrentDataAside) {
-    ActivityCsv::ImportResult result;
-    QString error;
-    ASSERT_TRUE(Import(kMinutes, &result, &error));
-    manager().OptionsStatus();  // both files exist
-    const QString backup = folder_->filePath("all.backup");
-    ASSERT_TRUE(DataBackup::Backup(home_, backup, &error)) << error.toStdString();
-    QFile file(backup);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray whole = file.readAll();
-
-    const QString other = folder_->filePath("other");
-    for (const QByteArray& foreign : {QByteArray("hello\n"), whole.left(whole.size() - 10)}) {
-        QFile bad(other);
-        ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
-        bad.write(foreign);
-        bad.close();
-        EXPECT_FALSE(DataBackup::Restore(other, home_, &error));
-        EXPECT_TRUE(QDir(home_).entryList({"aside-*"}, QDir::Dirs).isEmpty());
-    }
-    const QString fresh = folder_->filePath("new");
-    QString aside;
-    ASSERT_TRUE(DataBackup::Restore(backup, fresh, &error, &aside)) << error.toStdString();
-    EXPECT_TRUE(aside.isEmpty());
-    ASSERT_TRUE(DataBackup::Restore(backup, home_, &error, &aside));
-    EXPECT_TRUE(QFileInfo(aside + "/Statistics.db3").isFile());
-    for (const QString& dir : {fresh, home_}) {
-        AppPaths::SetHome(dir);
-        manager().Reopen();
-        EXPECT_EQ(Export(ActivityCsv::Kind::Minutes), kMinutes);
     }
 }
 

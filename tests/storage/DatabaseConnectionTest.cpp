@@ -1,5 +1,6 @@
 #include "DatabaseConnection.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -400,16 +401,18 @@ struct FoundState {
 
 TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening) {
     const FoundState states[] = {
-        {"loose permissions",
+        {"a shared folder and a loose file",
          [](const QString& home, const QString& file) {
-             QFile::setPermissions(home, QFileDevice::Permissions(0x7777));
+             ::chmod(QFile::encodeName(home).constData(), 01777);
              QFile::setPermissions(file, QFileDevice::Permissions(0x6644));
          },
          true, ""},
         {"first layout",
          [](const QString&, const QString& file) {
              Exec(QFile::encodeName(file).toStdString(),
-                  "DROP INDEX LapStartDate; PRAGMA user_version=0");
+                  "DROP INDEX LapStartDate; DROP TABLE GoalHistory; ALTER TABLE TargetValues "
+                  "DROP COLUMN steps; ALTER TABLE SygnalValues DROP COLUMN steps; "
+                  "PRAGMA user_version=0");
          },
          true, ""},
         {"newer layout",
@@ -450,9 +453,12 @@ TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening
             EXPECT_EQ(ReadAll(file), before);
             continue;
         }
-        EXPECT_EQ(QFile::permissions(home_) & 0x7777, QFileDevice::Permissions(0x7700));
+        // A folder the app did not make keeps its mode; the file loses only what others had.
+        struct stat folder {};
+        ASSERT_EQ(::stat(QFile::encodeName(home_).constData(), &folder), 0);
+        EXPECT_EQ(folder.st_mode & 07777, home_.endsWith("file") ? 01777u : 0700u);
         EXPECT_EQ(QFile::permissions(file) & 0x7777, QFileDevice::Permissions(0x6600));
-        EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 1);
+        EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 2);
         EXPECT_EQ(QueryInt(StatisticsPath(),
                            "SELECT count(*) FROM sqlite_master WHERE name='LapStartDate'"),
                   1);

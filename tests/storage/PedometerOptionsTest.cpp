@@ -8,7 +8,7 @@ using storagetest::StorageTest;
 
 namespace {
 
-// All 26 settings as numbers, in the record's order, for comparing records.
+// All 27 settings as numbers, in the record's order, for comparing records.
 std::vector<double> Values(const PedometerOptions& o) {
     return {double(o.soundSteps),
             double(o.soundButtons),
@@ -35,7 +35,8 @@ std::vector<double> Values(const PedometerOptions& o) {
             double(o.sygnalCalories),
             o.sygnalDistance,
             double(o.sygnalActivity),
-            double(o.startOnBlock)};
+            double(o.startOnBlock),
+            double(o.sygnalSteps)};
 }
 
 // Every field different from the defaults, and each bool flipped.
@@ -66,6 +67,7 @@ void ChangeEverything(PedometerOptions& o) {
     o.sygnalDistance = 3.5;
     o.sygnalActivity = 45;
     o.startOnBlock = true;
+    o.sygnalSteps = 7500;
 }
 
 using PedometerOptionsTest = StorageTest;

@@ -6,7 +6,10 @@
 #include "PedometerOptions.h"
 #include "VirtualTime.h"
 
-FreshProfile::FreshProfile(const QDateTime& now) {
+FreshProfile::FreshProfile(const QDateTime& now)
+    : configHome_(qgetenv("XDG_CONFIG_HOME")) {
+    // The user's own configuration (the login autostart entry) stays untouched.
+    qputenv("XDG_CONFIG_HOME", (dir_.path() + QStringLiteral("/config")).toUtf8());
     AppPaths::SetHome(dir_.path());
     PedometerDBManager::GetInstance().Reopen();
     Body::GetInstance().clear();
@@ -15,6 +18,11 @@ FreshProfile::FreshProfile(const QDateTime& now) {
 }
 
 FreshProfile::~FreshProfile() {
+    if (configHome_.isEmpty()) {
+        qunsetenv("XDG_CONFIG_HOME");
+    } else {
+        qputenv("XDG_CONFIG_HOME", configHome_);
+    }
     VirtualTime::Disable();
     PedometerDBManager::GetInstance().Reopen();
 }

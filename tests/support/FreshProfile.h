@@ -5,7 +5,8 @@
 
 // A clean world for a test of the counting pipeline or the screens: an empty data
 // folder (the databases are seeded there on first use), an unset body profile, the
-// default settings and virtual time standing at `now`. Everything is put back when the
+// default settings, a configuration folder of its own (XDG_CONFIG_HOME) and virtual
+// time standing at `now`. Everything is put back when the
 // object goes: the system clock, and a database manager that reopens wherever the next
 // test points it.
 class FreshProfile {
@@ -20,4 +21,5 @@ public:
 
 private:
     QTemporaryDir dir_;
+    QByteArray configHome_;  // the one to put back
 };

@@ -16,14 +16,16 @@
 namespace {
 
 const char kHelp[] =
-    "Usage: pedometer-cli accuracy [--detector classic|adaptive] TRUTH.csv\n"
+    "Usage: pedometer-cli accuracy [--detector classic|adaptive] [--rate HZ] TRUTH.csv\n"
     "\n"
     "Counts the steps in a set of recordings and compares them with their true counts.\n"
     "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
     "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
     "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
     "counted steps, true steps and signed error in percent is printed, followed by the\n"
-    "mean absolute percentage error. --detector picks the step detector (default classic).\n"
+    "mean absolute percentage error. --detector picks the step detector (default adaptive);\n"
+    "--rate HZ counts as a sensor sampling at HZ would have (of each 1/HZ seconds only the\n"
+    "first recorded sample is kept).\n"
     "\n"
     "Exit status: 0 on success, 2 on a bad index or a recording that cannot be read.\n";
 
@@ -108,7 +110,7 @@ int runAccuracy(const QStringList& args) {
         return 0;
     }
     QStringList rest = args;
-    DetectorKind kind = DetectorKind::Classic;
+    DetectorKind kind = kDefaultDetector;
     const qsizetype option = rest.indexOf(QStringLiteral("--detector"));
     if (option >= 0) {
         if (option + 1 >= rest.size() || !StepDetectorFactory::Parse(rest[option + 1], &kind)) {
@@ -118,10 +120,21 @@ int runAccuracy(const QStringList& args) {
         }
         rest.remove(option, 2);
     }
+    double rate = 0.0;
+    const qsizetype rateOption = rest.indexOf(QStringLiteral("--rate"));
+    if (rateOption >= 0) {
+        bool ok = false;
+        if (rateOption + 1 < rest.size()) rate = rest[rateOption + 1].toDouble(&ok);
+        if (!ok || !std::isfinite(rate) || rate <= 0.0) {
+            std::fprintf(stderr, "pedometer-cli accuracy: --rate needs a number above 0\n");
+            return 2;
+        }
+        rest.remove(rateOption, 2);
+    }
     if (rest.size() != 1 || rest.first().startsWith(QLatin1Char('-'))) {
         std::fprintf(stderr,
                      "pedometer-cli accuracy: expected one index file\n"
-                     "Usage: pedometer-cli accuracy [--detector classic|adaptive] TRUTH.csv\n");
+                     "Usage: pedometer-cli accuracy [--detector classic|adaptive] [--rate HZ] TRUTH.csv\n");
         return 2;
     }
     std::vector<Entry> entries;
@@ -150,6 +163,7 @@ int runAccuracy(const QStringList& args) {
     double sumAbsError = 0.0;
     long long totalCounted = 0;
     long long totalTrue = 0;
+    long long gaitSteps[3] = {0, 0, 0};  // walk, jog, run
     for (const Entry& e : entries) {
         AccelerationRecording recording;
         if (!AccelerationCsvReader::ReadFile(e.path, &recording, &error)) {
@@ -157,7 +171,12 @@ int runAccuracy(const QStringList& args) {
             status = 2;
             continue;
         }
-        const int counted = RecordingStepCounter::Count(recording, kind).Steps();
+        const RecordingStepCounter::Result result =
+            RecordingStepCounter::Count(recording.Resampled(rate), kind);
+        const int counted = result.Steps();
+        gaitSteps[0] += result.walk;
+        gaitSteps[1] += result.jog;
+        gaitSteps[2] += result.run;
         const double errorPercent = (counted - e.truth) * 100.0 / e.truth;
         sumAbsError += std::fabs(errorPercent);
         totalCounted += counted;
@@ -171,6 +190,12 @@ int runAccuracy(const QStringList& args) {
         QString::number((totalCounted - totalTrue) * 100.0 / totalTrue, 'f', 1));
     std::printf("mean absolute percentage error: %s %%\n",
                 qPrintable(QString::number(sumAbsError / entries.size(), 'f', 1)));
+    const auto share = [&](long long steps) {
+        return QString::number(totalCounted > 0 ? steps * 100.0 / totalCounted : 0.0, 'f', 1);
+    };
+    std::printf("steps classed as walk: %s %%, jog: %s %%, run: %s %%\n",
+                qPrintable(share(gaitSteps[0])), qPrintable(share(gaitSteps[1])),
+                qPrintable(share(gaitSteps[2])));
     return 0;
 }
 

@@ -1,11 +1,13 @@
 // pedometer-cli backup FILE
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <cstdio>
 
 #include "AppPaths.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "DataBackup.h"
+#include "PedometerDBManager.h"
 
 namespace {
 
@@ -48,6 +50,17 @@ int runBackup(const QStringList& args) {
     if (home.isEmpty()) {
         std::fprintf(stderr, "pedometer-cli backup: %s\n", qPrintable(AppPaths::HomeError()));
         return 1;
+    }
+    // A folder that holds only one database (an import into a new folder) gets the
+    // other one made, as the app would make it.
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    manager.SetReadOnly(QFileInfo::exists(home + "/Options.db3") &&
+                        QFileInfo::exists(home + "/Statistics.db3"));
+    for (const DatabaseStatus& status : {manager.OptionsStatus(), manager.StatisticsStatus()}) {
+        if (!status.open && !status.olderApp) {
+            CliStorage::PrintStatus("backup", status);
+            return 1;
+        }
     }
     const QString file = parser.positionalArguments().first();
     QString error;

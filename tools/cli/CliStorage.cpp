@@ -3,12 +3,14 @@
 #include <cstdio>
 
 #include "AppPaths.h"
+#include "DataBackup.h"
 
 QCommandLineOption CliStorage::DataDirOption() {
     return QCommandLineOption(QStringLiteral("data-dir"), QString(), QStringLiteral("DIR"));
 }
 
 void CliStorage::ApplyDataDir(const QCommandLineParser& parser) {
+    // An empty name is kept: Home() then refuses it rather than using the current folder.
     if (parser.isSet(QStringLiteral("data-dir"))) {
         AppPaths::SetHome(parser.value(QStringLiteral("data-dir")));
     }
@@ -19,6 +21,8 @@ std::unique_ptr<DataFolderLock> CliStorage::LockDataFolder(const char* command) 
     QString error = AppPaths::HomeError();
     std::unique_ptr<DataFolderLock> lock;
     if (!home.isEmpty()) lock = DataFolderLock::Acquire(home, &error);
+    // A restore a killed run left half done is finished before the files are opened.
+    if (lock && !DataBackup::Recover(home, &error)) lock.reset();
     if (!lock) std::fprintf(stderr, "pedometer-cli %s: %s\n", command, error.toUtf8().constData());
     return lock;
 }

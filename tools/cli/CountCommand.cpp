@@ -32,7 +32,9 @@ const char kHelp[] =
     "are ignored.\n"
     "\n"
     "Options:\n"
-    "  --detector D      the step detector: classic (the default) or adaptive\n"
+    "  --detector D      the step detector: adaptive (the default) or classic\n"
+    "  --rate HZ         count as a sensor sampling at HZ would have: of each 1/HZ\n"
+    "                    seconds only the first recorded sample is kept\n"
     "  --json            one JSON object per file instead, with the keys file, steps,\n"
     "                    walk, jog, run, samples and distance_m\n"
     "  --walk-coef C     walk sensitivity: the dead-band of the walk detector's sum of\n"
@@ -85,6 +87,8 @@ int runCount(const QStringList& args) {
     const QCommandLineOption detectorOption(QStringLiteral("detector"), QString(),
                                             QStringLiteral("D"));
     parser.addOption(detectorOption);
+    const QCommandLineOption rateOption(QStringLiteral("rate"), QString(), QStringLiteral("HZ"));
+    parser.addOption(rateOption);
     for (const char* coef : {"walk-coef", "jog-coef", "run-coef"}) {
         parser.addOption(QCommandLineOption(QLatin1String(coef), QString(), QStringLiteral("C")));
     }
@@ -110,13 +114,24 @@ int runCount(const QStringList& args) {
         return 2;
     }
 
-    DetectorKind kind = DetectorKind::Classic;
+    DetectorKind kind = kDefaultDetector;
     if (parser.isSet(detectorOption) &&
         !StepDetectorFactory::Parse(parser.value(detectorOption), &kind)) {
         std::fprintf(stderr,
                      "pedometer-cli count: --detector must be classic or adaptive, not '%s'\n",
                      qPrintable(parser.value(detectorOption)));
         return 2;
+    }
+
+    double rate = 0.0;
+    if (parser.isSet(rateOption)) {
+        bool ok = false;
+        rate = parser.value(rateOption).toDouble(&ok);
+        if (!ok || !std::isfinite(rate) || rate <= 0.0) {
+            std::fprintf(stderr, "pedometer-cli count: --rate needs a number above 0, not '%s'\n",
+                         qPrintable(parser.value(rateOption)));
+            return 2;
+        }
     }
 
     const Body& body = Body::GetInstance();
@@ -129,7 +144,8 @@ int runCount(const QStringList& args) {
             status = 2;
             continue;
         }
-        const RecordingStepCounter::Result r = RecordingStepCounter::Count(recording, kind);
+        const RecordingStepCounter::Result r =
+            RecordingStepCounter::Count(recording.Resampled(rate), kind);
         const double metres = r.walk * body.getWalkStepSize() + r.jog * body.getJogStepSize() +
                               r.run * body.getRunStepSize();
         // QString::number ignores the locale, so the decimal point is always '.'.

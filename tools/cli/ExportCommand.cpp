@@ -1,13 +1,13 @@
 // pedometer-cli export days|laps|minutes: the recorded activity as CSV.
 #include <QCommandLineParser>
 #include <QFile>
-#include <QSaveFile>
 #include <cstdio>
 
 #include "ActivityCsv.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "PedometerDBManager.h"
+#include "UserDataFile.h"
 
 namespace {
 
@@ -77,13 +77,12 @@ int runExport(const QStringList& args) {
         CliStorage::PrintStatus("export", statistics.Status());
         return 1;
     }
-    QSaveFile file(parser.value(out));
+    UserDataFile file(parser.value(out));
     QFile console;
     QIODevice* device = &file;
     if (parser.isSet(out)) {
-        if (!file.open(QIODevice::WriteOnly)) {
-            std::fprintf(stderr, "pedometer-cli export: cannot write %s: %s\n",
-                         qPrintable(parser.value(out)), qPrintable(file.errorString()));
+        if (!file.Open()) {
+            std::fprintf(stderr, "pedometer-cli export: %s\n", qPrintable(file.ErrorText()));
             return 1;
         }
     } else {
@@ -99,9 +98,12 @@ int runExport(const QStringList& args) {
                      statistics.Status().lastFailure.toUtf8().constData());
         return 1;
     }
-    if (rows < 0 || (parser.isSet(out) && !file.commit())) {
-        std::fprintf(stderr, "pedometer-cli export: cannot write %s: %s\n",
-                     parser.isSet(out) ? qPrintable(parser.value(out)) : "the output",
+    if (parser.isSet(out) && (rows < 0 || !file.Commit())) {
+        std::fprintf(stderr, "pedometer-cli export: %s\n", qPrintable(file.ErrorText()));
+        return 1;
+    }
+    if (rows < 0 || (!parser.isSet(out) && !console.flush())) {
+        std::fprintf(stderr, "pedometer-cli export: cannot write the output: %s\n",
                      qPrintable(device->errorString()));
         return 1;
     }

@@ -72,7 +72,7 @@ int runReplay(const QStringList& args) {
                                 QStringLiteral("feed at the recording's own pace, real timers"));
     QCommandLineOption detector(QStringLiteral("detector"),
                                 QStringLiteral("step detector: classic or adaptive (default: the "
-                                               "\"detector\" setting, else classic)"),
+                                               "\"detector\" setting, else adaptive)"),
                                 QStringLiteral("D"));
     parser.addOptions({dataDir, start, realtime, detector});
     if (!parser.parse(QStringList{QStringLiteral("replay")} + args))

@@ -16,7 +16,7 @@
 namespace {
 
 const char kHelp[] =
-    "Usage: pedometer-cli sweep FILE... < SETS\n"
+    "Usage: pedometer-cli sweep [--rate HZ] FILE... < SETS\n"
     "\n"
     "Counts the steps of each recording with the adaptive detector once per parameter\n"
     "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
@@ -26,7 +26,8 @@ const char kHelp[] =
     "  baseline (running-mean weight), rise (weight of the newest rise),\n"
     "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
     "For each set one line is printed: the counts of the files in the order given,\n"
-    "separated by blanks. A set that cannot be read prints 'error: ...' instead.\n";
+    "separated by blanks. A set that cannot be read prints 'error: ...' instead.\n"
+    "--rate HZ counts the recordings as a sensor sampling at HZ would have given them.\n";
 
 struct Sample {
     float x, y, z;
@@ -35,6 +36,10 @@ struct Sample {
 class Collector final : public AccelerometerListener {
 public:
     void OnDataReceived(float x, float y, float z) override { samples.push_back({x, y, z}); }
+    // The detector hears the last sample again on a tick without one, as in the engine.
+    void OnTickWithoutSample() override {
+        if (!samples.empty()) samples.push_back(samples.back());
+    }
     std::vector<Sample> samples;
 };
 
@@ -85,16 +90,29 @@ int runSweep(const QStringList& args) {
         std::fputs(kHelp, args.isEmpty() ? stderr : stdout);
         return args.isEmpty() ? 2 : 0;
     }
+    QStringList files = args;
+    double rate = 0.0;
+    if (files.size() >= 2 && files.first() == QLatin1String("--rate")) {
+        bool ok = false;
+        rate = files[1].toDouble(&ok);
+        if (!ok || !(rate > 0.0)) {
+            std::fprintf(stderr, "pedometer-cli sweep: --rate needs a number above 0\n");
+            return 2;
+        }
+        files.remove(0, 2);
+    }
     std::vector<std::vector<Sample>> recordings;
-    for (const QString& file : args) {
+    for (const QString& file : files) {
+        auto recording = std::make_shared<AccelerationRecording>();
         QString error;
-        const std::unique_ptr<CsvReplaySource> source = CsvReplaySource::FromFile(file, &error);
-        if (!source) {
+        if (!AccelerationCsvReader::ReadFile(file, recording.get(), &error)) {
             std::fprintf(stderr, "pedometer-cli sweep: %s\n", qPrintable(error));
             return 2;
         }
+        const CsvReplaySource source(
+            std::make_shared<const AccelerationRecording>(recording->Resampled(rate)));
         Collector collector;
-        source->Feed(collector);
+        source.Feed(collector);
         recordings.push_back(std::move(collector.samples));
     }
     std::string line;

@@ -1,11 +1,14 @@
 #include "ReportForm.h"
 
+#include <QFile>
 #include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
 #include <cmath>
 
 #include "AppResource.h"
+#include <QFile>
+
 #include "BodyCsvExport.h"
 #include "CaptionButton.h"
 #include "Clock.h"
@@ -28,7 +31,7 @@ constexpr int kLeft = 10;
 constexpr int kHeadWidth = 96;
 constexpr int kColumnWidth = 91;
 constexpr int kTop = 16;
-constexpr int kHeadHeight = 44;
+constexpr int kHeadHeight = 60;  // a finger-sized tap area
 constexpr int kRowHeight = 74;
 constexpr int kRowGap = 6;
 const QColor kValueColor(252, 209, 75);
@@ -187,7 +190,9 @@ void ReportForm::BuildTable(int top) {
     for (const RowText& row : kRows) names << Text(row.name);
     const int nameSize = FittingSize(names, S(26), S(kHeadWidth - 14));
     for (int column = 0; column < 4; ++column) {
-        const QRect head(valuesLeft + S(column * kColumnWidth), top, S(kColumnWidth),
+        // Each column from its own left edge to the next one's, so that none overlap.
+        const int left = valuesLeft + S(column * kColumnWidth);
+        const QRect head(left, top, valuesLeft + S((column + 1) * kColumnWidth) - left,
                          S(kHeadHeight));
         label(head, Text(kColumnHeads[column]), S(24), QColor(190, 198, 212),
               TivLabel::ALIGN_CENTER);
@@ -206,7 +211,8 @@ void ReportForm::BuildTable(int top) {
               QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
         AddTapArea(head, ID_ROW_HEAD + row);
         for (int column = 0; column < 4; ++column) {
-            const QRect cell(valuesLeft + S(column * kColumnWidth), y, S(kColumnWidth), h);
+            const int left = valuesLeft + S(column * kColumnWidth);
+            const QRect cell(left, y, valuesLeft + S((column + 1) * kColumnWidth) - left, h);
             label(cell, valueTexts[row * 4 + column], valueSize, kValueColor,
                   TivLabel::ALIGN_CENTER);
             AddTapArea(cell, ID_CELL + row * 4 + column);
@@ -420,10 +426,13 @@ void ReportForm::Export() {
     if (IsSending()) return;
     const QString path = BodyCsvExport::DefaultPath();
     QString error;
-    // The mail goes out even so: the user sees the missing attachment in the mail program.
-    if (!BodyCsvExport::Export(path, &error)) qWarning("ReportForm: %s", qPrintable(error));
+    // Only what this export wrote is attached: an older file is removed first. The mail
+    // goes out even so: the user sees the missing attachment in the mail program.
+    QFile::remove(path);
+    const bool written = BodyCsvExport::Export(path, &error);
+    if (!written) qWarning("ReportForm: %s", qPrintable(error));
     StartEmail(social->export_.trimmed(), Text("body__ Exported data from my pedometer"),
-               Text("body__ Attached files "), path);
+               Text("body__ Attached files "), written ? path : QString());
 }
 
 void ReportForm::OnEmailMessageSent(bool sent) {
@@ -435,6 +444,9 @@ void ReportForm::OnEmailMessageSent(bool sent) {
 // --- Social networks -------------------------------------------------------------
 
 void ReportForm::PostTo(const QString& provider) {
+    // Another screen (the social sign-in) may have taken the gateway's answers since
+    // this one was made: they come here again from this request on.
+    SnsGateway::GetInstance().SetListener(this);
     if (SnsGateway::GetInstance().IsLoggedIn(provider) < 0) Authenticate(provider);
 }
 

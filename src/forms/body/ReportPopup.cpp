@@ -28,6 +28,7 @@ void ReportPopup::Initialize(int actionId, const QString& buttonText,
     button_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
                                     listener, buttonText);
     setProperty("closesOnBack", true);
+    setProperty("covers", true);
 }
 
 QRect ReportPopup::Card() const {

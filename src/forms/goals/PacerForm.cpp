@@ -5,6 +5,7 @@
 
 #include "AppResource.h"
 #include "Converter.h"
+#include "EntryRange.h"
 #include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -13,7 +14,6 @@
 #include "TivButton.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
-#include "TivNumberField.h"
 #include "TivSlider.h"
 #include "TivUtils.h"
 
@@ -48,6 +48,17 @@ QString UnitText(int mode, bool miles) {
     return Text("pacer__  steps/min").trimmed();
 }
 
+// The targets one can set, in the shown unit: from a stroll to a sprint.
+EntryRange TargetRange(int mode, bool miles) {
+    if (mode == 1) {
+        return miles ? EntryRange(Converter::ConvertKilometersToMiles(1.0),
+                                  Converter::ConvertKilometersToMiles(30.0), 1, UnitText(mode, miles))
+                     : EntryRange(1.0, 30.0, 1, UnitText(mode, miles));
+    }
+    if (mode == 2) return EntryRange(2.0, 60.0, 1, UnitText(mode, miles));
+    return EntryRange(30, 250, 0, UnitText(mode, miles));
+}
+
 void Changed() {
     PedometerDBManager::GetInstance().SaveOptions();
     Metronome::GetInstance().Update();
@@ -65,17 +76,19 @@ void PacerForm::OnInitializing() {
     const PedometerOptions& options = PedometerOptions::GetInstance();
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     SetTitleText(Text("pacer__ Pacer"));
-    AddTabItem(Text("pacer__ Off"), ID_OFF);
-    AddTabItem(Text("pacer__ Speed"), ID_SPEED);
-    AddTabItem(Text("pacer__ Pace"), ID_PACE);
-    AddTabItem(Text("pacer__ Rate"), ID_RATE);
-    const int mode = options.pacerType;
-    SetSelectedTabIndex(mode >= 0 && mode <= 3 ? mode : -1);
+    GoalFieldRow::AddTabs(*this,
+                          {{"pacer__ Off", ID_OFF},
+                           {"pacer__ Speed", ID_SPEED},
+                           {"pacer__ Pace", ID_PACE},
+                           {"pacer__ Rate", ID_RATE}},
+                          options.pacerType);
     ShowBackButton();
 
     content_ = new QWidget(this);
     content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
     content_->show();
+    row_ = std::make_unique<GoalFieldRow>(*content_, 0,
+                                          [this](QLineEdit& field) { OnTextValueChanged(field); });
 
     // The rows and the slider stay; only the target fields change with the mode.
     standingRow_ = AddCheckRow(Text("pacer__ Turn off on standing:"), ID_OFF_ON_STANDING, kFirstRow,
@@ -132,34 +145,9 @@ TivButton* PacerForm::GetCheckRow(int actionId) const {
     return actionId == ID_OFF_ON_STANDING ? standingRow_ : actionId == ID_DIFF ? diffRow_ : nullptr;
 }
 
-QLineEdit* PacerForm::AddField(int maxLength, const QString& text, int x, int width) {
-    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
-    field->setText(text);
-    field->setGeometry(x, 0, width, Scaled(kFieldHeight));
-    connect(field, &QLineEdit::editingFinished, this,
-            [this, field] { OnTextValueChanged(*field); });
-    field->show();
-    return field;
-}
-
-void PacerForm::AddUnit(const QString& text, int x, int width) {
-    auto* label = new TivLabel(content_);
-    label->setObjectName(QStringLiteral("unit"));
-    label->SetText(text);
-    label->SetFontSize(Scaled(32));
-    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    label->setGeometry(x, 0, width, Scaled(kFieldHeight));
-    label->show();
-}
-
 void PacerForm::ReloadControls() {
     if (content_ == nullptr) return;
-    for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        if (child == standingRow_ || child == diffRow_) continue;
-        child->disconnect(this);
-        child->hide();
-        child->deleteLater();
-    }
+    row_->Clear();
     wholeField_ = nullptr;
     tenthsField_ = nullptr;
     rateField_ = nullptr;
@@ -179,29 +167,18 @@ void PacerForm::ReloadControls() {
         const int fieldTenths = Scaled(70);
         const int unit = Scaled(150);
         int x = center - (fieldWhole + point + fieldTenths + gap + unit) / 2;
-        wholeField_ = AddField(2, QString::number(tenthsTotal / 10), x, fieldWhole);
+        wholeField_ = row_->AddField(2, QString::number(tenthsTotal / 10), x, fieldWhole);
         x += fieldWhole;
-        AddUnit(QString(QLocale().decimalPoint()), x + Scaled(6), point);
+        row_->AddUnit(QString(QLocale().decimalPoint()), x + Scaled(6), point, 32);
         x += point;
-        tenthsField_ = AddField(1, QString::number(tenthsTotal % 10), x, fieldTenths);
+        tenthsField_ = row_->AddField(1, QString::number(tenthsTotal % 10), x, fieldTenths);
         x += fieldTenths + gap;
-        AddUnit(UnitText(mode, miles), x, unit);
+        row_->AddUnit(UnitText(mode, miles), x, unit, 32);
     } else if (mode == 3) {
-        const int field = Scaled(130);
-        const int unit = Scaled(190);
-        const int x = center - (field + gap + unit) / 2;
-        rateField_ = AddField(3, QString::number(options.pacerFrequency), x, field);
-        AddUnit(UnitText(mode, miles), x + field + gap, unit);
+        rateField_ = row_->AddValue(3, options.pacerFrequency, UnitText(mode, miles), 130, 190);
     } else {
         // Off: the row of fields says how to get a beat instead of staying empty.
-        offHint_ = new TivLabel(content_);
-        const int margin = Scaled(30);
-        offHint_->setGeometry(margin, 0, content_->width() - 2 * margin, Scaled(kFieldHeight));
-        offHint_->SetText(Text("pacer__ Off hint"));
-        offHint_->SetFontSize(Scaled(28));
-        offHint_->SetTextColor(QColor(0xC8, 0xD2, 0xE6));  // as the daily goal's hint
-        offHint_->SetNeedOutline(false);
-        offHint_->show();
+        offHint_ = row_->AddHint(Text("pacer__ Off hint"), Scaled(kFieldHeight));
     }
 
     double tolerance = 0.0, low = 0.0, span = 1.0;
@@ -262,19 +239,13 @@ void PacerForm::SliderValueChanged(int position) {
     Metronome::GetInstance().Update();
 }
 
-void PacerForm::CommitEditing() {
-    for (QLineEdit* field : {wholeField_.data(), tenthsField_.data(), rateField_.data()}) {
-        if (field != nullptr && field->hasFocus()) field->clearFocus();
-    }
-}
-
 void PacerForm::OnActionPerformed(const QWidget& source, int actionId) {
     if (actionId < ID_OFF || actionId > ID_DIFF) {
         PedometerForm::OnActionPerformed(source, actionId);
         Metronome::GetInstance().Update();
         return;
     }
-    CommitEditing();
+    row_->CommitEditing();
     SoundsManager::GetInstance().ClickSound();
     PedometerOptions& options = PedometerOptions::GetInstance();
     if (actionId <= ID_RATE) {
@@ -295,27 +266,23 @@ void PacerForm::OnActionPerformed(const QWidget& source, int actionId) {
 }
 
 void PacerForm::OnTextValueChanged(const QWidget& control) {
-    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
-    if (field == nullptr ||
-        (field != wholeField_ && field != tenthsField_ && field != rateField_)) {
-        return;
-    }
-    bool isNumber = false;
-    field->text().toInt(&isNumber);
-    if (!isNumber) field->setText(QStringLiteral("0"));
-
+    if (row_ == nullptr || !row_->Holds(control)) return;
     PedometerOptions& options = PedometerOptions::GetInstance();
     const bool miles = options.measurementSystem;
     const int mode = options.pacerType;
+    // A value out of range is kept as typed and explained, and the pacer keeps its value.
     if ((mode == 1 || mode == 2) && wholeField_ != nullptr && tenthsField_ != nullptr) {
-        double value = wholeField_->text().toInt() + tenthsField_->text().toInt() / 10.0;
-        if (miles) value = Converter::ConvertMilesToKilometers(value);
-        if (mode == 1)
-            options.pacerSpeed = value;
-        else
-            options.pacerPace = value;
+        const std::optional<double> typed = GoalFieldRow::ReadInRange(
+            TargetRange(mode, miles), *wholeField_, tenthsField_.data(), 10);
+        if (!typed) return;
+        // Speed and pace alike are stored through the distance factor.
+        const double value = miles ? Converter::ConvertMilesToKilometers(*typed) : *typed;
+        (mode == 1 ? options.pacerSpeed : options.pacerPace) = value;
     } else if (mode == 3 && rateField_ != nullptr) {
-        options.pacerFrequency = rateField_->text().toInt();
+        const std::optional<double> typed =
+            GoalFieldRow::ReadInRange(TargetRange(mode, miles), *rateField_);
+        if (!typed) return;
+        options.pacerFrequency = int(*typed);
     } else {
         return;
     }

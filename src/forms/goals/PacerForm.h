@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <memory>
 
+#include "GoalFieldRow.h"
 #include "PedometerForm.h"
 #include "TivSLiderChangedListner.h"
 
@@ -54,14 +56,12 @@ public:
     TivLabel* GetSliderLabel() const { return sliderLabel_; }
 
 private:
-    QLineEdit* AddField(int maxLength, const QString& text, int x, int width);
-    void AddUnit(const QString& text, int x, int width);
     TivButton* AddCheckRow(const QString& text, int actionId, int y, bool checked);
     void SetChecked(TivButton& row, bool checked);
     void ShowSlider();
-    void CommitEditing();
 
     QWidget* content_ = nullptr;
+    std::unique_ptr<GoalFieldRow> row_;
     QPointer<QLineEdit> wholeField_;
     QPointer<QLineEdit> tenthsField_;
     QPointer<QLineEdit> rateField_;

@@ -4,10 +4,10 @@
 #include <QProgressBar>
 #include <QTimer>
 #include <cmath>
+#include <tuple>
 
 #include "AppResource.h"
 #include "Converter.h"
-#include "DistanceEntry.h"
 #include "EntryRange.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -16,13 +16,11 @@
 #include "Sygnal.h"
 #include "TivButton.h"
 #include "TivLabel.h"
-#include "TivNumberField.h"
 #include "TivUtils.h"
 
 namespace {
 // Sizes in the 480-wide layout.
 constexpr int kContentGap = 30;  // below the tabs
-constexpr int kFieldHeight = 72;
 constexpr int kButtonTop = 120;
 constexpr int kButtonWidth = 200;
 constexpr int kButtonHeight = 72;
@@ -41,10 +39,12 @@ QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
 
-// The state of the same phase for a kind: 0 calories, 1 distance, 2 activity. States of
-// no phase stay as they are.
+// The state of the same phase for a kind: 0 calories, 1 distance, 2 activity, 3 steps.
+// States of no phase stay as they are.
 int SamePhase(int type, int kind) {
-    static constexpr int kStates[3][3] = {{0, 2, 3}, {4, 5, 6}, {8, 7, 9}};
+    static constexpr int kStates[3][4] = {{0, 2, 3, Sygnal::STEPS_STOPPED},
+                                          {4, 5, 6, Sygnal::STEPS_RUNNING},
+                                          {8, 7, 9, Sygnal::STEPS_COMPLETED}};
     if (Sygnal::IsStopped(type)) return kStates[0][kind];
     if (Sygnal::IsRunning(type)) return kStates[1][kind];
     if (Sygnal::IsCompleted(type)) return kStates[2][kind];
@@ -55,6 +55,7 @@ int KindTab(int type) {
     if (Sygnal::IsCalories(type)) return 0;
     if (Sygnal::IsDistance(type)) return 1;
     if (Sygnal::IsActivity(type)) return 2;
+    if (Sygnal::IsSteps(type)) return 3;
     return -1;
 }
 }  // namespace
@@ -73,15 +74,19 @@ bool SygnalForm::Initialize() {
 void SygnalForm::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     SetTitleText(Text("more__ Alarm"));
-    AddTabItem(Text("alarm__ Calories_Stopwatch"), ID_CALORIES);
-    AddTabItem(Text("alarm__ Distance"), ID_DISTANCE);
-    AddTabItem(Text("alarm__ Activity"), ID_ACTIVITY);
-    SetSelectedTabIndex(KindTab(PedometerOptions::GetInstance().sygnalType));
+    GoalFieldRow::AddTabs(*this,
+                          {{"alarm__ Calories_Stopwatch", ID_CALORIES},
+                           {"alarm__ Distance", ID_DISTANCE},
+                           {"alarm__ Activity", ID_ACTIVITY},
+                           {"alarm__ Steps", ID_STEPS}},
+                          KindTab(PedometerOptions::GetInstance().sygnalType));
     ShowBackButton();
 
     content_ = new QWidget(this);
     content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
     content_->show();
+    row_ = std::make_unique<GoalFieldRow>(*content_, 0,
+                                          [this](QLineEdit& field) { OnTextValueChanged(field); });
     ReloadControls();
     refreshTimer_->start();
 }
@@ -94,25 +99,6 @@ void SygnalForm::OnRefreshTick() {
     } else if (Sygnal::IsRunning(type)) {
         ShowRunningProgress(type);
     }
-}
-
-QLineEdit* SygnalForm::AddField(int maxLength, const QString& text, int x, int width) {
-    auto* field = new TivNumberField(content_, maxLength, Scaled(44));
-    field->setText(text);
-    field->setGeometry(x, 0, width, Scaled(kFieldHeight));
-    connect(field, &QLineEdit::editingFinished, this,
-            [this, field] { OnTextValueChanged(*field); });
-    field->show();
-    return field;
-}
-
-void SygnalForm::AddUnit(const QString& text, int x, int width) {
-    auto* label = new TivLabel(content_);
-    label->SetText(text);
-    label->SetFontSize(Scaled(34));
-    label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    label->setGeometry(x, 0, width, Scaled(kFieldHeight));
-    label->show();
 }
 
 TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption, int actionId,
@@ -169,6 +155,7 @@ void SygnalForm::AddProgress(int percent, const QString& text, const QColor& col
 void SygnalForm::ReloadControls() {
     if (content_ == nullptr) return;
     // The old controls go quietly: one may be emitting its own signal right now.
+    row_->Clear();
     for (QWidget* child : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         child->disconnect(this);
         child->hide();
@@ -185,33 +172,14 @@ void SygnalForm::ReloadControls() {
     shownType_ = type;
     const bool miles = options.measurementSystem;
     const int center = content_->width() / 2;
-    if (Sygnal::IsCalories(type) || Sygnal::IsActivity(type)) {
-        const bool calories = Sygnal::IsCalories(type);
-        const int fieldWidth = Scaled(calories ? 150 : 120);
-        const int unitWidth = Scaled(100);
-        const int gap = Scaled(12);
-        const int x = center - (fieldWidth + gap + unitWidth) / 2;
-        valueField_ =
-            AddField(calories ? 4 : 3,
-                     QString::number(calories ? options.sygnalCalories : options.sygnalActivity), x,
-                     fieldWidth);
-        AddUnit(Text(calories ? "today_goal__ Cal" : "today_goal__ min"), x + fieldWidth + gap,
-                unitWidth);
+    if (Sygnal::IsCalories(type)) {
+        valueField_ = row_->AddValue(4, options.sygnalCalories, Text("today_goal__ Cal"), 150);
+    } else if (Sygnal::IsActivity(type)) {
+        valueField_ = row_->AddValue(3, options.sygnalActivity, Text("today_goal__ min"), 120);
+    } else if (Sygnal::IsSteps(type)) {
+        valueField_ = row_->AddValue(5, options.sygnalSteps, Text("today_goal__ steps"), 180, 120);
     } else if (Sygnal::IsDistance(type)) {
-        const DistanceEntry entry = DistanceEntry::FromKilometers(options.sygnalDistance, miles);
-        const int fieldWhole = Scaled(100);
-        const int fieldFraction = Scaled(miles ? 70 : 130);
-        const int between = Scaled(miles ? 30 : 70);
-        const int after = Scaled(70);
-        const int gap = Scaled(10);
-        int x = center - (fieldWhole + gap + between + fieldFraction + gap + after) / 2;
-        wholeField_ = AddField(2, QString::number(std::min(entry.whole, 99)), x, fieldWhole);
-        x += fieldWhole + gap;
-        AddUnit(miles ? QString(QLocale().decimalPoint()) : Text("today_goal__ km"), x, between);
-        x += between;
-        fractionField_ = AddField(miles ? 1 : 3, entry.FractionText(miles), x, fieldFraction);
-        x += fieldFraction + gap;
-        AddUnit(Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
+        std::tie(wholeField_, fractionField_) = row_->AddDistance(options.sygnalDistance, miles);
     }
 
     const int gap = Scaled(20);
@@ -259,6 +227,11 @@ void SygnalForm::ShowRunningProgress(int type) {
         current = Converter::GetLocalStringN(done, 1);
         target = Converter::GetLocalStringN(goal, 1);
         unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
+    } else if (Sygnal::IsSteps(type)) {
+        percent = double(today.steps) / options.sygnalSteps * 100.0;
+        current = Converter::GetCountString(today.steps);
+        target = Converter::GetCountString(options.sygnalSteps);
+        unit = Text("today_goal__ steps");
     } else {
         percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
         current = Converter::GetCountString(today.activityTime / 60);
@@ -267,7 +240,7 @@ void SygnalForm::ShowRunningProgress(int type) {
     }
     // A zero target gives infinity or NaN; both count as reached.
     if (!(percent < 100.0)) {
-        options.sygnalType = 7;
+        options.sygnalType = Sygnal::IsSteps(type) ? Sygnal::STEPS_COMPLETED : 7;
         ReloadControls();
         return;
     }
@@ -282,19 +255,12 @@ void SygnalForm::ShowRunningProgress(int type) {
     content_->update();
 }
 
-void SygnalForm::CommitEditing() {
-    // A field still being edited is taken before the state changes.
-    for (QLineEdit* field : {valueField_.data(), wholeField_.data(), fractionField_.data()}) {
-        if (field != nullptr && field->hasFocus()) field->clearFocus();
-    }
-}
-
 void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
-    if (actionId < ID_CALORIES || actionId > ID_RESET) {
+    if (actionId < ID_CALORIES || actionId > ID_STEPS) {
         PedometerForm::OnActionPerformed(source, actionId);
         return;
     }
-    CommitEditing();
+    row_->CommitEditing();
     PedometerOptions& options = PedometerOptions::GetInstance();
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     SoundsManager& sounds = SoundsManager::GetInstance();
@@ -307,18 +273,27 @@ void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
             options.sygnalType = SamePhase(type, actionId - ID_CALORIES);
             db.SaveOptions();
             break;
+        case ID_STEPS:
+            sounds.ClickSound();
+            options.sygnalType = SamePhase(type, 3);
+            db.SaveOptions();
+            break;
         case ID_START:
             sounds.ClickSound();
             if (Sygnal::IsCompleted(type)) db.ClearSygnals();
             if (type == 3 || type == 9) options.sygnalType = 6;
             if (type == 2 || type == 7) options.sygnalType = 5;
             if (type == 0 || type == 8) options.sygnalType = 4;
+            if (type == Sygnal::STEPS_STOPPED || type == Sygnal::STEPS_COMPLETED) {
+                options.sygnalType = Sygnal::STEPS_RUNNING;
+            }
             break;
         case ID_PAUSE:
             sounds.ClickSound();
             if (type == 5) options.sygnalType = 2;
             if (type == 6) options.sygnalType = 3;
             if (type == 4) options.sygnalType = 0;
+            if (type == Sygnal::STEPS_RUNNING) options.sygnalType = Sygnal::STEPS_STOPPED;
             break;
         case ID_RESET:
             db.ClearSygnals();
@@ -326,6 +301,7 @@ void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
             if (type == 8) options.sygnalType = 4;
             if (type == 9) options.sygnalType = 6;
             if (type == 7) options.sygnalType = 5;
+            if (type == Sygnal::STEPS_COMPLETED) options.sygnalType = Sygnal::STEPS_RUNNING;
             break;
         default:
             break;
@@ -334,31 +310,25 @@ void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
 }
 
 void SygnalForm::OnTextValueChanged(const QWidget& control) {
-    auto* field = qobject_cast<QLineEdit*>(const_cast<QWidget*>(&control));
-    if (field == nullptr ||
-        (field != valueField_ && field != wholeField_ && field != fractionField_)) {
-        return;
-    }
+    if (row_ == nullptr || !row_->Holds(control)) return;
     // A value out of range is kept as typed and explained, and the alarm keeps its value.
     PedometerOptions& options = PedometerOptions::GetInstance();
     const int type = options.sygnalType;
-    const bool miles = options.measurementSystem;
-    auto* value = qobject_cast<TivNumberField*>(valueField_.data());
-    auto* whole = qobject_cast<TivNumberField*>(wholeField_.data());
-    if ((Sygnal::IsCalories(type) || Sygnal::IsActivity(type)) && value != nullptr) {
-        const EntryRange range =
-            Sygnal::IsCalories(type) ? EntryRange::GoalCalories() : EntryRange::GoalMinutes();
-        const EntryRange::Reading typed = range.Read(value->text());
-        if (!value->ShowVerdict(range, typed.verdict)) return;
-        (Sygnal::IsCalories(type) ? options.sygnalCalories : options.sygnalActivity) =
-            int(typed.value);
-    } else if (Sygnal::IsDistance(type) && whole != nullptr && fractionField_ != nullptr) {
-        const EntryRange range = EntryRange::GoalDistance(miles);
-        const EntryRange::Reading typed =
-            range.Read(whole->text(), fractionField_->text(), miles ? 10 : 1000);
-        if (!whole->ShowVerdict(range, typed.verdict)) return;
-        options.sygnalDistance =
-            miles ? Converter::ConvertMilesToKilometers(typed.value) : typed.value;
+    if (Sygnal::IsDistance(type) && wholeField_ != nullptr && fractionField_ != nullptr) {
+        const std::optional<double> km =
+            GoalFieldRow::ReadDistance(*wholeField_, *fractionField_, options.measurementSystem);
+        if (!km) return;
+        options.sygnalDistance = *km;
+    } else if (valueField_ != nullptr &&
+               (Sygnal::IsCalories(type) || Sygnal::IsActivity(type) || Sygnal::IsSteps(type))) {
+        const EntryRange range = Sygnal::IsCalories(type)   ? EntryRange::GoalCalories()
+                                 : Sygnal::IsActivity(type) ? EntryRange::GoalMinutes()
+                                                            : EntryRange::GoalSteps();
+        const std::optional<double> typed = GoalFieldRow::ReadInRange(range, *valueField_);
+        if (!typed) return;
+        (Sygnal::IsCalories(type)   ? options.sygnalCalories
+         : Sygnal::IsActivity(type) ? options.sygnalActivity
+                                    : options.sygnalSteps) = int(*typed);
     } else {
         return;
     }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <memory>
 
+#include "GoalFieldRow.h"
 #include "PedometerForm.h"
 
 #include <QLineEdit>
@@ -11,16 +13,17 @@ class QTimer;
 class TivButton;
 class TivLabel;
 
-// The goal alarm screen: tabs choose the kind (calories, distance, activity), fields
+// The goal alarm screen: tabs choose the kind (calories, distance, activity, steps), fields
 // set its target, Start/Pause and Reset drive it, and a bar with a label shows today's
 // progress while it runs ("Goal reached!" once it completed).
 //
 // Reads and writes the alarm fields of PedometerOptions (sygnal*) and today's progress
 // row (GetTodaySygnal, ClearSygnals). Kind and phase share one stored number (see
 // Sygnal). A tab keeps the phase and saves; a target edit applies its floor (10 kcal,
-// 5 min, 0.1 km or 0.1 mile) and saves; Start, Pause and Reset change the settings in
-// memory only, so they are stored with the next save. A running alarm found at 100 %
-// or more becomes 7 (distance completed), whatever its kind. While the screen is shown,
+// 5 min, 0.1 km or 0.1 mile, 100 steps) and saves; Start, Pause and Reset change the
+// settings in memory only, so they are stored with the next save. A running alarm
+// found at 100 % or more becomes 7 (distance completed), whatever its kind of the
+// first three; a steps alarm becomes steps completed. While the screen is shown,
 // the progress follows the counting every second, and the controls are rebuilt when
 // the alarm's state changed elsewhere (it completed while counting). Opened by the main
 // screen's bell button ("alarm").
@@ -33,6 +36,7 @@ public:
     static constexpr int ID_START = 103;
     static constexpr int ID_PAUSE = 104;
     static constexpr int ID_RESET = 105;
+    static constexpr int ID_STEPS = 106;
 
     explicit SygnalForm(QWidget* parent = nullptr);
 
@@ -49,7 +53,7 @@ public:
     // the stored state is no longer the one shown. Does nothing while hidden.
     void OnRefreshTick();
 
-    // The calorie or activity field; null for distance.
+    // The calorie, activity or steps field; null for distance.
     QLineEdit* GetValueField() const { return valueField_; }
     QLineEdit* GetWholeField() const { return wholeField_; }
     QLineEdit* GetFractionField() const { return fractionField_; }
@@ -60,16 +64,14 @@ public:
     TivLabel* GetProgressLabel() const { return progressLabel_; }
 
 private:
-    QLineEdit* AddField(int maxLength, const QString& text, int x, int width);
-    void AddUnit(const QString& text, int x, int width);
     TivButton* AddButton(const QString& picture, const QString& caption, int actionId, int x);
     void AddProgress(int percent, const QString& text, const QColor& color);
     // Shows or updates the progress of a running alarm; one found at its target
     // completes and the controls are rebuilt.
     void ShowRunningProgress(int type);
-    void CommitEditing();
 
     QWidget* content_ = nullptr;
+    std::unique_ptr<GoalFieldRow> row_;
     QPointer<QLineEdit> valueField_;
     QPointer<QLineEdit> wholeField_;
     QPointer<QLineEdit> fractionField_;

@@ -51,6 +51,7 @@ HistoryConfirmPopup::HistoryConfirmPopup(QWidget& screen, IActionEventListener* 
                           listener);
     PlaceContent();
     setProperty("closesOnBack", true);
+    setProperty("covers", true);
     hide();
 }
 

@@ -10,6 +10,7 @@
 #include "HistoryConfirmPopup.h"
 #include "HistoryPanel.h"
 #include "HistoryTotals.h"
+#include "HourlyChart.h"
 #include "LapEraser.h"
 #include "HistoryLap.h"
 #include "PedometerDBManager.h"
@@ -19,6 +20,8 @@
 #include "TivNavigationController.h"
 
 namespace {
+constexpr int kHourlyChartHeight = 220;
+
 QString Text(const char* key) {
     return AppResource::GetInstance().GetString(QString::fromUtf8(key));
 }
@@ -71,6 +74,16 @@ void HistoryDay::FormWillAppear() {
     panel_->Clear();
     panel_->AddSummary(totals, Text(today ? "history__ Total today" : "history__ Totals"),
                        Text(today ? "history__ Today averages" : "history__ Averages"));
+    HourlyTotals hours(day_.date());
+    for (const auto& lap : laps_) hours.AddLap(*lap);
+    if (hours.FirstHour() >= 0) {
+        panel_->AddHeader(Text("history__ By the hour"));
+        hourlyChart_ = new HourlyChart;
+        hourlyChart_->SetTotals(hours, 0, 23, PedometerOptions::GetInstance().measurementSystem);
+        panel_->AddWidget(hourlyChart_, kHourlyChartHeight);
+    } else {
+        hourlyChart_ = nullptr;
+    }
     panel_->AddHeader(Text("history__ Laps"));
     const QLocale locale;
     for (int i = int(laps_.size()) - 1; i >= 0; --i) {

@@ -10,9 +10,11 @@ class CountingEngine;
 class DAOLap;
 class HistoryConfirmPopup;
 class HistoryPanel;
+class HourlyChart;
 
 // One calendar day of history: per-minute graphs of calories, speed and pace over all
-// the day's laps, the day's totals and averages, a button per lap (newest first; today's
+// the day's laps, the day's totals and averages, its steps by the hour (a tap on a bar
+// tells that hour's figures), a button per lap (newest first; today's
 // last reads "Current") that opens its HistoryLap, and the reset of the whole day.
 //
 // Reads the day's laps with their minutes (PedometerDBManager::GetLapsForDate) each time
@@ -43,6 +45,8 @@ public:
     const std::vector<std::unique_ptr<DAOLap>>& GetLaps() const { return laps_; }
     HistoryPanel* GetPanel() const { return panel_; }
     HistoryConfirmPopup* GetPopup() const { return popup_; }
+    // Null when the day has no minute to show.
+    HourlyChart* GetHourlyChart() const { return hourlyChart_; }
 
 private:
     void Erase();
@@ -51,5 +55,6 @@ private:
     QDateTime day_;
     std::vector<std::unique_ptr<DAOLap>> laps_;
     HistoryPanel* panel_ = nullptr;
+    HourlyChart* hourlyChart_ = nullptr;  // owned by the panel's content
     HistoryConfirmPopup* popup_ = nullptr;
 };

@@ -8,6 +8,7 @@
 #include "HistoryConfirmPopup.h"
 #include "HistoryPanel.h"
 #include "HistoryTotals.h"
+#include "HourlyChart.h"
 #include "LapEraser.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -56,6 +57,16 @@ void HistoryLap::FormWillAppear() {
     totals.PadSeries();
     panel_->Clear();
     panel_->AddSummary(totals, Text("history__ Totals"), Text("history__ Averages"));
+    // A lap over an hour also shows its hours, those of the day it started on.
+    HourlyTotals hours(lap_->startDate.date());
+    hours.AddLap(*lap_);
+    if (hours.LastHour() > hours.FirstHour()) {
+        panel_->AddHeader(Text("history__ By the hour"));
+        auto* chart = new HourlyChart;
+        chart->SetTotals(hours, hours.FirstHour(), hours.LastHour(),
+                         PedometerOptions::GetInstance().measurementSystem);
+        panel_->AddWidget(chart, 220);
+    }
     panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset lap stats"), ID_RESET,
                            this);
     panel_->AddGap(20);

@@ -15,6 +15,7 @@
 #include "PeriodSummary.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
+#include "StreakRows.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
 
@@ -122,6 +123,7 @@ void HistoryPeriod::FormWillAppear() {
     summary_ = std::make_unique<PeriodSummary>(
         from_, to_, PedometerDBManager::GetInstance().GetDayTotals(from_, to_),
         PedometerOptions::GetInstance().measurementSystem);
+    streaks_ = PedometerDBManager::GetInstance().GetGoalStreaks(from_, to_);
     ShowMeasure();
 }
 
@@ -169,6 +171,8 @@ void HistoryPeriod::ShowMeasure() {
                        QLocale().toString(s.Day(best).day, QLocale::ShortFormat) +
                        QStringLiteral(", ") + ValueText(s.Value(best, measure_), measure_, miles));
     }
+    panel_->AddHeader(Text("history__ Goal streaks"));
+    for (const QString& row : StreakRows::Rows(streaks_)) panel_->AddRow(row);
     panel_->AddGap(20);
     panel_->show();
 }

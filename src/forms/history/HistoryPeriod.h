@@ -3,6 +3,7 @@
 #include <QDate>
 #include <memory>
 
+#include "GoalStreaks.h"
 #include "PedometerForm.h"
 
 class HistoryPanel;
@@ -13,9 +14,10 @@ class TivLabel;
 // The history of a period of days (the last 7, 30 or 180, or a chosen range): a bar per
 // day for steps, distance, calories or counting time (a tap on the chart moves to the
 // next), the daily goal as a line, and below it the period's totals, daily averages,
-// active days and best day.
+// active days, best day and the streaks of days with the daily goal reached within it.
 //
-// Reads the per-day sums once (PedometerDBManager::GetDayTotals) when first shown, and
+// Reads the per-day sums and the streaks (PedometerDBManager::GetDayTotals,
+// GetGoalStreaks) when first shown, and
 // again whenever it reappears; writes nothing except the chosen measure (preference
 // "history.period.measure"). Opened from the reports screen or by name. GUI thread only.
 class HistoryPeriod : public PedometerForm {
@@ -43,6 +45,7 @@ private:
     QString title_;
     int measure_ = 0;
     std::unique_ptr<PeriodSummary> summary_;
+    GoalStreaks streaks_;
     PeriodChart* chart_ = nullptr;
     TivLabel* caption_ = nullptr;
     HistoryPanel* panel_ = nullptr;

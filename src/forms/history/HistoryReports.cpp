@@ -7,8 +7,10 @@
 #include "AppResource.h"
 #include "Clock.h"
 #include "HistoryPanel.h"
+#include "PedometerDBManager.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
+#include "StreakRows.h"
 #include "TivDatePicker.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
@@ -38,6 +40,8 @@ void HistoryReports::OnInitializing() {
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
     SetGrowBandBelowHeader();
+    panel_->AddHeader(Text("history__ Goal streaks"));
+    for (TivLabel*& row : streakRows_) row = panel_->AddRow(QString());
     panel_->AddGap(12);
     panel_->AddRowButton(Text("history__ All days"), ID_ALL_DAYS, this);
     panel_->AddRowButton(Text("history__ Last 7 days"), ID_LAST_7, this);
@@ -109,6 +113,16 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
             .arg(Scaled(8)));
     field->setGeometry(x, Scaled(32), width, Scaled(60));
     return field;
+}
+
+void HistoryReports::FormWillAppear() {
+    if (streakRows_[0] == nullptr) return;
+    const QStringList rows =
+        StreakRows::Rows(PedometerDBManager::GetInstance().GetGoalStreaks({}, Clock::Now().date()));
+    for (int i = 0; i < 2; ++i) {
+        streakRows_[i]->SetText(rows.value(i));
+        streakRows_[i]->update();
+    }
 }
 
 void HistoryReports::OnActionPerformed(const QWidget& source, int actionId) {

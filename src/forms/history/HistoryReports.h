@@ -8,11 +8,14 @@
 
 class HistoryPanel;
 class TivDatePicker;
+class TivLabel;
 
 // The choice of period history: all days, the last 7, 30 or 180 days, or a range of two
 // dates picked below (the first can never be after the second; a tap on a date opens a
-// finger-sized picker over the screen, TivDatePicker). Each opens its screen
-// by name. Reads and writes nothing itself. Opened by today's "Reports" soft key or by
+// finger-sized picker over the screen, TivDatePicker). Each opens its screen by name.
+// Above them, the current and the longest streak of days with the daily goal reached,
+// read (GetGoalStreaks over all history) every time the screen appears. Writes
+// nothing. Opened by today's "Reports" soft key or by
 // name. GUI thread only.
 class HistoryReports : public PedometerForm {
     Q_OBJECT
@@ -27,7 +30,10 @@ public:
 
     bool Initialize();
     void OnInitializing() override;
+    void FormWillAppear() override;
     void OnActionPerformed(const QWidget& source, int actionId) override;
+    // The current and the longest streak's rows.
+    TivLabel* GetStreakRow(int index) const { return streakRows_[index]; }
 
     QDateEdit* GetFromField() const { return from_; }
     QDateEdit* GetToField() const { return to_; }
@@ -42,6 +48,7 @@ private:
                             int width);
 
     HistoryPanel* panel_ = nullptr;
+    TivLabel* streakRows_[2] = {nullptr, nullptr};
     QPointer<QDateEdit> from_;
     QPointer<QDateEdit> to_;
     TivDatePicker* picker_ = nullptr;

@@ -68,6 +68,7 @@ double PeriodSummary::Goal(int measure, const DAOTarget& target) const {
     }
     if (target.targetActive == 2 && measure == CALORIES) return target.calories;
     if (target.targetActive == 3 && measure == TIME) return target.activityTime;
+    if (target.targetActive == DAOTarget::STEPS && measure == STEPS) return target.steps;
     return -1.0;
 }
 

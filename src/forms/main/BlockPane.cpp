@@ -29,6 +29,7 @@ bool BlockPane::Initialize(UnblockListener* form) {
     form_.Set(form);
     unlocked_ = false;
     setGeometry(QRect(QPoint(0, 0), AppFrame::ScreenSize()));
+    setProperty("covers", true);  // the layout fits it to the screen it covers
 
     delete picture_;
     picture_ = new TivImagePanel(this);

@@ -133,6 +133,7 @@ void MainForm::InitOptions() {
     AddOptionKey(Text("more__ My profile"), ID_PROFILE);
     AddOptionKey(Text("main__ History"), ID_HISTORY);
     AddOptionKey(Text("more__ Loosing weight tips"), ID_WEIGHT_TIPS);
+    AddOptionKey(Text("main__ Quit"), ID_QUIT);
 }
 
 void MainForm::ConstructTopButtons() {
@@ -230,7 +231,7 @@ void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QStr
                          AppResource::GetInstance().GetString(secondKey);
     auto* label = new TivLabel(&button);
     label->Initialize();
-    label->setGeometry(S(QRect(62, 4, 80, 64)));  // clear of the button's border
+    label->setGeometry(S(QRect(62, 4, 84, 64)));  // clear of the button's border
     label->SetFontSize(S(16));
     label->SetShrinkToFit(true);
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
@@ -404,6 +405,7 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             auto* pane = new BlockPane(this);
             pane->setObjectName(QStringLiteral("lock"));
             pane->Initialize(this);
+            pane->setGeometry(rect());  // the whole screen, whatever the window's size
             pane->raise();
             pane->show();
             break;
@@ -429,6 +431,11 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
         case ID_WEIGHT_TIPS:
             sounds.ClickSound();
             OpenScreen(QStringLiteral("tips-weight"));
+            break;
+        case ID_QUIT:
+            HideOptionMenu();
+            sounds.ClickSound();
+            Q_EMIT QuitRequested();
             break;
         default:
             if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
@@ -640,7 +647,9 @@ void MainForm::SetEnlarged(const QString& caption, const QString& value, const Q
 
 void MainForm::RequestStepsUpdate(int lapSteps) {
     pendingSteps.store(lapSteps);
-    stepsTrigger.Trigger();
+    // A paused screen (in the background) is not woken for each step: it reads the
+    // count again when it resumes.
+    if (updating) stepsTrigger.Trigger();
 }
 
 void MainForm::ApplyPendingSteps() {
@@ -660,6 +669,8 @@ void MainForm::UpdateStepsCount(int lapSteps) {
 }
 
 void MainForm::UpdateData(const DAOLap* lap) {
+    // Paused: nothing is computed or woken; resuming asks for the lap again.
+    if (!updating) return;
     const PedometerOptions& options = PedometerOptions::GetInstance();
     std::vector<DAOLapMinutes> minutes;
     std::vector<DAOLapSeconds> seconds;

@@ -65,6 +65,7 @@ public:
         ID_PROFILE = 124,
         ID_HISTORY = 125,
         ID_WEIGHT_TIPS = 126,
+        ID_QUIT = 127,
     };
     static constexpr int kTopButtons = 6;
     static inline const QColor kEnlargedColor{12, 159, 249, 255};
@@ -84,6 +85,11 @@ public:
     void UpdateStepsCount(int lapSteps) override;
     void UpdateData(const DAOLap* lap) override;
     void SygnalFired() override;
+Q_SIGNALS:
+    // The user chose Quit in the option menu: counting stops and the application ends.
+    void QuitRequested();
+
+public:
     // User event 129: take the lock pane away (any thread).
     void RequestUnblock();
 
@@ -137,6 +143,9 @@ private:
     void ShowEnlargedValue();
     void SetEnlarged(const QString& caption, const QString& value, const QColor& color);
 
+    CountingEngine& engine_;
+    StatisticsManager* const statManager;  // the engine's
+    bool listening_ = false;
     std::atomic<bool> updating{true};
     bool locked = false;
     bool countdownRunning = false;
@@ -159,9 +168,6 @@ private:
     TargetSlider* targetSlider = nullptr;
     QPointer<QMenu> contextMenu;
 
-    CountingEngine& engine_;
-    StatisticsManager* const statManager;  // the engine's
-    bool listening_ = false;
 
     // Hand-over from the sensor and updater threads to the GUI thread.
     std::atomic<int> pendingSteps{-1};

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <memory>
 
+#include "GoalFieldRow.h"
 #include "PedometerForm.h"
 
 #include <QLineEdit>
@@ -9,11 +11,12 @@ class TargetSlider;
 #include "TivLabel.h"
 
 // The daily-goal screen: tabs choose the kind of goal (off, distance, calories,
-// activity), fields below edit its target, and the goal slider shows today's progress.
+// activity, steps), fields below edit its target, and the goal slider shows today's
+// progress.
 //
 // Every change is stored in DAOTarget and saved at once (SaveTagets). Targets have
-// floors: 10 kcal, 5 minutes, 0.1 km (or 0.1 mile); a field left empty counts as 0 and
-// so gets the floor. A field's value is taken when its editing finishes (Enter, or
+// floors: 10 kcal, 5 minutes, 0.1 km (or 0.1 mile), 100 steps; a field left empty
+// counts as 0 and so gets the floor. A field's value is taken when its editing finishes (Enter, or
 // the focus leaving it, for instance to a tab).
 class TargetSelect : public PedometerForm {
     Q_OBJECT
@@ -23,6 +26,7 @@ public:
     static constexpr int ID_DISTANCE = 101;
     static constexpr int ID_CALORIES = 102;
     static constexpr int ID_ACTIVITY = 103;
+    static constexpr int ID_STEPS = 104;
 
     explicit TargetSelect(QWidget* parent = nullptr);
 
@@ -40,7 +44,7 @@ public:
     void OnTextValueChangeCanceled(const QWidget& control);
 
     TargetSlider* GetTargetSlider() const { return slider_; }
-    // The calorie or activity field; null for other kinds.
+    // The calorie, activity or steps field; null for other kinds.
     QLineEdit* GetValueField() const { return valueField_; }
     // The distance fields: whole part and fraction; null for other kinds.
     QLineEdit* GetWholeField() const { return wholeField_; }
@@ -49,11 +53,8 @@ public:
     TivLabel* GetHintLabel() const { return hintLabel_; }
 
 private:
-    QLineEdit* AddField(int maxLength, const QString& text, int x, int width);
-    void AddUnit(const QString& text, int x, int width);
-    void CommitEditing();
-
     QWidget* content_ = nullptr;
+    std::unique_ptr<GoalFieldRow> row_;
     TargetSlider* slider_ = nullptr;
     QPointer<QLineEdit> valueField_;
     QPointer<QLineEdit> wholeField_;

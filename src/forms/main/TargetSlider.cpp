@@ -154,6 +154,14 @@ void TargetSlider::UpdateData() {
             unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ min")));
             break;
         }
+        case DAOTarget::STEPS: {
+            const int steps = db.GetTodaySteps();
+            percent = Percent(steps, goal.steps);
+            value_->SetText(Converter::GetLocalStringN(steps, 0));
+            target_->SetText(Converter::GetLocalStringN(goal.steps, 0));
+            unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ steps")));
+            break;
+        }
         default:
             break;
     }

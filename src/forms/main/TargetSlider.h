@@ -8,8 +8,8 @@ class TivLabel;
 // Today's progress towards the daily goal (DAOTarget): "Progress:", today's value, the
 // target and the unit, over a bar that fills with the share reached.
 //
-// Progress is always today's totals from the database (distance, calories or active
-// minutes, by the goal's kind), shown in the user's units. With no goal the control
+// Progress is always today's totals from the database (distance, calories, active
+// minutes or steps, by the goal's kind), shown in the user's units. With no goal the control
 // hides itself. The holder places it (setGeometry) and calls Initialize with the
 // bar's height; the bar is as wide as its picture allows within the control. GUI thread
 // only (it reads the database there).

@@ -70,7 +70,8 @@ void SensitivitySlider::Initialize() {
     position_->setGeometry(width() - margin - Scaled(60), 0, Scaled(60), Scaled(32));
 
     slider_ = new TivSlider(this);
-    slider_->Initialize(QRect(margin, Scaled(34), width() - 2 * margin, Scaled(50)), position);
+    // 60 units high: a finger-sized target at the smallest scale.
+    slider_->Initialize(QRect(margin, Scaled(32), width() - 2 * margin, Scaled(60)), position);
     slider_->SetListener(this);
     for (QWidget* child : {static_cast<QWidget*>(caption), static_cast<QWidget*>(position_),
                            static_cast<QWidget*>(slider_)}) {

@@ -1,10 +1,11 @@
 #include "SettingsAccelerometer.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <cmath>
 
 #include "GraphicAcc.h"
+#include "IioAccelerometerSource.h"
+#include "IioPaths.h"
 #include "PedometerDBManager.h"
 #include "PowerManager.h"
 #include "QuorPedometer.h"
@@ -24,13 +25,9 @@ const QString kIioDevicePreference = QStringLiteral("sensor-iio-device");
 // Values piling up while the GUI thread is busy are dropped beyond a meter's width.
 constexpr size_t kMaxPending = GraphicAcc::kPoints;
 
-QString& IioRoot() {
-    static QString root = QStringLiteral("/sys/bus/iio/devices");
-    return root;
-}
-
 const char* SensorTextKey(const QString& choice) {
     if (choice == QLatin1String("iio")) return "settings__ Linux IIO device";
+    if (choice == QLatin1String("iio-steps")) return "settings__ Step counter in the chip";
     if (choice == QLatin1String("none")) return "settings__ None";
     return "settings__ Automatic";
 }
@@ -38,23 +35,16 @@ const char* SensorTextKey(const QString& choice) {
 
 const QStringList& SettingsAccelerometer::SensorChoices() {
     static const QStringList kChoices = {QStringLiteral("auto"), QStringLiteral("iio"),
-                                         QStringLiteral("none")};
+                                         QStringLiteral("iio-steps"), QStringLiteral("none")};
     return kChoices;
 }
 
-QStringList SettingsAccelerometer::IioAccelerometers(const QString& root) {
-    QStringList found;
-    const QDir devices(root);
-    for (const QString& name : devices.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
-        if (QFileInfo::exists(devices.filePath(name + QStringLiteral("/in_accel_x_raw")))) {
-            found.append(name);
-        }
-    }
-    return found;
-}
-
-void SettingsAccelerometer::SetIioRoot(const QString& root) {
-    IioRoot() = root;
+QStringList SettingsAccelerometer::IioAccelerometers() {
+    QStringList names;
+    for (const QString& path :
+         IioAccelerometerSource::Accelerometers(IioPaths::DevicesRoot(), IioPaths::UdevDataRoot()))
+        names.append(QFileInfo(path).fileName());
+    return names;
 }
 
 SettingsAccelerometer::SettingsAccelerometer(QuorPedometer& detector, QWidget* parent)
@@ -82,7 +72,7 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
     panel.AddNote(Text("settings__ A movement above a line counts as a step of that kind."), 34);
     for (int gait = 1; gait <= 3; ++gait) {
         auto* slider = new SensitivitySlider(gait, [this] { UpdateThresholds(); });
-        panel.AddWidget(slider, 88);
+        panel.AddWidget(slider, 96);
         slider->Initialize();
     }
     panel.AddNote(Text("settings__ New sensitivities count from the next start."), 34);
@@ -94,11 +84,15 @@ void SettingsAccelerometer::Fill(SettingsPanel& panel) {
         Text("settings__ Step detector"),
         Text(kind == DetectorKind::Adaptive ? "settings__ Adaptive" : "settings__ Classic"),
         ID_DETECTOR, this);
+    // Room for two lines each: the German texts wrap.
+    panel.AddNote(Text("settings__ Adaptive: learns how you carry the phone; counts most exactly."),
+                  52);
+    panel.AddNote(Text("settings__ Classic: counts a movement above the meter's lines."), 52);
     const QString sensor = db.GetPreference(kSensorPreference, QStringLiteral("auto"));
     panel.AddValueRow(Text("settings__ Accelerometer"), Text(SensorTextKey(sensor)), ID_SENSOR,
                       this);
-    const QStringList devices = IioAccelerometers(IioRoot());
-    if (sensor == QLatin1String("iio") && devices.size() > 1) {
+    const QStringList devices = IioAccelerometers();
+    if (sensor != QLatin1String("none") && devices.size() > 1) {
         QString device = db.GetPreference(kIioDevicePreference);
         if (!devices.contains(device)) device = Text("settings__ Automatic");
         panel.AddValueRow(Text("settings__ IIO device"), device, ID_IIO_DEVICE, this);
@@ -141,7 +135,7 @@ void SettingsAccelerometer::OnActionPerformed(const QWidget& source, int actionI
         }
         case ID_IIO_DEVICE: {
             SoundsManager::GetInstance().ClickSound();
-            const QStringList devices = IioAccelerometers(IioRoot());
+            const QStringList devices = IioAccelerometers();
             if (devices.isEmpty()) return;
             const int now = devices.indexOf(db.GetPreference(kIioDevicePreference));
             db.SetPreference(kIioDevicePreference, devices[(now + 1) % devices.size()]);

@@ -23,8 +23,9 @@ class QuorPedometer;
 //
 // Writes: the thresholds into the body profile (SaveBody); the preference "detector"
 // ("classic"/"adaptive"), which also switches the running detector at once
-// (QuorPedometer::SelectDetector); the preferences "sensor" ("auto", "iio", "none") and
-// "sensor-iio-device" (a device folder name), used from the next start.
+// (QuorPedometer::SelectDetector); the preferences "sensor" ("auto", "iio", "iio-steps", "none") and
+// "sensor-iio-device" (a device folder name, listed when there are several), used from
+// the next start.
 // Opened by "settings-sensitivity" and the settings menu. GUI thread only, but for
 // DataRecieved.
 class SettingsAccelerometer : public SettingsScreen, public AccelerometerMonitor {
@@ -36,11 +37,9 @@ public:
 
     // The sensor choices in the order a tap steps through them.
     static const QStringList& SensorChoices();
-    // The IIO devices under `root` that have an accelerometer, by folder name, sorted.
-    static QStringList IioAccelerometers(
-        const QString& root = QStringLiteral("/sys/bus/iio/devices"));
-    // Where IioAccelerometers looks (tests point it at a fake tree).
-    static void SetIioRoot(const QString& root);
+    // The IIO accelerometers by folder name, best first, by the rule the source uses
+    // (IioAccelerometerSource::Accelerometers under IioPaths' roots).
+    static QStringList IioAccelerometers();
 
     // `detector` is the application's; it outlives the screen.
     explicit SettingsAccelerometer(QuorPedometer& detector, QWidget* parent = nullptr);

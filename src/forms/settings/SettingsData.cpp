@@ -1,6 +1,7 @@
 #include "SettingsData.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -40,19 +41,26 @@ void SettingsData::Fill(SettingsPanel& panel) {
     panel.AddRowButton(Text("settings__ Export minutes"), ID_EXPORT_MINUTES, this);
     panel.AddHeader(Text("settings__ Backup"));
     panel.AddRowButton(Text("settings__ Back up all data"), ID_BACKUP, this);
+    panel.AddHeader(Text("settings__ Bring data back"));
+    panel.AddRowButton(Text("settings__ Import activity"), ID_IMPORT, this);
+    panel.AddRowButton(Text("settings__ Restore a backup"), ID_RESTORE, this);
     panel.AddNote(Text("settings__ Files are written to %@.").replace(QStringLiteral("%@"), folder_),
                   90);
 }
 
-QString SettingsData::TodaysFile(const QString& what, const QString& extension,
-                                 QString* error) const {
+QString SettingsData::TodaysFile(const QString& what, const QString& extension, QString* error,
+                                 bool fresh) const {
     if (!QDir().mkpath(folder_)) {
         *error = Text("settings__ the folder cannot be made");
         return {};
     }
-    const QString name = QStringLiteral("pedometer-%1-%2.%3")
-                             .arg(what, Clock::Now().date().toString(Qt::ISODate), extension);
-    return QDir(folder_).filePath(name);
+    const QString stem =
+        QStringLiteral("pedometer-%1-%2").arg(what, Clock::Now().date().toString(Qt::ISODate));
+    QString path = QDir(folder_).filePath(stem + QLatin1Char('.') + extension);
+    for (int n = 2; fresh && QFileInfo::exists(path); ++n) {
+        path = QDir(folder_).filePath(QStringLiteral("%1-%2.%3").arg(stem).arg(n).arg(extension));
+    }
+    return path;
 }
 
 QString SettingsData::Written(const QString& path) {
@@ -86,10 +94,16 @@ QString SettingsData::ExportActivity(ActivityCsv::Kind kind) {
 
 QString SettingsData::WriteBackup() {
     QString error;
-    const QString path = TodaysFile(QStringLiteral("backup"), QStringLiteral("backup"), &error);
+    const QString path =
+        TodaysFile(QStringLiteral("backup"), QStringLiteral("backup"), &error, true);
     if (path.isEmpty()) return NotWritten(folder_, error);
     const QString home = AppPaths::Home();
     if (home.isEmpty()) return NotWritten(path, AppPaths::HomeError());
+    // Opening both databases makes a missing one (a folder filled by an import holds only
+    // the statistics), so that the backup has both to copy.
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    db.OptionsStatus();
+    db.StatisticsStatus();
     if (!DataBackup::Backup(home, path, &error)) return NotWritten(path, error);
     return Written(path);
 }
@@ -109,6 +123,12 @@ void SettingsData::OnActionPerformed(const QWidget& source, int actionId) {
         case ID_BACKUP:
             SoundsManager::GetInstance().ClickSound();
             popup_->Show(WriteBackup());
+            return;
+        case ID_IMPORT:
+        case ID_RESTORE:
+            SoundsManager::GetInstance().ClickSound();
+            Open(actionId == ID_IMPORT ? QStringLiteral("settings-import")
+                                       : QStringLiteral("settings-restore"));
             return;
         case ID_POPUP_OK:
             SoundsManager::GetInstance().ClickSound();

@@ -1,5 +1,6 @@
 #include "SettingsDisplay.h"
 
+#include "LoginAutostart.h"
 #include "ScreenDirectory.h"
 
 SettingsDisplay::SettingsDisplay(QWidget* parent) : SettingsSwitchScreen(parent) {}
@@ -26,6 +27,15 @@ bool SettingsDisplay::Initialize() {
                {},
                {}});
     AddFlag("more__ Autostart on manual lock:", &PedometerOptions::startOnBlock);
+    // The autostart entry itself is the setting.
+    AddSwitch({"more__ Count from login:", [] { return LoginAutostart::IsOn(); },
+               [] {
+                   QString error;
+                   if (!LoginAutostart::SetOn(!LoginAutostart::IsOn(), &error))
+                       qWarning("%s", qPrintable(error));
+               },
+               {},
+               {}});
     return true;
 }
 

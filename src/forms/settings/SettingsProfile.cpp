@@ -7,6 +7,7 @@
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
 #include "SoundsManager.h"
+#include "StepLengthCalibration.h"
 
 SettingsProfile::SettingsProfile(QWidget* parent) : SettingsScreen(parent) {}
 
@@ -37,12 +38,16 @@ void SettingsProfile::Fill(SettingsPanel& panel) {
     auto step = [&](const char* key, double metres, bool set, int id) {
         QString value = BodyValueText::Length(metres * 100.0, imperial);
         if (!set) value = automatic + QLatin1Char(' ') + value;
+        if (id == ID_WALK_STEP && StepLengthCalibration::IsCalibrated()) {
+            value = Text("profile__ calibrated") + QLatin1Char(' ') + value;
+        }
         panel.AddValueRow(Text(key), value, id, this);
     };
     step("more__ Walk step", body.getWalkStepSize(), body.storedWalkStepSize() != -1.0,
          ID_WALK_STEP);
     step("more__ Jog step", body.getJogStepSize(), body.storedJogStepSize() != -1.0, ID_JOG_STEP);
     step("more__ Run step", body.getRunStepSize(), body.storedRunStepSize() != -1.0, ID_RUN_STEP);
+    panel.AddRowButton(Text("profile__ Calibrate step length"), ID_CALIBRATE, this);
     panel.AddRowButton(Text("settings__ Step lengths from my height"), ID_AUTO_STEPS, this);
     panel.AddNote(
         Text("settings__ Step lengths from the height are used until you enter your own."), 60);
@@ -64,6 +69,10 @@ void SettingsProfile::OnActionPerformed(const QWidget& source, int actionId) {
             body.setRunStepSize(-1.0);
             PedometerDBManager::GetInstance().SaveBody();
             Refill();
+            return;
+        case ID_CALIBRATE:
+            SoundsManager::GetInstance().ClickSound();
+            Open(QStringLiteral("settings-calibrate"));
             return;
         case ID_AGE:
         case ID_HEIGHT:

@@ -4,8 +4,9 @@
 
 // The user's body profile ("more__ My profile"): sex (a tap switches it), age, height
 // and weight, and the walk, jog and run step lengths. The step lengths show the value
-// worked out from the height, marked automatic, until the user enters one; the last
-// row puts all three back to automatic. Each other row opens its entry screen ("age",
+// worked out from the height, marked automatic, until the user enters one (the walk
+// step is marked calibrated when "settings-calibrate" set it); a row opens the
+// calibration, the last one puts all three back to automatic. Each other row opens its entry screen ("age",
 // "settings-height", "body-weight", "body-step-walk", ...). Writes the body profile
 // (SaveBody) at once. Opened by "settings-profile" and the settings menu. GUI thread only.
 class SettingsProfile : public SettingsScreen {
@@ -19,6 +20,7 @@ public:
     static constexpr int ID_JOG_STEP = 205;
     static constexpr int ID_RUN_STEP = 206;
     static constexpr int ID_AUTO_STEPS = 207;
+    static constexpr int ID_CALIBRATE = 208;
 
     explicit SettingsProfile(QWidget* parent = nullptr);
     bool Initialize();

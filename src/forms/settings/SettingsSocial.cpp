@@ -1,9 +1,9 @@
 #include "SettingsSocial.h"
 
 #include <QLineEdit>
-#include <QRegularExpression>
 
 #include "DAOSocial.h"
+#include "EmailSender.h"
 #include "PedometerDBManager.h"
 #include "ReportPopup.h"
 #include "ScreenDirectory.h"
@@ -11,8 +11,7 @@
 #include "SoundsManager.h"
 
 bool SettingsSocial::IsPlausibleAddress(const QString& address) {
-    static const QRegularExpression kAddress(QStringLiteral("^[^@\\s]+@[^@\\s.]+(\\.[^@\\s.]+)+$"));
-    return kAddress.match(address).hasMatch();
+    return EmailSender::IsPlainAddress(address);
 }
 
 SettingsSocial::SettingsSocial(QWidget* parent) : SettingsScreen(parent) {}

@@ -21,7 +21,7 @@ public:
     static constexpr int ID_NETWORKS = 201;
     static constexpr int ID_POPUP_OK = 202;
 
-    // One address: a local part and a domain with a dot, no blanks, one "@".
+    // One plain address (EmailSender::IsPlainAddress).
     static bool IsPlausibleAddress(const QString& address);
 
     explicit SettingsSocial(QWidget* parent = nullptr);

@@ -4,41 +4,21 @@
 // screen gets the body screens pushed on top, for the body and report tests.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <memory>
-
-#include "AppFrame.h"
 #include "DAOTarget.h"
 #include "FreshProfile.h"
 #include "PedometerDBManager.h"
-#include "PedometerForm.h"
-#include "TivNavigationController.h"
-#include "TivUtils.h"
+#include "ScreenFrame.h"
 
-class BodyScreenTest : public ::testing::Test {
+class BodyScreenTest : public ::testing::Test, protected ScreenFrame {
 protected:
     void SetUp() override {
         ASSERT_TRUE(profile.IsValid());
         DAOTarget::GetInstance() = DAOTarget();
-        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
-        frame = std::make_unique<AppFrame>();
-        navigation = std::make_unique<TivNavigationController>(*frame);
-        root = new PedometerForm;
-        navigation->InitWithRootForm(root);
-        frame->AddControl(*root);
-        frame->SetCurrentForm(*root);
-        frame->show();
+        SetRoot();
     }
     void TearDown() override {
-        navigation.reset();
-        frame.reset();
-        QCoreApplication::processEvents();
+        Close();
         DAOTarget::GetInstance() = DAOTarget();
-    }
-    template <class Form>
-    Form* Push(Form* form) {
-        navigation->PushForm(form);
-        return form;
     }
     // One day's log row, `daysAgo` before today (0.0: not measured).
     static void AddLog(int daysAgo, double weight, double chest, double waist, double hip) {
@@ -53,7 +33,4 @@ protected:
     }
 
     FreshProfile profile;
-    std::unique_ptr<AppFrame> frame;
-    std::unique_ptr<TivNavigationController> navigation;
-    PedometerForm* root = nullptr;
 };

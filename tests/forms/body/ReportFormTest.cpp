@@ -1,17 +1,16 @@
 #include "ReportForm.h"
 
-#include <QEventLoop>
+#include <QDir>
 #include <QFile>
 #include <QMenu>
 #include <QTest>
-#include <QTimer>
 
 #include "BodyCsvExport.h"
 #include "BodyTestSupport.h"
+#include "FakeMailProgram.h"
 #include "PedometerOptions.h"
 #include "ReportPopup.h"
 #include "SnsGateway.h"
-#include "TestData.h"
 
 namespace {
 
@@ -57,28 +56,12 @@ TEST(ReportFormText, ExchangeOnLastEntranceReplacesOnlyTheLastPlaceholder) {
     }
 }
 
-// A fake xdg-email first on PATH records its arguments, NUL-terminated, in args.txt.
+// Mail goes to a fake mail program.
 class ReportFormTest : public BodyScreenTest {
 protected:
     void SetUp() override {
         BodyScreenTest::SetUp();
-        ASSERT_TRUE(testdata::WriteFile(
-            Fake(),
-            "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\0' \"$a\"; done > \"$(dirname "
-            "\"$0\")/args.txt\"\n"));
-        QFile::setPermissions(Fake(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        oldPath_ = qgetenv("PATH");
-        qputenv("PATH", bin_->path().toUtf8() + ':' + oldPath_);
-    }
-    void TearDown() override {
-        qputenv("PATH", oldPath_);
-        BodyScreenTest::TearDown();
-    }
-    QString Fake() const { return bin_->path() + QStringLiteral("/xdg-email"); }
-    QStringList MailArguments() const {
-        QFile file(bin_->path() + QStringLiteral("/args.txt"));
-        if (!file.open(QIODevice::ReadOnly)) return {};
-        return QString::fromUtf8(file.readAll()).split(QChar(0), Qt::SkipEmptyParts);
+        ASSERT_TRUE(mail.IsValid());
     }
     ReportForm& Open() {
         auto* form = new ReportForm;
@@ -92,18 +75,10 @@ protected:
         PedometerDBManager::GetInstance().SetSocial(social);
     }
     static void WaitUntilSent(ReportForm& form) {
-        QEventLoop loop;
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-            if (!form.IsSending()) loop.quit();
-        });
-        poll.start(10);
-        QTimer::singleShot(10000, &loop, &QEventLoop::quit);
-        loop.exec();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !form.IsSending(); }, 10000));
     }
 
-    std::unique_ptr<QTemporaryDir> bin_ = testdata::MakeTempDir();
-    QByteArray oldPath_;
+    FakeMailProgram mail;
 };
 
 TEST_F(ReportFormTest, TapsBuildShareTextsFilledFromTheLastPlaceholderInTheUsersUnits) {
@@ -165,7 +140,7 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
     EXPECT_TRUE(form.IsSending());
     form.OnActionPerformed(form, ReportForm::ID_EXPORT);  // ignored while sending
     WaitUntilSent(form);
-    EXPECT_EQ(MailArguments(),
+    EXPECT_EQ(mail.Arguments(),
               (QStringList{"--subject", "Message from my pedometer", "--body",
                            "My pedometer: current chest size: -(cm)", "share@example.org"}));
     EXPECT_EQ(form.GetOkPopup()->GetText(), "Message sent.");
@@ -173,16 +148,21 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
 
     form.OnActionPerformed(form, ReportForm::ID_EXPORT);
     WaitUntilSent(form);
-    EXPECT_EQ(MailArguments(),
+    EXPECT_EQ(mail.Arguments(),
               (QStringList{"--subject", "Exported data from my pedometer", "--body",
                            "The exported data is attached as a CSV file.", "--attach",
                            BodyCsvExport::DefaultPath(), "export@example.org"}));
     QFile csv(BodyCsvExport::DefaultPath());
     ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
     EXPECT_EQ(csv.readAll(), ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n");
+    // An export that cannot be written attaches nothing, not an older file.
+    ASSERT_TRUE(csv.remove() && QDir().mkdir(BodyCsvExport::DefaultPath()));
+    form.OnActionPerformed(form, ReportForm::ID_EXPORT);
+    WaitUntilSent(form);
+    EXPECT_FALSE(mail.Arguments().contains("--attach"));
 
     // No mail program at all.
-    qputenv("PATH", bin_->path().toUtf8() + "/nowhere");
+    mail.Remove();
     form.OnActionPerformed(form, ReportForm::ID_EMAIL);
     EXPECT_FALSE(form.IsSending());
     EXPECT_EQ(form.GetPopup()->GetText(),
@@ -198,17 +178,10 @@ TEST_F(ReportFormTest, ASignInThatCannotReachTheProviderSaysSo) {
         QStringLiteral("twitter"),
         SnsEndpoints::Twitter().Rebased(QUrl(QStringLiteral("http://127.0.0.1:1"))));
     ReportForm& form = Open();
+    gateway.SetListener(nullptr);  // as the social sign-in screen leaves it when it closes
     form.OnActionPerformed(form, ReportForm::ID_CELL + 1);
     form.OnActionPerformed(form, ReportForm::ID_TWITTER);
-    QEventLoop loop;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        if (form.GetOkPopup()->isVisible()) loop.quit();
-    });
-    poll.start(10);
-    QTimer::singleShot(10000, &loop, &QEventLoop::quit);
-    loop.exec();
-    EXPECT_TRUE(form.GetOkPopup()->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.GetOkPopup()->isVisible(); }, 10000));
     EXPECT_TRUE(form.GetOkPopup()->GetText().contains("Twitter"))
         << form.GetOkPopup()->GetText().toStdString();
     form.OnMySnsStatusTextUpdated(1, "twitter", true, {}, {});

@@ -6,57 +6,36 @@
 
 #include <QLineEdit>
 #include <QPointer>
-#include <QTest>
-#include <memory>
 
-#include "../../sound/FakeSoundPlayer.h"
-#include "AppFrame.h"
+#include "FakeSoundPlayer.h"
 #include "FormHeader.h"
 #include "FreshProfile.h"
 #include "PedometerDBManager.h"
-#include "PedometerForm.h"
 #include "PedometerOptions.h"
-#include "PlatformSettings.h"
-#include "TivNavigationController.h"
+#include "ScreenFrame.h"
 
-class GoalScreenTest : public ::testing::Test {
+class GoalScreenTest : public ::testing::Test, protected ScreenFrame {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(profile.IsValid());
-        PedometerOptions::GetInstance().RestoreDefaults();
-        PlatformSettings::SetSilentMode(false);
-        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(plays));
-    }
+    void SetUp() override { ASSERT_TRUE(profile.IsValid()); }
     void TearDown() override {
-        controller.reset();
-        frame.reset();
-        static FakePlayerLog* leftovers = new FakePlayerLog;
-        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(*leftovers));
+        Close();
         PedometerOptions::GetInstance().RestoreDefaults();
     }
 
+    // A new frame with the screen `Form` over its root.
     template <typename Form>
     Form& Push() {
-        frame = std::make_unique<AppFrame>();
-        controller = std::make_unique<TivNavigationController>(*frame);
-        auto* root = new PedometerForm;
-        controller->InitWithRootForm(root);
-        frame->AddControl(*root);
-        frame->SetCurrentForm(*root);
-        frame->show();
+        Close();
+        SetRoot();
         auto* form = new Form;
         form->Initialize();
-        controller->PushForm(form);
+        navigation->PushForm(form);
         screen = form;
         return *form;
     }
     void TapTab(int index) {
         FormHeader* header = screen->GetHeader();
         QTest::mouseClick(header, Qt::LeftButton, {}, header->TabRect(index).center());
-    }
-    static void Click(QWidget* widget) {
-        ASSERT_NE(widget, nullptr);
-        QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
     }
     // Types `text` over the field's contents and finishes with Enter.
     static void Enter(QLineEdit* field, const QString& text) {
@@ -73,8 +52,6 @@ protected:
     }
 
     FreshProfile profile;
-    FakePlayerLog plays;
-    std::unique_ptr<AppFrame> frame;
-    std::unique_ptr<TivNavigationController> controller;
+    FakeSounds plays;
     QPointer<PedometerForm> screen;
 };

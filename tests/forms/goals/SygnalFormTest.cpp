@@ -37,10 +37,10 @@ TEST_F(SygnalFormTest, TabsKeepThePhaseAndSave) {
         int tab;
         int to;
     };
-    const Case cases[] = {{0, 1, 2}, {2, 2, 3}, {3, 0, 0},  // stopped
-                          {4, 1, 5}, {5, 2, 6}, {6, 0, 4},  // running
-                          {8, 1, 7}, {7, 2, 9}, {9, 0, 8},  // completed
-                          {1, 2, 1}};                       // no state stays
+    const Case cases[] = {{0, 1, 2}, {2, 2, 3}, {3, 0, 0}, {0, 3, 10}, {10, 1, 2},  // stopped
+                          {4, 1, 5}, {5, 2, 6}, {6, 0, 4}, {6, 3, 11}, {11, 0, 4},  // running
+                          {8, 1, 7}, {7, 2, 9}, {9, 0, 8}, {7, 3, 12}, {12, 2, 9},  // completed
+                          {1, 2, 1}};  // no state stays
     for (const Case& c : cases) {
         AddProgress(1.0, 5, 0.001);
         Open(c.from);
@@ -66,7 +66,9 @@ TEST_F(SygnalFormTest, StartPauseAndResetFollowTheStateTable) {
         {4, SygnalForm::ID_PAUSE, 0, false}, {5, SygnalForm::ID_PAUSE, 2, false},
         {6, SygnalForm::ID_PAUSE, 3, false}, {8, SygnalForm::ID_RESET, 4, true},
         {9, SygnalForm::ID_RESET, 6, true},  {7, SygnalForm::ID_RESET, 5, true},
-        {0, SygnalForm::ID_RESET, 0, true},
+        {0, SygnalForm::ID_RESET, 0, true},  {10, SygnalForm::ID_START, 11, false},
+        {12, SygnalForm::ID_START, 11, true}, {11, SygnalForm::ID_PAUSE, 10, false},
+        {12, SygnalForm::ID_RESET, 11, true},
     };
     for (const Case& c : cases) {
         PedometerDBManager::GetInstance().ClearSygnals();
@@ -148,7 +150,8 @@ TEST_F(SygnalFormTest, OpeningSelectsTheKindsTabAndCaptionsTheButtons) {
         const char* startPause;
     };
     const Case cases[] = {{0, 0, "Start"}, {2, 1, "Start"}, {3, 2, "Start"}, {4, 0, "Pause"},
-                          {5, 1, "Pause"}, {6, 2, "Pause"}, {7, 1, "Start"}, {9, 2, "Start"}};
+                          {5, 1, "Pause"}, {6, 2, "Pause"}, {7, 1, "Start"}, {9, 2, "Start"},
+                          {10, 3, "Start"}, {11, 3, "Pause"}, {12, 3, "Start"}};
     for (const Case& c : cases) {
         SetFarTargets();
         SygnalForm& form = Open(c.type);
@@ -179,6 +182,12 @@ TEST_F(SygnalFormTest, TargetsBelowTheirFloorsAreRefusedWithTheReason) {
     Enter(form.GetValueField(), "3");
     EXPECT_EQ(message(form.GetValueField()), "Too small: at least 5 min.");
     EXPECT_EQ(Stored()->sygnalActivity.load(), before->sygnalActivity.load());
+
+    TapTab(3);
+    Enter(form.GetValueField(), "42");
+    EXPECT_EQ(form.GetValueField()->text(), "42");
+    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 100 steps.");
+    EXPECT_EQ(Stored()->sygnalSteps.load(), before->sygnalSteps.load());
 
     TapTab(1);
     Enter(form.GetWholeField(), "0");

@@ -8,15 +8,14 @@
 #include <QStyleHints>
 #include <QTest>
 
-#include "../sound/FakeSoundPlayer.h"
 #include "AppResource.h"
+#include "FakeSoundPlayer.h"
 #include "GraphicBlue.h"
-#include "PlatformSettings.h"
-#include "SoundsManager.h"
 #include "TivButton.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
+#include "Touch.h"
 #include "TouchEventDispatcher.h"
 #include "UnblockListener.h"
 
@@ -61,9 +60,6 @@ protected:
     void SetUp() override {
         TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
         AppResource::GetInstance().SetLanguage("en");
-        PlatformSettings::SetSilentMode(false);
-        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(log));
-        SoundsManager::GetInstance().SetActive(true);
 
         button = new TivButton(&form);
         button->Initialize(QRect(100, 560, 280, 100));
@@ -75,14 +71,6 @@ protected:
         form.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
     }
-    void TearDown() override {
-        SoundsManager::GetInstance().SetPlayerFactory(FakePlayers(Leftovers()));
-    }
-    static FakePlayerLog& Leftovers() {
-        static FakePlayerLog* leftovers = new FakePlayerLog;
-        return *leftovers;
-    }
-
     void Press(const QPoint& at) {
         grabber = form.childAt(at);
         if (grabber == nullptr) grabber = &form;
@@ -104,7 +92,7 @@ protected:
     }
     int PictureX() const { return pane->GetPicture()->x(); }
 
-    FakePlayerLog log;
+    FakeSounds log;
     FakeForm form;
     TivButton* button = nullptr;
     ActionCounter buttonActions;
@@ -127,9 +115,7 @@ TEST_F(BlockPaneTest, CoversTheScreenWithPictureAndCaption) {
     EXPECT_EQ(form.findChild<BlockPane*>("lock"), pane.data());
 
     // The pane itself is transparent: where it has no picture or text, it draws nothing.
-    QImage image(pane->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    pane->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QImage image = touch::Render(*pane);
     EXPECT_EQ(image.pixelColor(240, 100).alpha(), 0);
     EXPECT_GT(image.pixelColor(62, 420).alpha(), 0);  // the knob of the picture
 }

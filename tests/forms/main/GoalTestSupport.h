@@ -34,7 +34,7 @@ protected:
 
     static DAOTarget& Goal() { return DAOTarget::GetInstance(); }
     // Adds one minute of activity to a new lap of today.
-    static void AddToday(double metres, double kcal, int seconds) {
+    static void AddToday(double metres, double kcal, int seconds, int steps = 0) {
         PedometerDBManager& db = PedometerDBManager::GetInstance();
         auto lap = db.CreateNewLap();
         ASSERT_GE(lap->id, 0);
@@ -44,6 +44,7 @@ protected:
         minute.distance = metres;
         minute.calories = kcal;
         minute.secondsCompleted = seconds;
+        minute.steps = steps;
         db.CreateNewLapMinute(minute);  // the row, then its values
         db.UpdateLapMinute(minute);
     }

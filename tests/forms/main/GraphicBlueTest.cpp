@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QFontMetrics>
 #include <QLocale>
-#include <QPainter>
 #include <QTest>
 #include <atomic>
 #include <cmath>
@@ -18,9 +15,9 @@
 #include "GraphScale.h"
 #include "GraphSeries.h"
 #include "PedometerOptions.h"
-#include "TivImagePanel.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
+#include "Touch.h"
 
 namespace {
 
@@ -201,12 +198,7 @@ protected:
         for (int i = 0; i < 4; ++i) texts << graph->GetAxisLabel(i)->GetText();
         return texts;
     }
-    QImage Render() {
-        QImage image(graph->size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        graph->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-        return image;
-    }
+    QImage Render() { return touch::Render(*graph); }
     static int CountAreaPixels(const QImage& image) {
         int count = 0;
         for (int y = 0; y < image.height(); ++y)
@@ -405,58 +397,6 @@ TEST_F(GraphicBlueTest, SeriesPostedFromAnotherThreadArriveNewestLast) {
     EXPECT_EQ(AxisTexts().front(), "50");
     EXPECT_TRUE(graph->IsRedrawScheduled());  // the post asked for UpdateGraphic
     EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
-}
-
-// Pictures of the graph for each type, for a person to look at: set
-// PEDOMETER_SHOT_DIR to a folder, and optionally PEDOMETER_GRAPH_SECONDS to a CSV of
-// five-second records (currentSecond,steps,distance,caloriesNoise) from a real walk.
-TEST_F(GraphicBlueTest, Screenshots) {
-    std::vector<DAOLapSeconds> seconds;
-    QFile csv(qEnvironmentVariable("PEDOMETER_GRAPH_SECONDS"));
-    if (!csv.fileName().isEmpty() && csv.open(QIODevice::ReadOnly)) {
-        while (!csv.atEnd()) {
-            const QList<QByteArray> f = csv.readLine().trimmed().split(',');
-            if (f.size() >= 4)
-                seconds.push_back(Record(f[1].toInt(), f[2].toDouble(), f[3].toDouble()));
-        }
-    } else {
-        // A warm-up walk that speeds up into a brisk pace, with a pause at a crossing.
-        for (int i = 0; i < 70; ++i) {
-            const int steps =
-                i >= 40 && i < 44 ? 1 : 7 + (i % 5 == 0 ? 1 : 0) + std::min(i, 50) / 14;
-            seconds.push_back(Record(steps, steps * 0.74, 2.4 + steps * 0.2));
-        }
-    }
-    const QString folder = qEnvironmentVariable("PEDOMETER_SHOT_DIR");
-    auto background = TivUtils::GetBitmapWithRightResolutionN("MainScreen_bg.png");
-    // Type 4 stands for a lap that has not begun: all zeros.
-    for (int type = 0; type < 5; ++type) {
-        for (bool miles : {false, true}) {
-            if (miles && type != GraphSeries::SPEED && type != GraphSeries::PACE) continue;
-            PedometerOptions::GetInstance().measurementSystem = miles;
-            QWidget host;
-            host.resize(480, 245);
-            TivImagePanel backdrop(&host);
-            backdrop.Initialize(QPoint(0, -300),
-                                background ? std::make_unique<QPixmap>(*background) : nullptr);
-            auto* shown = new GraphicBlue(&host);
-            shown->Initialize(QRect(0, 20, 480, 205), {}, 20, true);
-            const bool empty = type == 4;
-            shown->SetCurrentType(empty ? GraphSeries::STEP_RATE : type);
-            shown->SetCurrentValues(empty ? std::vector<double>(60, 0.0)
-                                          : GraphSeries::FromSeconds(seconds, type, miles));
-            shown->UpdateGraphic();
-            const QImage image = host.grab().toImage();
-            EXPECT_EQ(CountAreaPixels(image) > 0, !empty) << type;
-            if (!folder.isEmpty()) {
-                QDir().mkpath(folder);
-                image.save(QDir(folder).filePath(empty ? QStringLiteral("graph-empty-lap.png")
-                                                       : QStringLiteral("graph-type%1%2.png")
-                                                             .arg(type)
-                                                             .arg(miles ? "-imperial" : "")));
-            }
-        }
-    }
 }
 
 }  // namespace

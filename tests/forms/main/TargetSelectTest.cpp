@@ -83,9 +83,9 @@ TEST_F(TargetSelectTest, OpensOnTheStoredKindWithItsTargetAndABackKey) {
     Goal().calories = 300;
     TargetSelect& form = Open();
     EXPECT_EQ(form.GetHeader()->GetTitleText(), "Today's goal");
-    ASSERT_EQ(form.GetHeader()->GetTabCount(), 4);
+    ASSERT_EQ(form.GetHeader()->GetTabCount(), 5);
     EXPECT_EQ(form.GetHeader()->GetTabText(0), "Off");
-    EXPECT_EQ(form.GetHeader()->GetTabActionId(3), TargetSelect::ID_ACTIVITY);
+    EXPECT_EQ(form.GetHeader()->GetTabActionId(4), TargetSelect::ID_STEPS);
     EXPECT_EQ(form.GetSelectedTabIndex(), 2);
     ASSERT_NE(form.GetValueField(), nullptr);
     EXPECT_EQ(form.GetValueField()->text(), "300");
@@ -130,26 +130,34 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
     EXPECT_EQ(form.GetValueField(), nullptr);
 }
 
-// A value below the floor, or none, is kept as typed, explained and not stored.
-TEST_F(TargetSelectTest, CaloriesAndActivityBelowTheirFloorsAreRefusedWithTheReason) {
-    const auto message = [](QLineEdit* f) { return static_cast<TivNumberField*>(f)->GetMessage(); };
+// A value out of range, or none, is kept as typed, explained and not stored.
+TEST_F(TargetSelectTest, CaloriesActivityAndStepsOutOfRangeAreRefusedWithTheReason) {
+    const struct {
+        int tab;
+        const char* typed;
+        const char* shown;
+        int DAOTarget::*stored;
+        int value;
+        const char* message;
+    } cases[] = {
+        {2, "1500", "1500", &DAOTarget::calories, 1500, ""},
+        {2, "0", "0", &DAOTarget::calories, 1500, "Too small: at least 10 Cal."},
+        {2, "", "", &DAOTarget::calories, 1500, "Please enter a number."},
+        {3, "45x", "45", &DAOTarget::activityTime, 45, ""},  // the field takes digits only
+        {3, "3", "3", &DAOTarget::activityTime, 45, "Too small: at least 5 min."},
+        {4, "123456", "12345", &DAOTarget::steps, 12345, ""},  // five digits at most
+        {4, "99", "99", &DAOTarget::steps, 12345, "Too small: at least 100 steps."},
+    };
     Goal().targetActive = 2;
     TargetSelect& form = Open();
-    Enter(form.GetValueField(), "1500");
-    EXPECT_EQ(Stored().calories, 1500);
-    for (const char* refused : {"0", ""}) {
-        Enter(form.GetValueField(), refused);
-        EXPECT_EQ(form.GetValueField()->text(), refused);
-        EXPECT_EQ(Stored().calories, 1500);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string("tab ") + std::to_string(c.tab) + " typed " + c.typed);
+        if (form.GetSelectedTabIndex() != c.tab) TapTab(c.tab);
+        Enter(form.GetValueField(), c.typed);
+        EXPECT_EQ(form.GetValueField()->text(), c.shown);
+        EXPECT_EQ(Stored().*c.stored, c.value);
+        EXPECT_EQ(static_cast<TivNumberField*>(form.GetValueField())->GetMessage(), c.message);
     }
-    EXPECT_EQ(message(form.GetValueField()), "Please enter a number.");
-
-    TapTab(3);
-    Enter(form.GetValueField(), "3");
-    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 5 min.");
-    Enter(form.GetValueField(), "45x");  // the field takes digits only
-    EXPECT_EQ(message(form.GetValueField()), "");
-    EXPECT_EQ(Stored().activityTime, 45);
 }
 
 TEST_F(TargetSelectTest, MetricDistanceIsKilometresAndThreeDigitsOfMetres) {

@@ -76,6 +76,15 @@ TEST_F(TargetSliderTest, ActivityCountsWholeMinutesOnly) {
     EXPECT_EQ(slider.GetBarFillWidth(), 396);
 }
 
+TEST_F(TargetSliderTest, StepsAreGroupedWholeNumbers) {
+    Goal().targetActive = DAOTarget::STEPS;
+    AddToday(0, 0, 60, 6412);
+    slider.UpdateData();
+    EXPECT_EQ(slider.GetValueText() + " / " + slider.GetTargetText() + " " + slider.GetUnitText(),
+              "6,412 / 10,000 (steps)");
+    EXPECT_EQ(slider.GetBarFillWidth(), 64 * 440 / 100);
+}
+
 TEST_F(TargetSliderTest, OnlyTodaysActivityCounts) {
     Goal().targetActive = 2;
     Goal().calories = 100;
@@ -103,9 +112,10 @@ TEST_F(TargetSliderTest, TheBarWidthIsPercentOfTheFullWidthAndAboveAHundredGoesO
 
 TEST_F(TargetSliderTest, AnUnreachableTargetFromADamagedRecordShowsNoProgress) {
     AddToday(5000, 50, 600);
-    for (int kind : {1, 2, 3}) {
+    for (int kind : {1, 2, 3, 4}) {
         Goal().targetActive = kind;
         Goal().distance = 0.0;
+        Goal().steps = 0;
         Goal().calories = 0;
         Goal().activityTime = -5;
         slider.UpdateData();

@@ -11,6 +11,7 @@
 #include "DAOLap.h"
 #include "DAOLapMinutes.h"
 #include "DAOSocial.h"
+#include "FileChooser.h"
 #include "HistoryConfirmPopup.h"
 #include "MainForm.h"
 #include "Pedometer.h"
@@ -21,6 +22,7 @@
 #include "SensitivitySlider.h"
 #include "SettingsData.h"
 #include "SettingsHeight.h"
+#include "SettingsLoadFile.h"
 #include "SettingsProfile.h"
 #include "SettingsReset.h"
 #include "SettingsSocial.h"
@@ -146,6 +148,10 @@ TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
         {"@example.org", false},      {"anna@@example.org", false},
         {"anna @example.org", false}, {"anna@example..org", false},
         {"anna@example.org.", false}, {"anna@.example.org", false},
+        {"mailto:me@x.org?attach=/etc/shadow", false},
+        {"me@x.org?attach=/etc/shadow", false},
+        {"a@x.org,b@y.org", false},   {"a@x.org;b@y.org", false},
+        {"a&b@x.org", false},         {"--attach@x.org", false},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c.address)), c.plausible)
@@ -178,7 +184,7 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
     laps[0]->endDate = laps[0]->startDate.addSecs(60);
     laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
     laps[0]->minutes[0]->lapMinute = 1;
-    laps[0]->minutes[0]->steps = 4321;
+    laps[0]->minutes[0]->steps = 120;
     laps[0]->minutes[0]->secondsCompleted = 60;
     ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
     PedometerDBManager::GetInstance().SaveOptions();  // a backup holds both databases
@@ -193,10 +199,11 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
         const char* file;
         const char* contains;
     } cases[] = {
-        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,4321"},
-        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "4321"},
-        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",4321"},
+        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,120"},
+        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "120"},
+        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",120"},
         {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15.backup", "PEDOMETER-BACKUP 1"},
+        {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15-2.backup", "PEDOMETER-BACKUP 1"},
     };
     for (const auto& c : cases) {
         Click(Row(*data, c.id));
@@ -213,6 +220,62 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
     data->SetFolder(dir.filePath(QStringLiteral("exports/pedometer-days-2026-06-15.csv/sub")));
     EXPECT_TRUE(data->ExportActivity(ActivityCsv::Kind::Days).startsWith("Could not write"));
     EXPECT_TRUE(data->WriteBackup().startsWith("Could not write"));
+}
+
+// Import and Restore take the file the chooser gives, say what would change, and do it
+// only when confirmed, with the command line's messages.
+TEST_F(SettingsTest, ImportAndRestoreAFileChosenInTheApp) {
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    std::vector<std::unique_ptr<DAOLap>> laps(1);
+    laps[0] = std::make_unique<DAOLap>();
+    laps[0]->startDate = QDateTime(QDate(2026, 6, 14), QTime(8, 0));
+    laps[0]->endDate = laps[0]->startDate.addSecs(60);
+    laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
+    laps[0]->minutes[0]->lapMinute = 1;
+    laps[0]->minutes[0]->steps = 120;
+    ASSERT_TRUE(db.ImportHistory(laps, {}));
+    QTemporaryDir dir;
+    auto* data = new SettingsData;
+    data->Initialize();
+    Push(data);
+    data->SetFolder(dir.path());
+    const QString csv = dir.filePath("pedometer-laps-2026-06-15.csv");
+    const QString backup = dir.filePath("pedometer-backup-2026-06-15.backup");
+    ASSERT_EQ(data->ExportActivity(ActivityCsv::Kind::Laps), "Written to " + csv);
+    ASSERT_EQ(data->WriteBackup(), "Written to " + backup);
+    db.ResetLogs(QDate(2026, 6, 1).startOfDay(), QDate(2026, 6, 30).startOfDay());
+    DAOTarget changed;
+    changed.calories = 999;
+    db.SaveTagets(changed);
+
+    QString chosen;
+    FileChooser::SetForTesting([&](QWidget*, const QString&, const QString&) { return chosen; });
+    const auto load = [&](SettingsLoadFile::Mode mode, const QString& file) {
+        auto* screen = new SettingsLoadFile(nullptr);
+        screen->Initialize(mode);
+        Push(screen);
+        chosen = file;
+        Click(Row(*screen, SettingsLoadFile::ID_CHOOSE));
+        return screen;
+    };
+    SettingsLoadFile* import = load(SettingsLoadFile::Mode::Import, dir.filePath("none.csv"));
+    EXPECT_EQ(import->GetPreview(), "Cannot read " + dir.filePath("none.csv") + ": no such file");
+    EXPECT_EQ(Row(*import, SettingsLoadFile::ID_CONFIRM), nullptr);
+    chosen = csv;
+    Click(Row(*import, SettingsLoadFile::ID_CHOOSE));
+    EXPECT_EQ(import->GetPreview(), "1 rows: 1 laps to add, 0 already here");
+    EXPECT_TRUE(db.GetAllDays().empty()) << "nothing stored before the confirmation";
+    Click(Row(*import, SettingsLoadFile::ID_CONFIRM));
+    EXPECT_EQ(import->GetPopup()->GetText(), csv + ": 1 rows, 1 laps added, 0 already present");
+    EXPECT_EQ(db.GetDayTotals(QDate(2026, 6, 14), QDate(2026, 6, 14)).at(0).steps, 120);
+
+    SettingsLoadFile* restore = load(SettingsLoadFile::Mode::Restore, backup);
+    ASSERT_TRUE(restore->CanConfirm());
+    Click(Row(*restore, SettingsLoadFile::ID_CONFIRM));
+    EXPECT_TRUE(restore->GetPopup()->GetText().startsWith("Restored " + backup + " into "));
+    EXPECT_TRUE(restore->GetPopup()->GetText().contains("The previous databases are in "));
+    EXPECT_EQ(DAOTarget::GetInstance().calories, 300) << "the goals are read again";
+    FileChooser::SetForTesting({});
 }
 
 // Signing out of a network that accepts the stored token forgets the token.

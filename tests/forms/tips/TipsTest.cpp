@@ -67,7 +67,7 @@ TEST_F(TipsTest, LeavingTheCarryTipsUpdatesThePacer) {
     EXPECT_EQ(Metronome::GetInstance().GetInterval(), 0);
     QTest::keyClick(frame.get(), Qt::Key_Escape);
     EXPECT_EQ(Metronome::GetInstance().GetInterval(), 500);
-    EXPECT_EQ(controller->GetFormCount(), 1);
+    EXPECT_EQ(navigation->GetFormCount(), 1);
     Metronome::GetInstance().Stop();
 }
 

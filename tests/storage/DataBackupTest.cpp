@@ -1,0 +1,124 @@
+// Backups, restores and interrupted restores of the data folder.
+#include "DataBackup.h"
+
+#include <sys/stat.h>
+
+#include <QDir>
+#include <functional>
+
+#include "StorageTestSupport.h"
+
+using storagetest::StorageTest;
+
+namespace {
+
+class DataBackupTest : public StorageTest {
+protected:
+    // A data folder `dir` with `laps` laps; returns the path of its backup.
+    QString Folder(const QString& dir, int laps) {
+        AppPaths::SetHome(dir);
+        manager().Reopen();
+        for (int i = 0; i < laps; ++i) manager().CreateNewLap();
+        manager().OptionsStatus();
+        manager().Reopen();
+        return dir;
+    }
+    int Laps(const QString& dir) {
+        return QueryInt(QFile::encodeName(dir + "/Statistics.db3").toStdString(),
+                        "SELECT count(*) FROM Lap");
+    }
+    QStringList Left(const QString& dir) {
+        return QDir(dir).entryList({".restore-*", DataBackup::kJournalName},
+                                   QDir::AllEntries | QDir::Hidden);
+    }
+};
+
+TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) {
+    const QString current = Folder(folder_->filePath("current"), 2);
+    const QString good = folder_->filePath("good.backup");
+    QString error;
+    ASSERT_TRUE(DataBackup::Backup(Folder(folder_->filePath("source"), 5), good, &error))
+        << error.toStdString();
+    struct stat info {};
+    ASSERT_EQ(::stat(QFile::encodeName(good).constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_FALSE(DataBackup::Backup(current, current + "/Statistics.db3", &error));
+    EXPECT_TRUE(error.contains("own database")) << error.toStdString();
+
+    const struct {
+        const char* what;
+        const char* sql;  // applied to the source's Statistics.db3 before its backup
+        const char* error;
+    } crafts[] = {
+        {"trigger",
+         "CREATE TRIGGER t AFTER INSERT ON LapMinutes BEGIN DELETE FROM Lap; END", "trigger"},
+        {"view", "CREATE VIEW v AS SELECT * FROM Lap", "view"},
+        {"foreign column", "ALTER TABLE Lap ADD COLUMN note TEXT", "column note"},
+        {"foreign table", "CREATE TABLE Extra (x)", "table extra"},
+        {"foreign index", "CREATE INDEX Extra ON Lap (endDate)", "index extra"},
+        {"newer version", "PRAGMA user_version=99", "newer version"},
+        {"damaged index",
+         "PRAGMA writable_schema=ON; UPDATE sqlite_master SET sql='CREATE INDEX LapStartDate ON "
+         "Lap (techDate)' WHERE name='LapStartDate'",
+         "damaged"},
+        {"truncated", "", "cut short"},
+        {"not a backup", "", "not a pedometer backup"},
+    };
+    for (const auto& craft : crafts) {
+        SCOPED_TRACE(craft.what);
+        const QString source = Folder(folder_->filePath(craft.what), 3);
+        if (*craft.sql) Exec(QFile::encodeName(source + "/Statistics.db3").toStdString(), craft.sql);
+        const QString file = folder_->filePath(QStringLiteral("%1.backup").arg(craft.what));
+        ASSERT_TRUE(DataBackup::Backup(source, file, &error)) << error.toStdString();
+        QFile cut(file);
+        ASSERT_TRUE(cut.resize(QString(craft.what) == "truncated" ? cut.size() - 100
+                               : *craft.sql                        ? cut.size()
+                                                                   : 5));
+        EXPECT_FALSE(DataBackup::Restore(file, current, &error));
+        EXPECT_TRUE(error.contains(craft.error)) << error.toStdString();
+        EXPECT_EQ(Laps(current), 2);
+        EXPECT_TRUE(Left(current).isEmpty()) << Left(current).join(' ').toStdString();
+        EXPECT_TRUE(QDir(current).entryList({"aside-*"}, QDir::Dirs).isEmpty());
+    }
+
+    // Twice within a second: each keeps what it replaced in a folder of its own.
+    QString aside;
+    QString secondAside;
+    ASSERT_TRUE(DataBackup::Restore(good, current, &error, &aside)) << error.toStdString();
+    ASSERT_TRUE(DataBackup::Restore(good, current, &error, &secondAside));
+    EXPECT_NE(aside, secondAside);
+    EXPECT_EQ(Laps(aside), 2);
+    EXPECT_EQ(Laps(current), 5);
+    EXPECT_TRUE(Left(current).isEmpty());
+    ASSERT_EQ(::stat(QFile::encodeName(current + "/Options.db3").constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600u);
+}
+
+TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
+    // How far the switch had come: 0 to 4 of its renames (each database aside, then new).
+    for (int done = 0; done <= 4; ++done) {
+        SCOPED_TRACE(done);
+        const QString data = Folder(folder_->filePath(QStringLiteral("d%1").arg(done)), 2);
+        const QString staged = Folder(data + "/.restore-abc123", 7);
+        QFile::remove(staged + "/Options.db3-wal");
+        QFile::remove(staged + "/Statistics.db3-wal");
+        ASSERT_TRUE(QDir(data).mkpath(".restore-killed/x"));  // killed before its switch
+        ASSERT_TRUE(QDir(data).mkdir("aside-1"));
+        ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName,
+                                        ".restore-abc123\naside-1\n"));
+        const QStringList names{"Options.db3", "Statistics.db3"};
+        for (int step = 0; step < done; ++step) {
+            const QString name = names[step / 2];
+            ASSERT_TRUE(step % 2 == 0 ? QFile::rename(data + "/" + name, data + "/aside-1/" + name)
+                                      : QFile::rename(staged + "/" + name, data + "/" + name));
+        }
+        QString error;
+        ASSERT_TRUE(DataBackup::Recover(data, &error)) << error.toStdString();
+        EXPECT_EQ(Laps(data), 7);
+        EXPECT_EQ(Laps(data + "/aside-1"), 2);
+        EXPECT_TRUE(QFileInfo(data + "/aside-1/Options.db3").isFile());
+        EXPECT_TRUE(Left(data).isEmpty()) << Left(data).join(' ').toStdString();
+    }
+}
+
+}  // namespace

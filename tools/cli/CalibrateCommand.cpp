@@ -1,0 +1,92 @@
+// pedometer-cli calibrate: the walking step length from a recorded walk of known length.
+#include <QCommandLineParser>
+#include <QString>
+#include <cmath>
+#include <cstdio>
+
+#include "AccelerationCsvReader.h"
+#include "AccelerationRecording.h"
+#include "AppResource.h"
+#include "CliRegistry.h"
+#include "CliStorage.h"
+#include "PedometerDBManager.h"
+#include "RecordingStepCounter.h"
+#include "StepDetectorFactory.h"
+#include "StepLengthCalibration.h"
+
+namespace {
+
+const char kHelp[] =
+    "Usage: pedometer-cli calibrate FILE --distance METRES [OPTIONS]\n"
+    "\n"
+    "Calibrates the walking step length from a recording of a walk of known length:\n"
+    "FILE is counted as 'pedometer-cli count' does, with the profile's step detector\n"
+    "and sensitivities, and METRES divided by the walking steps becomes the profile's\n"
+    "walk step length, shown as calibrated. A length outside 0.3-1.2 m a step is\n"
+    "refused (the distance or the recording is wrong) and nothing is changed.\n"
+    "Prints: FILE walk_steps=N step_length_m=L\n"
+    "\n"
+    "Options:\n"
+    "  --distance METRES the distance walked in the recording, in metres\n"
+    "%s"
+    "  -h, --help        show this help\n"
+    "\n"
+    "Exit status: 0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
+    "when the length is refused or cannot be stored (the reason is printed).\n";
+
+int fail(int status, const QString& why) {
+    std::fprintf(stderr, "pedometer-cli calibrate: %s\n", why.toUtf8().constData());
+    return status;
+}
+
+int runCalibrate(const QStringList& args) {
+    QCommandLineParser parser;
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    const QCommandLineOption distance(QStringLiteral("distance"), QString(),
+                                      QStringLiteral("METRES"));
+    parser.addOptions({help, distance, CliStorage::DataDirOption()});
+    if (!parser.parse(QStringList{QStringLiteral("calibrate")} + args)) {
+        return fail(2, parser.errorText() +
+                           QStringLiteral("\nRun 'pedometer-cli calibrate --help'."));
+    }
+    if (parser.isSet(help)) {
+        std::printf(kHelp, CliStorage::kDataDirHelp);
+        return 0;
+    }
+    if (parser.positionalArguments().size() != 1) return fail(2, QStringLiteral("give one FILE"));
+    bool ok = false;
+    const double metres = parser.value(distance).toDouble(&ok);
+    if (!parser.isSet(distance) || !ok || !std::isfinite(metres) || metres <= 0.0) {
+        return fail(2, QStringLiteral("--distance needs the metres walked, a number above 0"));
+    }
+    const QString file = parser.positionalArguments().first();
+    AccelerationRecording recording;
+    QString error;
+    if (!AccelerationCsvReader::ReadFile(file, &recording, &error)) return fail(2, error);
+
+    CliStorage::ApplyDataDir(parser);
+    const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("calibrate");
+    if (!lock) return 1;
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    db.LoadOptions();
+    db.LoadBody();
+    const DatabaseStatus status = db.OptionsStatus();
+    if (!status.usable()) return fail(1, QStringLiteral("%1: %2").arg(status.path, status.error));
+
+    const int walkSteps =
+        RecordingStepCounter::Count(recording, StepDetectorFactory::Configured()).walk;
+    const StepLengthCalibration::Result result = StepLengthCalibration::Apply(metres, walkSteps);
+    std::printf("%s walk_steps=%d step_length_m=%s\n", file.toUtf8().constData(), walkSteps,
+                qPrintable(QString::number(result.stepLength, 'f', 3)));
+    if (result.verdict != StepLengthCalibration::Verdict::Calibrated) {
+        return fail(1, AppResource::GetInstance().GetString(QString::fromUtf8(
+                           StepLengthCalibration::MessageKey(result.verdict))));
+    }
+    return 0;
+}
+
+}  // namespace
+
+PEDOMETER_CLI_COMMAND("calibrate", "the walking step length from a walk of known length",
+                      runCalibrate);
