@@ -84,6 +84,9 @@ void TargetSelect::ReloadControls() {
 
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
+    // With the goal off the progress bar is hidden and the hint may use its place too.
+    const bool off = goal.targetActive < DAOTarget::DISTANCE || goal.targetActive > DAOTarget::STEPS;
+    content_->resize(width(), Scaled(kContentHeight + (off ? kSliderHeight : 0)));
     switch (goal.targetActive) {
         case DAOTarget::DISTANCE:
             std::tie(wholeField_, fractionField_) = row_->AddDistance(goal.distance, miles);
