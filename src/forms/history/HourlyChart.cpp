@@ -111,6 +111,10 @@ void HourlyChart::paintEvent(QPaintEvent*) {
     }
     painter.setPen(QPen(Qt::white, 1));
     painter.drawLine(plot.left(), plot.bottom() + 1, plot.right(), plot.bottom() + 1);
+    if (totals_.HighestSteps() <= 0) {
+        painter.setPen(kTextColor);
+        painter.drawText(plot, Qt::AlignCenter, Text("history__ No data"));
+    }
     painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(20)));
     painter.setPen(kChosenColor);
     painter.drawText(QRect(plot.left(), height() - Scaled(kDetailHeight), plot.width(),

@@ -108,6 +108,7 @@ TEST(GraphScaleTest, LabelsStandAtRoundStepsFromZeroForEachType) {
         {{0.0, 4.0}, GraphSeries::SPEED, {"4", "3", "2", "1"}},
         {{0.0, 1.57}, GraphSeries::CALORIES, {"2", "1.5", "1", "0.5"}},
         {{0.0, 1.57}, GraphSeries::STEP_RATE, {"2", "1", "1", "0"}},  // truncated whole numbers
+        {{0.0, 0.05}, GraphSeries::CALORIES, {"0.06", "0.04", "0.02", ""}},
         {{96.0, 96.0}, GraphSeries::STEP_RATE, {"100", "50", "", ""}},
         {{0.0, 0.0}, GraphSeries::CALORIES, {"", "", "", ""}},  // nothing to scale
         {{}, GraphSeries::CALORIES, {"", "", "", ""}},
