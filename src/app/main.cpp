@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QIcon>
 #include <QLocale>
+#include <QFileSystemWatcher>
 #include <QTimer>
 
 #include <algorithm>
@@ -257,14 +258,14 @@ int main(int argc, char** argv) {
         // A restore a killed tool left half done is finished before the files are opened.
         if (!DataBackup::Recover(home, &lockError)) return fail(lockError);
     }
-    // Someone deleting the lock file would let a second writer in: take it back.
-    QTimer lockWatch;
-    if (folderLock) {
-        QObject::connect(&lockWatch, &QTimer::timeout, [&folderLock] {
+    // Someone deleting the lock file would let a second writer in: take it back. The
+    // folder is watched (inotify) rather than polled, so a hidden window does not wake.
+    QFileSystemWatcher lockWatch;
+    if (folderLock && lockWatch.addPath(AppPaths::Home())) {
+        QObject::connect(&lockWatch, &QFileSystemWatcher::directoryChanged, [&folderLock] {
             QString error;
             if (!folderLock->Reclaim(&error)) qWarning("pedometer: %s", qPrintable(error));
         });
-        lockWatch.start(2000);
     }
     QApplication::setWindowIcon(
         QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));

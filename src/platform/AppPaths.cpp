@@ -9,6 +9,8 @@
 #include <mutex>
 #include <system_error>
 
+#include "UserDataFile.h"
+
 namespace {
 std::mutex pathsMutex;
 QString homeDir;
@@ -55,7 +57,7 @@ QString AppPaths::Home() {
             homeError = QStringLiteral("cannot create the data folder %1: %2")
                             .arg(homeDir, QFileInfo::exists(homeDir)
                                               ? QStringLiteral("a file has that name")
-                                              : QString::fromLocal8Bit(why.message()));
+                                              : UserDataFile::Reason(why.value()));
             return {};
         }
         QFile::setPermissions(homeDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

@@ -21,7 +21,7 @@ int openLockFile(const QString& path, QString* error) {
         const QString link = UserDataFile::LinkRefusal(path);
         *error = !link.isEmpty() ? QStringLiteral("cannot lock the data folder: %1").arg(link)
                                  : QStringLiteral("cannot make the lock file %1: %2")
-                                       .arg(path, QString::fromLocal8Bit(std::strerror(cause)));
+                                       .arg(path, UserDataFile::Reason(cause));
     }
     return fd;
 }
@@ -44,7 +44,7 @@ bool lockAndSign(int fd, const QString& path, const QString& folder, QString* er
                           .arg(holder, folder);
         } else {
             *error = QStringLiteral("cannot lock %1: %2")
-                         .arg(path, QString::fromLocal8Bit(std::strerror(cause)));
+                         .arg(path, UserDataFile::Reason(cause));
         }
         return false;
     }

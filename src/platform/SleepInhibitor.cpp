@@ -27,6 +27,8 @@ SleepInhibitor::SleepInhibitor(QDBusConnection bus, Service service)
     if (service_ == Service::Logind) {
         bus_.connect(kLogind, kLogindPath, kLogindManager, QStringLiteral("PrepareForSleep"), this,
                      SLOT(OnPrepareForSleep(bool)));
+        bus_.connect(kLogind, kLogindPath, kLogindManager, QStringLiteral("PrepareForShutdown"),
+                     this, SLOT(OnPrepareForShutdown(bool)));
     }
 }
 
@@ -68,10 +70,11 @@ void SleepInhibitor::Release() {
 void SleepInhibitor::AskLogind(const QString& mode, QDBusUnixFileDescriptor* slot) {
     QDBusMessage call = QDBusMessage::createMethodCall(kLogind, kLogindPath, kLogindManager,
                                                        QStringLiteral("Inhibit"));
-    const QString why = mode == QLatin1String("block")
-                            ? QStringLiteral("Counting steps with the screen off")
-                            : QStringLiteral("Saving the steps counted so far");
-    call << QStringLiteral("sleep") << QStringLiteral("Pedometer") << why << mode;
+    const bool block = mode == QLatin1String("block");
+    const QString what = block ? QStringLiteral("sleep") : QStringLiteral("sleep:shutdown");
+    const QString why = block ? QStringLiteral("Counting steps with the screen off")
+                              : QStringLiteral("Saving the steps counted so far");
+    call << what << QStringLiteral("Pedometer") << why << mode;
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call, kCallTimeoutMs), this);
     const quint64 generation = generation_;
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, slot, generation] {
@@ -116,5 +119,15 @@ void SleepInhibitor::OnPrepareForSleep(bool start) {
     } else {
         AskLogind(QStringLiteral("delay"), &delay_);
         if (afterResume_) afterResume_();
+    }
+}
+
+void SleepInhibitor::OnPrepareForShutdown(bool start) {
+    if (!wanted_) return;
+    if (start) {
+        if (beforeSleep_) beforeSleep_();
+        delay_ = QDBusUnixFileDescriptor();
+    } else {
+        AskLogind(QStringLiteral("delay"), &delay_);  // the shutdown was called off
     }
 }

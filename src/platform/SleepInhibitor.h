@@ -9,10 +9,11 @@
 // Keeps the system from suspending under a recording lap, through logind's inhibitor
 // locks (org.freedesktop.login1.Manager.Inhibit on the system bus).
 //
-// Hold() takes a "delay" lock: when the system is about to sleep, logind says so
-// (PrepareForSleep) and waits until the lock is let go, so the before-sleep callback
-// can write what was counted; the lock is let go right after it and taken again on
-// resume, when the after-resume callback runs. Hold(true) also takes a "block" lock,
+// Hold() takes a "delay" lock on sleep and shutdown: when the system is about to sleep or
+// to power off, logind says so (PrepareForSleep, PrepareForShutdown) and waits until the
+// lock is let go, so the before-sleep callback can write what was counted; the lock is let
+// go right after it and taken again on resume (when the after-resume callback runs) or
+// when a shutdown is called off. Hold(true) also takes a "block" lock,
 // so the system does not suspend at all (counting with the screen off). Release()
 // lets go of both. Inside a sandbox, where logind is out of reach, the block is asked
 // of the desktop portal (org.freedesktop.portal.Inhibit, suspend) instead and the
@@ -45,6 +46,7 @@ public:
 
 private Q_SLOTS:
     void OnPrepareForSleep(bool start);
+    void OnPrepareForShutdown(bool start);
 
 private:
     void AskLogind(const QString& mode, QDBusUnixFileDescriptor* slot);

@@ -11,8 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace {
-QString reason(int cause) {
+QString UserDataFile::Reason(int cause) {
     switch (cause) {
         case ENOSPC:
         case EDQUOT:
@@ -27,7 +26,6 @@ QString reason(int cause) {
             return QString::fromLocal8Bit(std::strerror(cause));
     }
 }
-}  // namespace
 
 UserDataFile::UserDataFile(QString path) : path_(std::move(path)) {}
 
@@ -130,7 +128,7 @@ bool UserDataFile::Write(const QString& path, const QByteArray& bytes, QString* 
 }
 
 void UserDataFile::Fail(int cause) {
-    if (error_.isEmpty()) error_ = QStringLiteral("cannot write %1: %2").arg(path_, reason(cause));
+    if (error_.isEmpty()) error_ = QStringLiteral("cannot write %1: %2").arg(path_, Reason(cause));
     setErrorString(error_);
     Discard();
 }

@@ -34,6 +34,8 @@ public:
     // Why `path` may not be opened as a file the app creates itself: a symbolic link
     // there is named; empty when it is no link (or does not exist).
     static QString LinkRefusal(const QString& path);
+    // What an errno from writing means to the user, and what to do about it.
+    static QString Reason(int cause);
 
     bool isSequential() const override { return true; }
 

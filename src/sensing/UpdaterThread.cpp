@@ -1,5 +1,7 @@
 #include "UpdaterThread.h"
 
+#include <algorithm>
+
 #include <QRandomGenerator>
 
 #include "Body.h"
@@ -119,10 +121,12 @@ void UpdaterThread::UpdatingFnc() {
         minute.distance += intervalDistance;
         minute.secondsCompleted += kIntervalSeconds;
         minute.steps += intervalSteps;
-        // A minute's calories follow its average speed so far; they are not summed.
+        // A minute's calories follow its average speed so far; they are not summed. A slower
+        // interval (the short one handed over at STOP, say) can move that average into a
+        // lower intensity band, but what was burnt stays burnt: they never fall.
         const double minuteRate = body.calculateCalories(static_cast<float>(
             Converter::GetAverageSpeedKMH(minute.distance, minute.secondsCompleted)));
-        minute.calories = minuteRate * minute.secondsCompleted / 60.0;
+        minute.calories = std::max(minute.calories, minuteRate * minute.secondsCompleted / 60.0);
 
         auto second = std::make_unique<DAOLapSeconds>();
         second->lapId = lap->id;

@@ -1,11 +1,13 @@
 #include "DatabaseConnection.h"
 
 #include <sqlite3.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QUrl>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -14,6 +16,11 @@
 #include "UserDataFile.h"
 
 namespace {
+bool onReadOnlyFileSystem(const QString& path) {
+    struct statvfs fs {};
+    return ::statvfs(QFile::encodeName(path).constData(), &fs) == 0 && (fs.f_flag & ST_RDONLY) != 0;
+}
+
 // Long enough for another process's checkpoint or transaction, short enough that the
 // user does not wait noticeably.
 constexpr int kBusyTimeoutMs = 3000;
@@ -125,13 +132,20 @@ bool DatabaseConnection::OpenLocked() {
     try {
         // Run() already keeps other threads out, so SQLite's own per-call locking
         // (serialized mode) would only cost time on every column read.
-        const int flags = (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) |
-                          SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
+        int flags = (readOnly_ ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) |
+                    SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW;
+        std::string target = QFile::encodeName(status_.path).toStdString();
+        // On a read-only file system (a mounted card, a locked-down phone) a WAL file cannot
+        // get the shared-memory file its readers need; nothing can change it there, so it is
+        // read as immutable.
+        if (readOnly_ && onReadOnlyFileSystem(status_.path)) {
+            target = QUrl::fromLocalFile(status_.path).toEncoded().toStdString() + "?immutable=1";
+            flags |= SQLITE_OPEN_URI;
+        }
         // Health data: nobody but the owner may read it, whatever an older version left.
         // Permissions are only ever taken away: a file the user made read-only stays so.
         if (!readOnly_) hideFromOthers(status_.path);
-        database_ = std::make_unique<SQLite::Database>(
-            QFile::encodeName(status_.path).toStdString(), flags, kBusyTimeoutMs);
+        database_ = std::make_unique<SQLite::Database>(target, flags, kBusyTimeoutMs);
         // Reading the schema proves that the file is a database at all, and ours,
         // before anything is written to it.
         QStringList tables;

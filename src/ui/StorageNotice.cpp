@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QEvent>
+
 #include "AppResource.h"
 #include "PedometerDBManager.h"
 #include "SensorStatus.h"
@@ -20,9 +22,33 @@ StorageNotice::StorageNotice(QWidget* parent) : QLabel(parent) {
     QFont small = font();
     small.setPixelSize(std::max(11, int(std::lround(16 * TivUtils::GetScale()))));
     setFont(small);
-    connect(&timer_, &QTimer::timeout, this, &StorageNotice::Refresh);
+    connect(&timer_, &QTimer::timeout, this, &StorageNotice::OnTimer);
     timer_.start(kRefreshMs);
     Refresh();
+}
+
+// A hidden window needs no notice: the polling stops until the window shows again, so
+// that counting in the background does not wake the GUI thread for it.
+void StorageNotice::OnTimer() {
+    QWidget* top = window();
+    if (top != this && !top->isVisible()) {
+        timer_.stop();
+        if (watchedWindow_ != top) {
+            if (watchedWindow_ != nullptr) watchedWindow_->removeEventFilter(this);
+            watchedWindow_ = top;
+            top->installEventFilter(this);
+        }
+        return;
+    }
+    Refresh();
+}
+
+bool StorageNotice::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == watchedWindow_ && event->type() == QEvent::Show && !timer_.isActive()) {
+        timer_.start(kRefreshMs);
+        Refresh();
+    }
+    return QLabel::eventFilter(watched, event);
 }
 
 void StorageNotice::Refresh() {

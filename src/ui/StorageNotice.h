@@ -12,9 +12,15 @@ class StorageNotice : public QLabel {
     Q_OBJECT
 public:
     explicit StorageNotice(QWidget* parent);
-    // Reads the databases' state now (also done every few seconds).
+    // Reads the databases' state now (also done every few seconds while the window shows).
     void Refresh();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void OnTimer();
+
     QTimer timer_;
+    QWidget* watchedWindow_ = nullptr;
 };

@@ -56,12 +56,13 @@ TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks
     QDBusConnection service = bus.Connect(QStringLiteral("logind"));
     service.registerService(QStringLiteral("org.freedesktop.login1"));
     service.registerVirtualObject(kPath, &logind);
-    const auto prepareForSleep = [&](bool sleeping) {
+    const auto prepareFor = [&](const char* what, bool starting) {
         service.send(QDBusMessage::createSignal(kPath,
                                                 QStringLiteral("org.freedesktop.login1.Manager"),
-                                                QStringLiteral("PrepareForSleep"))
-                     << sleeping);
+                                                QString::fromLatin1(what))
+                     << starting);
     };
+    const auto prepareForSleep = [&](bool sleeping) { prepareFor("PrepareForSleep", sleeping); };
     const auto held = [&](int delay, int block) {
         return SpinUntil(
             [&] { return logind.Held("delay") == delay && logind.Held("block") == block; });
@@ -86,6 +87,14 @@ TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks
     EXPECT_TRUE(held(0, 1));
     EXPECT_EQ(delaysWhileWriting, 1);  // written before the delay was let go
     prepareForSleep(false);
+    EXPECT_TRUE(held(1, 1));
+    EXPECT_EQ(resumed, 1);
+    // A shutdown waits for the same write; one called off takes the delay again.
+    delaysWhileWriting = -1;
+    prepareFor("PrepareForShutdown", true);
+    EXPECT_TRUE(held(0, 1));
+    EXPECT_EQ(delaysWhileWriting, 1);
+    prepareFor("PrepareForShutdown", false);
     EXPECT_TRUE(held(1, 1));
     EXPECT_EQ(resumed, 1);
     inhibitor.Release();

@@ -226,6 +226,20 @@ TEST_F(StatisticsManagerTest, FirstMinuteAndTwelfthHandOver) {
     EXPECT_NEAR(minutes[0].calories, expected, 1e-9);
 }
 
+// Running, then STOP a second later: the short last interval lowers the minute's average
+// speed, but the calories shown before STOP are never taken back.
+TEST_F(StatisticsManagerTest, StoppingNeverTakesCaloriesBack) {
+    StatisticsManager& m = makeManager();
+    m.start();
+    for (int i = 0; i < 14; ++i) m.addStep(3);
+    advanceSeconds(5);
+    const double before = storedMinutes().at(0).calories;
+    advanceSeconds(1);
+    m.HandOverAndStop();
+    m.GetUpdaterThread()->WaitUntilIdle();
+    EXPECT_GE(storedMinutes().at(0).calories, before);
+}
+
 TEST_F(StatisticsManagerTest, CalorieNoiseStaysWithinItsBand) {
     StatisticsManager& m = makeManager();
     m.start();

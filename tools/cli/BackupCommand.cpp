@@ -1,9 +1,9 @@
 // pedometer-cli backup FILE
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <cstdio>
 
 #include "AppPaths.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "DataBackup.h"
@@ -25,32 +25,11 @@ const char kHelp[] =
     "is printed).\n";
 
 int runBackup(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
-    parser.addOption(help);
-    parser.addOption(CliStorage::DataDirOption());
-    if (!parser.parse(QStringList{QStringLiteral("backup")} + args)) {
-        std::fprintf(stderr, "pedometer-cli backup: %s\nRun 'pedometer-cli backup --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (parser.positionalArguments().size() != 1) {
-        std::fprintf(
-            stderr,
-            "pedometer-cli backup: expected one FILE\nRun 'pedometer-cli backup --help'.\n");
-        return 2;
-    }
-    CliStorage::ApplyDataDir(parser);
+    CliParser parser("backup", kHelp);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     const QString home = AppPaths::Home();
-    if (home.isEmpty()) {
-        std::fprintf(stderr, "pedometer-cli backup: %s\n", qPrintable(AppPaths::HomeError()));
-        return 1;
-    }
+    if (home.isEmpty()) return parser.Fail(1, AppPaths::HomeError());
     // A folder that holds only one database (an import into a new folder) gets the
     // other one made, as the app would make it.
     PedometerDBManager& manager = PedometerDBManager::GetInstance();
@@ -65,10 +44,7 @@ int runBackup(const QStringList& args) {
     const QString file = parser.positionalArguments().first();
     QString error;
     double longestStepMs = 0;
-    if (!DataBackup::Backup(home, file, &error, &longestStepMs)) {
-        std::fprintf(stderr, "pedometer-cli backup: %s\n", error.toUtf8().constData());
-        return 1;
-    }
+    if (!DataBackup::Backup(home, file, &error, &longestStepMs)) return parser.Fail(1, error);
     std::printf("%s: backup written (longest lock %.1f ms)\n", file.toUtf8().constData(),
                 longestStepMs);
     return 0;

@@ -7,6 +7,7 @@
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecording.h"
 #include "AppResource.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "PedometerDBManager.h"
@@ -34,45 +35,30 @@ const char kHelp[] =
     "Exit status: 0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
     "when the length is refused or cannot be stored (the reason is printed).\n";
 
-int fail(int status, const QString& why) {
-    std::fprintf(stderr, "pedometer-cli calibrate: %s\n", why.toUtf8().constData());
-    return status;
-}
-
 int runCalibrate(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    CliParser parser("calibrate", kHelp);
     const QCommandLineOption distance(QStringLiteral("distance"), QString(),
                                       QStringLiteral("METRES"));
-    parser.addOptions({help, distance, CliStorage::DataDirOption()});
-    if (!parser.parse(QStringList{QStringLiteral("calibrate")} + args)) {
-        return fail(2, parser.errorText() +
-                           QStringLiteral("\nRun 'pedometer-cli calibrate --help'."));
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (parser.positionalArguments().size() != 1) return fail(2, QStringLiteral("give one FILE"));
+    parser.addOption(distance);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     bool ok = false;
     const double metres = parser.value(distance).toDouble(&ok);
     if (!parser.isSet(distance) || !ok || !std::isfinite(metres) || metres <= 0.0) {
-        return fail(2, QStringLiteral("--distance needs the metres walked, a number above 0"));
+        return parser.Fail(2, QStringLiteral("--distance needs the metres walked, a number above 0"));
     }
     const QString file = parser.positionalArguments().first();
     AccelerationRecording recording;
     QString error;
-    if (!AccelerationCsvReader::ReadFile(file, &recording, &error)) return fail(2, error);
+    if (!AccelerationCsvReader::ReadFile(file, &recording, &error)) return parser.Fail(2, error);
 
-    CliStorage::ApplyDataDir(parser);
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("calibrate");
     if (!lock) return 1;
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     db.LoadOptions();
     db.LoadBody();
     const DatabaseStatus status = db.OptionsStatus();
-    if (!status.usable()) return fail(1, QStringLiteral("%1: %2").arg(status.path, status.error));
+    if (!status.usable()) return parser.Fail(1, QStringLiteral("%1: %2").arg(status.path, status.error));
 
     const int walkSteps =
         RecordingStepCounter::Count(recording, StepDetectorFactory::Configured()).walk;
@@ -80,7 +66,7 @@ int runCalibrate(const QStringList& args) {
     std::printf("%s walk_steps=%d step_length_m=%s\n", file.toUtf8().constData(), walkSteps,
                 qPrintable(QString::number(result.stepLength, 'f', 3)));
     if (result.verdict != StepLengthCalibration::Verdict::Calibrated) {
-        return fail(1, AppResource::GetInstance().GetString(QString::fromUtf8(
+        return parser.Fail(1, AppResource::GetInstance().GetString(QString::fromUtf8(
                            StepLengthCalibration::MessageKey(result.verdict))));
     }
     return 0;

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "BodyCsvExport.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "PedometerDBManager.h"
@@ -25,38 +26,18 @@ const char kHelp[] =
     "or the file cannot be written (the reason is printed).\n";
 
 int runExportBody(const QStringList& args) {
-    QCommandLineParser parser;
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    CliParser parser("export-body", kHelp);
     const QCommandLineOption out(QStringLiteral("out"), QString(), QStringLiteral("FILE"));
-    parser.addOption(help);
     parser.addOption(out);
-    parser.addOption(CliStorage::DataDirOption());
-    if (!parser.parse(QStringList{QStringLiteral("export-body")} + args)) {
-        std::fprintf(stderr,
-                     "pedometer-cli export-body: %s\nRun 'pedometer-cli export-body --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (!parser.positionalArguments().isEmpty()) {
-        std::fprintf(stderr, "pedometer-cli export-body: unexpected argument '%s'\n",
-                     qPrintable(parser.positionalArguments().first()));
-        return 2;
-    }
-    CliStorage::ApplyDataDir(parser);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 0)) return exitStatus;
 
     PedometerDBManager& manager = PedometerDBManager::GetInstance();
     manager.SetReadOnly(true);
     manager.LoadOptions();  // imperial or metric, as the screens show it
     const QString path = parser.isSet(out) ? parser.value(out) : BodyCsvExport::DefaultPath();
     QString error;
-    if (!BodyCsvExport::Export(path, &error)) {
-        std::fprintf(stderr, "pedometer-cli export-body: %s\n", error.toUtf8().constData());
-        return 1;
-    }
+    if (!BodyCsvExport::Export(path, &error)) return parser.Fail(1, error);
     std::printf("%s: %zu days\n", path.toUtf8().constData(), manager.GetBodyLogs().size());
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "ActivityCsv.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "PedometerDBManager.h"
@@ -38,29 +39,17 @@ bool readDay(const QCommandLineParser& parser, const QString& option, QDate* day
 }
 
 int runExport(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    CliParser parser("export", kHelp);
     const QCommandLineOption out(QStringLiteral("out"), QString(), QStringLiteral("FILE"));
     const QCommandLineOption from(QStringLiteral("from"), QString(), QStringLiteral("DAY"));
     const QCommandLineOption to(QStringLiteral("to"), QString(), QStringLiteral("DAY"));
-    parser.addOptions({help, out, from, to, CliStorage::DataDirOption()});
-    if (!parser.parse(QStringList{QStringLiteral("export")} + args)) {
-        std::fprintf(stderr, "pedometer-cli export: %s\nRun 'pedometer-cli export --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
+    parser.addOptions({out, from, to});
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus)) return exitStatus;
     ActivityCsv::Kind kind{};
     if (parser.positionalArguments().size() != 1 ||
         !ActivityCsv::KindFromName(parser.positionalArguments().first(), &kind)) {
-        std::fprintf(stderr,
-                     "pedometer-cli export: say what to export: days, laps or minutes\n"
-                     "Run 'pedometer-cli export --help'.\n");
-        return 2;
+        return parser.Fail(2, QStringLiteral("say what to export: days, laps or minutes"));
     }
     QDate first;
     QDate last;
@@ -68,7 +57,6 @@ int runExport(const QStringList& args) {
         !readDay(parser, QStringLiteral("to"), &last)) {
         return 2;
     }
-    CliStorage::ApplyDataDir(parser);
 
     PedometerDBManager& manager = PedometerDBManager::GetInstance();
     manager.SetReadOnly(true);

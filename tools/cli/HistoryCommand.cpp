@@ -3,6 +3,7 @@
 #include <QDate>
 #include <cstdio>
 
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "Clock.h"
@@ -49,25 +50,11 @@ void printRow(const char* label, const QString& start, const QString& end, const
 }
 
 int runHistory(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
-    parser.addOption(help);
-    parser.addOption(CliStorage::DataDirOption());
-    if (!parser.parse(QStringList{QStringLiteral("history")} + args)) {
-        std::fprintf(stderr, "pedometer-cli history: %s\nRun 'pedometer-cli history --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
+    CliParser parser("history", kHelp);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus)) return exitStatus;
     const QStringList positional = parser.positionalArguments();
-    if (positional.size() > 1) {
-        std::fprintf(stderr, "pedometer-cli history: give one DAY at most\n");
-        return 2;
-    }
+    if (positional.size() > 1) return parser.Fail(2, QStringLiteral("give one DAY at most"));
     QDate day = Clock::Now().date();
     if (!positional.isEmpty()) {
         day = QDate::fromString(positional.first(), Qt::ISODate);
@@ -79,7 +66,6 @@ int runHistory(const QStringList& args) {
             return 2;
         }
     }
-    CliStorage::ApplyDataDir(parser);
 
     PedometerDBManager& manager = PedometerDBManager::GetInstance();
     manager.SetReadOnly(true);

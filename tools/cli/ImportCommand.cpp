@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "ActivityCsv.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "PedometerDBManager.h"
@@ -27,26 +28,9 @@ const char kHelp[] =
     "cannot be used (the reason is printed).\n";
 
 int runImport(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
-    parser.addOptions({help, CliStorage::DataDirOption()});
-    if (!parser.parse(QStringList{QStringLiteral("import")} + args)) {
-        std::fprintf(stderr, "pedometer-cli import: %s\nRun 'pedometer-cli import --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (parser.positionalArguments().size() != 1) {
-        std::fprintf(stderr,
-                     "pedometer-cli import: expected one FILE\n"
-                     "Run 'pedometer-cli import --help'.\n");
-        return 2;
-    }
-    CliStorage::ApplyDataDir(parser);
+    CliParser parser("import", kHelp);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     // Importing writes: a running app on the same folder must not be writing too.
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("import");
     if (!lock) return 1;

@@ -1,8 +1,8 @@
 // pedometer-cli restore FILE
-#include <QCommandLineParser>
 #include <cstdio>
 
 #include "AppPaths.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "DataBackup.h"
@@ -28,27 +28,9 @@ const char kHelp[] =
     "is printed).\n";
 
 int runRestore(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
-    parser.addOption(help);
-    parser.addOption(CliStorage::DataDirOption());
-    if (!parser.parse(QStringList{QStringLiteral("restore")} + args)) {
-        std::fprintf(stderr, "pedometer-cli restore: %s\nRun 'pedometer-cli restore --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (parser.positionalArguments().size() != 1) {
-        std::fprintf(
-            stderr,
-            "pedometer-cli restore: expected one FILE\nRun 'pedometer-cli restore --help'.\n");
-        return 2;
-    }
-    CliStorage::ApplyDataDir(parser);
+    CliParser parser("restore", kHelp);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     // The databases are moved aside: never under a running app that has them open.
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("restore");
     if (!lock) return 1;
@@ -56,10 +38,7 @@ int runRestore(const QStringList& args) {
     const QString file = parser.positionalArguments().first();
     QString error;
     QString aside;
-    if (!DataBackup::Restore(file, home, &error, &aside)) {
-        std::fprintf(stderr, "pedometer-cli restore: %s\n", error.toUtf8().constData());
-        return 1;
-    }
+    if (!DataBackup::Restore(file, home, &error, &aside)) return parser.Fail(1, error);
     std::printf("restored %s into %s\n", file.toUtf8().constData(), home.toUtf8().constData());
     if (!aside.isEmpty())
         std::printf("the previous databases are in %s\n", aside.toUtf8().constData());

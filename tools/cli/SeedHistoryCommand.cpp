@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 #include <cstdio>
 
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "Clock.h"
@@ -35,30 +36,13 @@ const char kHelp[] =
     "statistics database cannot be used (the reason is printed).\n";
 
 int runSeedHistory(const QStringList& args) {
-    QCommandLineParser parser;
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    CliParser parser("seed-history", kHelp);
     const QCommandLineOption years(QStringLiteral("years"), QString(), QStringLiteral("N"));
     const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("S"),
                                   QStringLiteral("1"));
-    parser.addOption(help);
-    parser.addOption(years);
-    parser.addOption(seed);
-    parser.addOption(CliStorage::DataDirOption());
-    if (!parser.parse(QStringList{QStringLiteral("seed-history")} + args)) {
-        std::fprintf(stderr,
-                     "pedometer-cli seed-history: %s\nRun 'pedometer-cli seed-history --help'.\n",
-                     qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf(kHelp, CliStorage::kDataDirHelp);
-        return 0;
-    }
-    if (!parser.positionalArguments().isEmpty()) {
-        std::fprintf(stderr, "pedometer-cli seed-history: unexpected argument '%s'\n",
-                     qPrintable(parser.positionalArguments().first()));
-        return 2;
-    }
+    parser.addOptions({years, seed});
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus, 0)) return exitStatus;
     bool yearsOk = false;
     const int yearCount = parser.value(years).toInt(&yearsOk);
     if (!parser.isSet(years) || !yearsOk || yearCount < 0 || yearCount > 100) {
@@ -76,7 +60,6 @@ int runSeedHistory(const QStringList& args) {
                      qPrintable(parser.value(seed)));
         return 2;
     }
-    CliStorage::ApplyDataDir(parser);
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("seed-history");
     if (!lock) return 1;
 

@@ -81,14 +81,16 @@ SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const Q
 void SettingsReset::EraseStatistics(const QDate& from, const QDate& to) {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     StatisticsManager* statistics = &statistics_;
-    const QDate today = Clock::Now().date();
-    const bool holdsToday = from <= today && today <= to;
-    if (!holdsToday || !statistics->GetCurrentLap()) {
+    const std::shared_ptr<DAOLap> lap = statistics->GetCurrentLap();
+    // The lap being recorded goes with the day it started on (which is yesterday for a
+    // lap counting across midnight), not only with today.
+    const QDate lapDay = lap ? lap->startDate.date() : QDate();
+    if (!lap || lapDay < from || to < lapDay) {
         db.ResetLogs(from.startOfDay(), to.startOfDay());
         return;
     }
-    // The lap being recorded is started today, so it goes too: let an interval already
-    // handed over land first, let go of the lap, erase, and record on in a new one.
+    // Let an interval already handed over land first, let go of the lap, erase, and
+    // record on in a new one.
     if (UpdaterThread* updater = statistics->GetUpdaterThread()) updater->WaitUntilIdle();
     statistics->WillClearData();
     db.ResetLogs(from.startOfDay(), to.startOfDay());

@@ -15,7 +15,8 @@ class QDateEdit;
 // every body measurement and the goal alarm's progress). Every erase first asks,
 // saying how much it will remove (days, laps, minute records, measurements).
 //
-// A range that holds today also takes the lap being recorded: it is dropped with the
+// A range that holds the day the lap being recorded started on (today, or yesterday for
+// a lap counting across midnight) also takes that lap: it is dropped with the
 // others and a new, empty lap is started at once, so counting goes on and the main
 // screen shows zero. Writes through PedometerDBManager (ResetLogs, ResetChest, ...) and
 // the statistics manager. Opened by "settings-reset" and the settings menu. GUI thread

@@ -7,6 +7,7 @@
 #include "../body/BodyTestSupport.h"
 #include "AccelerometerSource.h"
 #include "Body.h"
+#include "Clock.h"
 #include "CountingEngine.h"
 #include "DAOLap.h"
 #include "DAOLapMinutes.h"
@@ -32,6 +33,7 @@
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "UpdaterThread.h"
+#include "VirtualTime.h"
 
 namespace {
 
@@ -338,7 +340,6 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     StatisticsManager& statistics = app.Engine().Statistics();
     statistics.start();
     for (int i = 0; i < 12; ++i) statistics.addStep(1);
-    QCoreApplication::processEvents();
 
     auto* reset = new SettingsReset(statistics);
     reset->Initialize();
@@ -346,6 +347,10 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     reset->GetFromField()->setDate(QDate(2026, 6, 12));
     Click(Row(*reset, SettingsReset::ID_RESET_RANGE));
     EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 2 days with 2 laps and 0 minute records?");
+    VirtualTime::AdvanceBy(5000);  // one stored interval: a distance and a time shown
+    statistics.GetUpdaterThread()->WaitUntilIdle();
+    QCoreApplication::processEvents();
+    ASSERT_NE(main.GetTopValueText(1), QStringLiteral("0.000"));
     reset->OnActionPerformed(*reset, HistoryConfirmPopup::ID_CONFIRM);
     QCoreApplication::processEvents();
 
@@ -355,8 +360,18 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     EXPECT_EQ(left[0]->startDate.date(), QDate(2026, 6, 6));
     EXPECT_EQ(left[1]->id, statistics.GetCurrentLap()->id);
     EXPECT_EQ(statistics.GetLapSteps(), 0);
-    EXPECT_EQ(main.GetTopValueText(0), QStringLiteral("0"));
+    for (int value = 0; value < 6; ++value) {
+        EXPECT_EQ(main.GetTopValueText(value),
+                  (QStringList{"0", "0.000", "0.0", "00:00", "0.0", "0.0"}[value]));
+    }
     EXPECT_TRUE(statistics.GetStarted());
+    // After midnight the recording lap still belongs to the day it started on.
+    Clock::SetNow(QDateTime(QDate(2026, 6, 16), QTime(0, 30)));
+    reset->EraseStatistics(QDate(2026, 6, 15), QDate(2026, 6, 15));
+    ASSERT_NE(statistics.GetCurrentLap(), nullptr);
+    const auto recording = db.GetLap(int(statistics.GetCurrentLap()->id));
+    ASSERT_NE(recording, nullptr);
+    EXPECT_EQ(recording->startDate.date(), QDate(2026, 6, 16));
 
     const int before = int(app.Engine().Detector().SelectedDetector());
     ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());

@@ -1,0 +1,122 @@
+#include "SessionAwayState.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <functional>
+
+#include "FeedbackProfile.h"
+#include "PlatformSettings.h"
+#include "PrivateBus.h"
+
+namespace {
+
+const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kSession = QStringLiteral("/org/freedesktop/login1/session/_31");
+
+// Plays logind's manager and the caller's session (idle at start), and the feedback
+// daemon (profile "quiet" at start). Called on Qt's D-Bus thread.
+class FakeServices : public QDBusVirtualObject {
+public:
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+        QVariant answer;
+        if (call.member() == QLatin1String("GetSession")) {
+            answer = QVariant::fromValue(QDBusObjectPath(kSession));
+        } else if (call.member() == QLatin1String("GetAll") && call.path() == kSession) {
+            answer = QVariantMap{{QStringLiteral("IdleHint"), true},
+                                 {QStringLiteral("LockedHint"), false}};
+        } else if (call.member() == QLatin1String("Get")) {
+            answer = QVariant::fromValue(QDBusVariant(QStringLiteral("quiet")));
+        } else {
+            return false;
+        }
+        bus.send(call.createReply(answer));
+        return true;
+    }
+    QString introspect(const QString&) const override { return {}; }
+};
+
+void SendChanged(QDBusConnection& bus, const QString& path, const QString& interface,
+                 const QVariantMap& changed) {
+    bus.send(QDBusMessage::createSignal(path, kProperties, QStringLiteral("PropertiesChanged"))
+             << interface << changed << QStringList());
+}
+
+// The session's locked and idle hints and the screen saver each make the user away; the
+// state follows every change, and properties of another interface are not mistaken for them.
+TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
+    PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    FakeServices fake;
+    QDBusConnection service = bus.Connect(QStringLiteral("services"));
+    service.registerService(QStringLiteral("org.freedesktop.login1"));
+    service.registerService(QStringLiteral("org.freedesktop.ScreenSaver"));
+    service.registerVirtualObject(QStringLiteral("/org/freedesktop/login1"), &fake,
+                                  QDBusConnection::SubPath);
+
+    const QDBusConnection app = bus.Connect(QStringLiteral("app"));
+    SessionAwayState state(app, app);
+    QList<bool> told;
+    state.SetOnChanged([&](bool away) { told.append(away); });
+    ASSERT_TRUE(SpinUntil([&] { return state.IsAway(); })) << "idle at start";
+
+    const QString sessionIface = QStringLiteral("org.freedesktop.login1.Session");
+    const auto screenSaver = [&](bool active) {
+        service.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                                QStringLiteral("org.freedesktop.ScreenSaver"),
+                                                QStringLiteral("ActiveChanged"))
+                     << active);
+    };
+    const struct {
+        const char* what;
+        std::function<void()> send;
+        bool away;
+    } steps[] = {
+        {"idle ends", [&] { SendChanged(service, kSession, sessionIface, {{"IdleHint", false}}); },
+         false},
+        {"another interface",
+         [&] { SendChanged(service, kSession, QStringLiteral("x.Other"), {{"LockedHint", true}}); },
+         false},
+        {"locked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", true}}); },
+         true},
+        {"unlocked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", false}}); },
+         false},
+        {"screen saver on", [&] { screenSaver(true); }, true},
+        {"screen saver off", [&] { screenSaver(false); }, false},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.what);
+        step.send();
+        SpinUntil([&] { return state.IsAway() == step.away; }, 1000);
+        SpinUntil([] { return false; }, 50);  // a wrong change would arrive meanwhile
+        EXPECT_EQ(state.IsAway(), step.away);
+    }
+    EXPECT_EQ(told, (QList<bool>{true, false, true, false, true, false}));
+}
+
+// The feedback daemon's quiet and silent profiles silence the app; full gives sound back.
+TEST(SessionAwayStateTest, TheFeedbackProfileSilencesSounds) {
+    PrivateBus bus;
+    ASSERT_TRUE(bus.IsRunning());
+    FakeServices fake;
+    QDBusConnection service = bus.Connect(QStringLiteral("feedback"));
+    service.registerService(QStringLiteral("org.sigxcpu.Feedback"));
+    service.registerVirtualObject(QStringLiteral("/org/sigxcpu/Feedback"), &fake);
+
+    FeedbackProfile profile(bus.Connect(QStringLiteral("app")));
+    EXPECT_TRUE(SpinUntil([] { return PlatformSettings::IsSilentMode(); })) << "quiet at start";
+    for (const auto& [name, silent] : {std::pair{"full", false}, {"silent", true}, {"full", false},
+                                       {"quiet", true}, {"full", false}}) {
+        SCOPED_TRACE(name);
+        SendChanged(service, QStringLiteral("/org/sigxcpu/Feedback"),
+                    QStringLiteral("org.sigxcpu.Feedback"),
+                    {{QStringLiteral("Profile"), QString::fromLatin1(name)}});
+        EXPECT_TRUE(SpinUntil([&] { return profile.Profile() == QLatin1String(name); }));
+        EXPECT_EQ(PlatformSettings::IsSilentMode(), silent);
+    }
+}
+
+}  // namespace
