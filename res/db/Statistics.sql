@@ -5,11 +5,14 @@
 -- chronologically, so ranges are selected with BETWEEN and ordered by these columns.
 -- Flags are integers; only 1 counts as set.
 
+-- Lap.manual is 1 for a lap entered by hand to correct its day: steps added, or steps
+-- taken away from the lap that started a second before it (all values negative).
 CREATE TABLE Lap (
   id INTEGER PRIMARY KEY,
   startDate DATETIME,
   endDate DATETIME,   -- NULL while the lap is open
-  techDate DATETIME   -- the start day at 00:00:00
+  techDate DATETIME,  -- the start day at 00:00:00
+  manual INTEGER DEFAULT 0
 );
 CREATE INDEX LapStartDate ON Lap (startDate);
 
@@ -23,6 +26,10 @@ CREATE TABLE LapMinutes (
   secondsCompleted INTEGER DEFAULT 0
 );
 CREATE INDEX LapMinutesLap ON LapMinutes (lapId, lapMinute);
+-- The sums of each lap's minutes (the day and period totals, streaks) read this index
+-- alone, never the table.
+CREATE INDEX LapMinutesTotals ON LapMinutes (lapId, steps, distance, calories,
+                                             secondsCompleted);
 
 -- Five-second intervals of the current lap only (emptied when a lap starts).
 CREATE TABLE LastFiveMinutes (
@@ -87,4 +94,4 @@ CREATE TABLE GoalHistory (
 
 -- The layout version (PRAGMA user_version): the number of upgrades the app knows,
 -- all of which this file already has.
-PRAGMA user_version = 2;
+PRAGMA user_version = 3;

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QLocale>
 #include <cmath>
+#include <cstdlib>
+#include <limits>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -21,8 +23,16 @@ constexpr double kMaxMetresPerMinute = 2000;
 // An open lap (no end) is counted for at most a week.
 constexpr qint64 kMaxOpenLapMinutes = 7 * 1440;
 
+// Laps and minutes end with "manual": 1 for a lap entered by hand, whose values are
+// negative when it takes steps away. Files written before that column existed are read
+// as counted laps (kOlderHeaders).
 const char* const kHeaders[] = {
     "day,laps,steps,calories_kcal,distance_m,active_s",
+    "lap_start,lap_end,steps,calories_kcal,distance_m,active_s,manual",
+    "lap_start,lap_end,minute,steps,calories_kcal,distance_m,seconds,manual",
+};
+const char* const kOlderHeaders[] = {
+    "",
     "lap_start,lap_end,steps,calories_kcal,distance_m,active_s",
     "lap_start,lap_end,minute,steps,calories_kcal,distance_m,seconds",
 };
@@ -51,6 +61,7 @@ struct Minute {
 struct PendingLap {
     std::string start;
     std::string end;  // empty while open
+    bool manual = false;
     std::map<qint64, Minute> minutes;
 };
 
@@ -77,16 +88,17 @@ private:
     qint64 number_ = 0;
 };
 
-bool parseCount(const QByteArray& field, qint64* value) {
+// Counted values are zero or more; those of a lap entered by hand may be negative.
+bool parseCount(const QByteArray& field, qint64* value, bool signedValue = false) {
     bool ok = false;
     *value = field.toLongLong(&ok);
-    return ok && *value >= 0;
+    return ok && *value >= (signedValue ? -std::numeric_limits<qint64>::max() : 0);
 }
 
-bool parseAmount(const QByteArray& field, double* value) {
+bool parseAmount(const QByteArray& field, double* value, bool signedValue = false) {
     bool ok = false;
     *value = field.toDouble(&ok);
-    return ok && std::isfinite(*value) && *value >= 0;
+    return ok && std::isfinite(*value) && (*value >= 0 || signedValue);
 }
 
 bool parseDateTime(const QByteArray& field, std::string* value) {
@@ -110,7 +122,8 @@ bool dayHasLaps(SQLite::Database& db, const std::string& day) {
 }
 
 void storeLap(SQLite::Database& db, const PendingLap& lap) {
-    SQLite::Statement insertLap(db, "INSERT INTO Lap (startDate,endDate,techDate) VALUES (?,?,?)");
+    SQLite::Statement insertLap(
+        db, "INSERT INTO Lap (startDate,endDate,techDate,manual) VALUES (?,?,?,?)");
     insertLap.bind(1, lap.start);
     if (lap.end.empty()) {
         insertLap.bind(2);
@@ -118,6 +131,7 @@ void storeLap(SQLite::Database& db, const PendingLap& lap) {
         insertLap.bind(2, lap.end);
     }
     insertLap.bind(3, lap.start.substr(0, 10) + " 00:00:00");
+    insertLap.bind(4, lap.manual ? 1 : 0);
     insertLap.exec();
     const int64_t id = db.getLastInsertRowid();
     SQLite::Statement insertMinute(db,
@@ -161,10 +175,11 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
         "m.lapId=Lap.id WHERE Lap.startDate>=? AND Lap.startDate<? GROUP BY Lap.startDate,"
         "Lap.id) GROUP BY 1 ORDER BY 1",
         "SELECT Lap.startDate,Lap.endDate,total(m.steps),total(m.calories),total(m.distance),"
-        "total(m.secondsCompleted) FROM Lap LEFT JOIN LapMinutes AS m ON m.lapId=Lap.id "
+        "total(m.secondsCompleted),Lap.manual FROM Lap LEFT JOIN LapMinutes AS m ON "
+        "m.lapId=Lap.id "
         "WHERE Lap.startDate>=? AND Lap.startDate<? GROUP BY Lap.startDate,Lap.id",
         "SELECT Lap.startDate,Lap.endDate,m.lapMinute,m.steps,m.calories,m.distance,"
-        "m.secondsCompleted FROM Lap JOIN LapMinutes AS m ON m.lapId=Lap.id "
+        "m.secondsCompleted,Lap.manual FROM Lap JOIN LapMinutes AS m ON m.lapId=Lap.id "
         "WHERE Lap.startDate>=? AND Lap.startDate<? ORDER BY Lap.startDate,Lap.id,m.lapMinute",
     };
     SQLite::Statement select(db, queries[static_cast<int>(kind)]);
@@ -173,7 +188,9 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
                                 : std::string("A"));  // after every date
     QByteArray buffer = QByteArray(Header(kind)) + '\n';
     qint64 rows = 0;
+    // Whole numbers: the leading counts, and the seconds (and the manual mark) at the end.
     const int counts = kind == Kind::Minutes ? 4 : 3;
+    const int lastAmount = counts + 1;
     while (select.executeStep()) {
         const int columns = select.getColumnCount();
         for (int i = 0; i < columns; ++i) {
@@ -183,7 +200,7 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
             if (column.isNull()) continue;
             if (column.isText()) {
                 buffer += text(column);
-            } else if (i < counts || i == columns - 1) {
+            } else if (i < counts || i > lastAmount) {
                 buffer += QByteArray::number(static_cast<qint64>(column.getDouble()));
             } else {
                 buffer += number(column.getDouble(),
@@ -219,15 +236,21 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
     }
     if (line.startsWith("\xEF\xBB\xBF")) line.remove(0, 3);
     int kindIndex = -1;
+    bool older = false;
     for (int i = 0; i < 3; ++i) {
         if (line == kHeaders[i]) kindIndex = i;
+        if (i > 0 && line == kOlderHeaders[i]) {
+            kindIndex = i;
+            older = true;
+        }
     }
     if (kindIndex < 0) {
         return fail(QStringLiteral("not an activity export (expected a header such as \"%1\")")
                         .arg(QLatin1String(kHeaders[0])));
     }
     const Kind kind = static_cast<Kind>(kindIndex);
-    const int fieldCount = kind == Kind::Minutes ? 7 : 6;
+    const bool marked = kind != Kind::Days && !older;
+    const int fieldCount = (kind == Kind::Minutes ? 7 : 6) + (marked ? 1 : 0);
 
     std::vector<PendingLap> laps;
     std::map<std::string, size_t> lapIndex;
@@ -274,10 +297,18 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
                 return fail(QStringLiteral("the minute is not a whole number"));
             }
         }
-        if (!parseCount(fields[next], &minute.steps) ||
-            !parseAmount(fields[next + 1], &minute.calories) ||
-            !parseAmount(fields[next + 2], &minute.distance) ||
-            !parseCount(fields[next + 3], &minute.seconds)) {
+        if (marked) {
+            const QByteArray& mark = fields[fieldCount - 1];
+            if (mark != "0" && mark != "1") {
+                return fail(QStringLiteral("manual must be 0 (counted) or 1 (entered by hand)"));
+            }
+            lap.manual = mark == "1";
+        }
+        const bool negative = lap.manual;
+        if (!parseCount(fields[next], &minute.steps, negative) ||
+            !parseAmount(fields[next + 1], &minute.calories, negative) ||
+            !parseAmount(fields[next + 2], &minute.distance, negative) ||
+            !parseCount(fields[next + 3], &minute.seconds, negative)) {
             return fail(
                 QStringLiteral("steps, calories, distance and seconds must be numbers "
                                "of zero or more"));
@@ -295,9 +326,10 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
                             .arg(minuteNumber)
                             .arg(lapMinutes));
         }
-        if (minute.steps > kMaxStepsPerMinute * span || minute.seconds > 60 * span ||
-            minute.calories > kMaxCaloriesPerMinute * span ||
-            minute.distance > kMaxMetresPerMinute * span || lapCount > 1440) {
+        if (std::abs(minute.steps) > kMaxStepsPerMinute * span ||
+            std::abs(minute.seconds) > 60 * span ||
+            std::abs(minute.calories) > kMaxCaloriesPerMinute * span ||
+            std::abs(minute.distance) > kMaxMetresPerMinute * span || lapCount > 1440) {
             return fail(QStringLiteral(
                             "more than a phone can count in %1 minute(s): at most %2 steps, %3 "
                             "seconds, %4 kcal and %5 m a minute")
@@ -310,7 +342,7 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
         const auto found = lapIndex.find(lap.start);
         if (found != lapIndex.end()) {
             PendingLap& known = laps[found->second];
-            if (kind != Kind::Minutes || known.end != lap.end) {
+            if (kind != Kind::Minutes || known.end != lap.end || known.manual != lap.manual) {
                 return fail(
                     QStringLiteral("%1 appears twice").arg(QString::fromStdString(lap.start)));
             }

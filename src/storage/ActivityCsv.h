@@ -11,7 +11,8 @@
 // Three tables, each with a header line: one row per day, per lap or per minute of a
 // lap. Dates are ISO ("2024-03-14", "2024-03-14 10:30:00", local time), numbers use
 // '.' whatever the locale, and fractions are written in full so that totals survive
-// the round trip. A lap is known by its start: importing skips every lap (or, for a
+// the round trip. Laps and minutes say whether the lap was entered by hand ("manual",
+// 0 or 1; files without that column are read as counted). A lap is known by its start: importing skips every lap (or, for a
 // days file, every day) the database already has, so importing a file twice adds
 // nothing. An import runs in one transaction: a bad line is reported with its number
 // and nothing of the file is stored.

@@ -36,6 +36,9 @@ public:
     std::optional<QDateTime> endDate;          // none while the lap is open
     QDateTime techDate = DbDateTime::Unset();  // the start day at 00:00:00
     int id = -1;                               // -1 until stored
+    // Entered by hand to correct a day: steps added (a walk without the phone), or
+    // taken away from a counted lap (then every value is negative). Never recorded into.
+    bool manual = false;
 
     std::vector<std::unique_ptr<DAOLapMinutes>> minutes;
     std::vector<std::unique_ptr<DAOLapSeconds>> seconds;

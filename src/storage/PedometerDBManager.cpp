@@ -189,7 +189,7 @@ void execInTransaction(DatabaseConnection& connection, const char* sql) {
     execInTransaction(connection, sql, [](SQLite::Statement&) {});
 }
 
-// Loads laps selected by `sql` (id,startDate,endDate[,techDate]) for a range, with
+// Loads laps selected by `sql` (id,startDate,endDate,manual[,techDate]) for a range, with
 // their minutes.
 std::vector<std::unique_ptr<DAOLap>> lapsBetween(DatabaseConnection& connection, const char* sql,
                                                  const QDateTime& from, const QDateTime& to,
@@ -204,8 +204,9 @@ std::vector<std::unique_ptr<DAOLap>> lapsBetween(DatabaseConnection& connection,
             lap->id = select.getColumn(0).getInt();
             lap->startDate = dateColumn(select.getColumn(1));
             lap->endDate = optionalDateColumn(select.getColumn(2));
-            lap->techDate = withTechDate ? dateColumn(select.getColumn(3))
+            lap->techDate = withTechDate ? dateColumn(select.getColumn(4))
                                          : DbDateTime::DayStart(lap->startDate);
+            lap->manual = select.getColumn(3).getInt() == 1;
             laps.push_back(std::move(lap));
         }
         // One prepared statement serves every lap of the range.
@@ -260,7 +261,12 @@ PedometerDBManager::PedometerDBManager()
                "target REAL);"
                "INSERT INTO GoalHistory SELECT '0001-01-01',targetActive,CASE targetActive "
                "WHEN 1 THEN distance WHEN 2 THEN calories WHEN 3 THEN activityTime END "
-               "FROM TargetValues WHERE targetActive BETWEEN 1 AND 3 LIMIT 1;")}) {}
+               "FROM TargetValues WHERE targetActive BETWEEN 1 AND 3 LIMIT 1;"),
+           // 3: laps entered by hand (corrections of a day) are marked, and the lap
+           // sums get an index of their own.
+           QStringLiteral("ALTER TABLE Lap ADD COLUMN manual INTEGER DEFAULT 0;"
+                          "CREATE INDEX IF NOT EXISTS LapMinutesTotals ON LapMinutes "
+                          "(lapId, steps, distance, calories, secondsCompleted);")}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -323,8 +329,22 @@ void PedometerDBManager::FinishLap(int id) {
 }
 
 void PedometerDBManager::DeleteLap(int id) {
-    execInTransaction(statistics_, "DELETE FROM Lap WHERE id=?",
-                      [&](SQLite::Statement& del) { del.bind(1, id); });
+    // Steps taken away from the lap by hand (a manual lap of negative steps starting a
+    // second after it) go with it, so that no total is left short of steps.
+    statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Transaction transaction(db);
+        SQLite::Statement takenAway(
+            db,
+            "DELETE FROM Lap WHERE manual=1 AND startDate=(SELECT datetime(startDate,"
+            "'+1 second') FROM Lap WHERE id=?) AND (SELECT total(steps) FROM LapMinutes "
+            "WHERE lapId=Lap.id)<0");
+        takenAway.bind(1, id);
+        takenAway.exec();
+        SQLite::Statement del(db, "DELETE FROM Lap WHERE id=?");
+        del.bind(1, id);
+        del.exec();
+        transaction.commit();
+    });
 }
 
 void PedometerDBManager::ClearLapMinutes(int id) {
@@ -405,7 +425,7 @@ std::unique_ptr<DAOLap> PedometerDBManager::GetTodayLastLap() {
     const bool done = statistics_.Run([&](SQLite::Database& db) {
         SQLite::Statement select(db,
                                  "SELECT id,startDate FROM Lap WHERE startDate BETWEEN ? AND ? "
-                                 "ORDER BY startDate DESC LIMIT 1");
+                                 "AND manual=0 ORDER BY startDate DESC LIMIT 1");
         bindDate(select, 1, today.from);
         bindDate(select, 2, today.to);
         if (!select.executeStep()) return;
@@ -423,15 +443,16 @@ std::unique_ptr<DAOLap> PedometerDBManager::GetTodayLastLap() {
 
 std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForDate(const QDateTime& day) {
     return lapsBetween(statistics_,
-                       "SELECT id,startDate,endDate FROM Lap WHERE startDate BETWEEN ? AND ? "
-                       "ORDER BY startDate ASC",
+                       "SELECT id,startDate,endDate,manual FROM Lap WHERE startDate BETWEEN ? "
+                       "AND ? ORDER BY startDate ASC",
                        day, DbDateTime::NextDayStart(day), false);
 }
 
 std::unique_ptr<DAOLap> PedometerDBManager::GetLap(int id) {
     std::unique_ptr<DAOLap> lap;
     const bool done = statistics_.Run([&](SQLite::Database& db) {
-        SQLite::Statement select(db, "SELECT startDate,endDate,techDate FROM Lap WHERE id=?");
+        SQLite::Statement select(db,
+                                 "SELECT startDate,endDate,techDate,manual FROM Lap WHERE id=?");
         select.bind(1, id);
         if (!select.executeStep()) return;
         lap = std::make_unique<DAOLap>();
@@ -439,6 +460,7 @@ std::unique_ptr<DAOLap> PedometerDBManager::GetLap(int id) {
         lap->startDate = dateColumn(select.getColumn(0));
         lap->endDate = optionalDateColumn(select.getColumn(1));
         lap->techDate = dateColumn(select.getColumn(2));
+        lap->manual = select.getColumn(3).getInt() == 1;
         SQLite::Statement minutes(db, kSelectMinutes);
         lap->minutes = readMinutes(minutes, id);
     });
@@ -449,8 +471,8 @@ std::unique_ptr<DAOLap> PedometerDBManager::GetLap(int id) {
 std::vector<std::unique_ptr<DAOLap>> PedometerDBManager::GetLapsForPeriod(const QDateTime& from,
                                                                           const QDateTime& to) {
     return lapsBetween(statistics_,
-                       "SELECT id,startDate,endDate,techDate FROM Lap WHERE startDate BETWEEN ? "
-                       "AND ? ORDER BY startDate ASC",
+                       "SELECT id,startDate,endDate,manual,techDate FROM Lap WHERE startDate "
+                       "BETWEEN ? AND ? ORDER BY startDate ASC",
                        from, DbDateTime::NextDayStart(to), true);
 }
 
@@ -876,8 +898,8 @@ bool PedometerDBManager::ImportHistory(std::vector<std::unique_ptr<DAOLap>>& lap
     ids.reserve(laps.size());
     const bool done = statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
-        SQLite::Statement lapInsert(db,
-                                    "INSERT INTO Lap (startDate,endDate,techDate) VALUES (?,?,?)");
+        SQLite::Statement lapInsert(
+            db, "INSERT INTO Lap (startDate,endDate,techDate,manual) VALUES (?,?,?,?)");
         SQLite::Statement minuteInsert(db,
                                        "INSERT INTO LapMinutes (lapId,lapMinute,steps,calories,"
                                        "distance,secondsCompleted) VALUES (?,?,?,?,?,?)");
@@ -891,6 +913,7 @@ bool PedometerDBManager::ImportHistory(std::vector<std::unique_ptr<DAOLap>>& lap
                 lapInsert.bind(2);
             }
             bindDate(lapInsert, 3, lap->techDate);
+            lapInsert.bind(4, lap->manual ? 1 : 0);
             lapInsert.exec();
             const int id = static_cast<int>(db.getLastInsertRowid());
             ids.push_back(id);

@@ -1,5 +1,7 @@
 // PedometerDBManager: the per-day sums behind the period history, and the streaks of
 // days with the daily goal reached.
+#include <algorithm>
+
 #include "Clock.h"
 #include "DbDateTime.h"
 #include "PedometerDBManager.h"
@@ -66,6 +68,10 @@ GoalStreaks PedometerDBManager::GetGoalStreaks(const QDate& from, const QDate& t
             }
         });
     }
+    // Days before the first goal neither break nor extend a run: their sums are not read.
+    const std::vector<DatedGoal> goals = GetGoalHistory();
+    if (goals.empty()) return {};
+    start = std::max(start, goals.front().since);
     if (!start.isValid() || start > to) return {};
-    return GoalStreaks(start, to, GetDayTotals(start, to), GetGoalHistory(), Clock::Now().date());
+    return GoalStreaks(start, to, GetDayTotals(start, to), goals, Clock::Now().date());
 }

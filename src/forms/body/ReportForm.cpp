@@ -1,6 +1,7 @@
 #include "ReportForm.h"
 
 #include <QFile>
+#include <QDir>
 #include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
@@ -13,6 +14,7 @@
 #include "CaptionButton.h"
 #include "Clock.h"
 #include "Converter.h"
+#include "DocumentsFolder.h"
 #include "EmailSender.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -160,6 +162,9 @@ void ReportForm::OnInitializing() {
     popup_->Initialize(ID_POPUP_CLOSE, Text("body__ OK"), this);
     okPopup_ = new ReportPopup(this);
     okPopup_->Initialize(ID_POPUP_OK, Text("body__ OK"), this);
+    savePopup_ = new ReportPopup(this);
+    savePopup_->Initialize(ID_SAVE_DOCUMENTS, Text("body__ Save"), this);
+    savePopup_->AddSecondButton(ID_SAVE_CANCEL, Text("body__ Cancel"), this);
 }
 
 void ReportForm::BuildTable(int top) {
@@ -365,6 +370,15 @@ void ReportForm::OnActionPerformed(const QWidget& source, int actionId) {
             SoundsManager::GetInstance().ClickSound();
             Export();
             return;
+        case ID_SAVE_DOCUMENTS:
+            SoundsManager::GetInstance().ClickSound();
+            savePopup_->hide();
+            SaveToDocuments();
+            return;
+        case ID_SAVE_CANCEL:
+            SoundsManager::GetInstance().ClickSound();
+            savePopup_->hide();
+            return;
         case ID_POPUP_CLOSE:
         case ID_OTHER_POPUP:
             SoundsManager::GetInstance().ClickSound();
@@ -402,8 +416,35 @@ bool ReportForm::StartEmail(const QString& to, const QString& subject, const QSt
         return true;
     }
     delete email_;
-    ShowPopupWithText(Text("MESSAGE_CHECK_EMAIL"));
+    // A plain address that could not be handed over means there is no mail program.
+    if (EmailSender::IsPlainAddress(to)) {
+        OfferSaving();
+    } else {
+        ShowPopupWithText(Text("MESSAGE_CHECK_EMAIL"));
+    }
     return false;
+}
+
+void ReportForm::OfferSaving() {
+    if (unsent_.isEmpty()) {  // the export itself failed: there is nothing to keep
+        ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+        return;
+    }
+    savePopup_->Show(Text("body__ No mail program found") + QLatin1Char('\n') +
+                     Text(unsentName_.endsWith(QLatin1String(".csv"))
+                              ? "body__ Save the CSV file into your documents folder?"
+                              : "body__ Save the text into your documents folder?"));
+}
+
+void ReportForm::SaveToDocuments() {
+    QString error;
+    const QString path = DocumentsFolder::Save(unsentName_, unsent_, &error);
+    if (path.isEmpty()) {
+        ShowPopupOkWithText(Text("body__ Not saved: %1").arg(error));
+        return;
+    }
+    DocumentsFolder::Show();
+    ShowPopupOkWithText(Text("body__ Saved as %1").arg(QDir::toNativeSeparators(path)));
 }
 
 void ReportForm::SendEmail() {
@@ -413,6 +454,9 @@ void ReportForm::SendEmail() {
         return;
     }
     if (IsSending()) return;
+    unsentName_ = QStringLiteral("pedometer-report-%1.txt")
+                      .arg(Clock::Now().date().toString(Qt::ISODate));
+    unsent_ = shareText_.toUtf8() + '\n';
     StartEmail(social->share.trimmed(), Text("main__ Message from my pedometer"), shareText_,
                QString());
 }
@@ -431,6 +475,10 @@ void ReportForm::Export() {
     QFile::remove(path);
     const bool written = BodyCsvExport::Export(path, &error);
     if (!written) qWarning("ReportForm: %s", qPrintable(error));
+    unsentName_ = QStringLiteral("pedometer-body-%1.csv")
+                      .arg(Clock::Now().date().toString(Qt::ISODate));
+    QFile csv(path);
+    unsent_ = written && csv.open(QIODevice::ReadOnly) ? csv.readAll() : QByteArray();
     StartEmail(social->export_.trimmed(), Text("body__ Exported data from my pedometer"),
                Text("body__ Attached files "), written ? path : QString());
 }
@@ -438,7 +486,11 @@ void ReportForm::Export() {
 void ReportForm::OnEmailMessageSent(bool sent) {
     if (email_) email_->deleteLater();
     email_ = nullptr;
-    ShowPopupOkWithText(Text(sent ? "MESSAGE_MESSAGE_SENT" : "MESSAGE_ERROR_SENDING"));
+    if (sent) {
+        ShowPopupOkWithText(Text("MESSAGE_MESSAGE_SENT"));
+    } else {
+        OfferSaving();
+    }
 }
 
 // --- Social networks -------------------------------------------------------------

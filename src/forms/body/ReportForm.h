@@ -16,7 +16,9 @@ class ReportPopup;
 // address; Export writes the whole log to export.csv (BodyCsvExport) and mails it to
 // the export address. A missing address leads, through the popup's OK, to the social
 // settings ("settings-accounts"); a network that cannot be reached to the social login
-// ("settings-social-login").
+// ("settings-social-login"). Without a mail program (no xdg-email, or one that fails)
+// the text or the CSV can be saved into the documents folder instead (DocumentsFolder),
+// which is then shown, with the path in the message.
 //
 // Reads the body log once when built, the social record on every send and the units
 // from the settings. At most one e-mail is handed over at a time. Opened by the body
@@ -31,6 +33,8 @@ public:
     static constexpr int ID_POPUP_CLOSE = 105;
     static constexpr int ID_POPUP_OK = 106;
     static constexpr int ID_EXPORT = 108;
+    static constexpr int ID_SAVE_DOCUMENTS = 109;  // the choice offered without a mail program
+    static constexpr int ID_SAVE_CANCEL = 107;
     static constexpr int ID_FACEBOOK = 150;
     static constexpr int ID_TWITTER = 151;
     static constexpr int ID_EMAIL = 152;
@@ -73,6 +77,7 @@ public:
     QMenu* GetContextMenu() const { return contextMenu_; }
     ReportPopup* GetPopup() const { return popup_; }
     ReportPopup* GetOkPopup() const { return okPopup_; }
+    ReportPopup* GetSavePopup() const { return savePopup_; }
     int GetOkTarget() const { return okTarget_; }
     bool IsSending() const { return email_ != nullptr; }
 
@@ -88,6 +93,8 @@ private:
     void Export();
     bool StartEmail(const QString& to, const QString& subject, const QString& body,
                     const QString& attachment);
+    void OfferSaving();
+    void SaveToDocuments();
     void PostTo(const QString& provider);
     void Authenticate(const QString& provider);
     QStringList MoreProviders() const;
@@ -99,5 +106,9 @@ private:
     QPointer<QMenu> contextMenu_;
     ReportPopup* popup_ = nullptr;
     ReportPopup* okPopup_ = nullptr;
+    ReportPopup* savePopup_ = nullptr;
     int okTarget_ = TARGET_NONE;
+    // What the mail would have carried, as a file for the documents folder.
+    QString unsentName_;
+    QByteArray unsent_;
 };

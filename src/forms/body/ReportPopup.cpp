@@ -31,6 +31,12 @@ void ReportPopup::Initialize(int actionId, const QString& buttonText,
     setProperty("covers", true);
 }
 
+void ReportPopup::AddSecondButton(int actionId, const QString& buttonText,
+                                  IActionEventListener* listener) {
+    second_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
+                                    listener, buttonText);
+}
+
 QRect ReportPopup::Card() const {
     const int w = width() - S(60);
     const int h = S(300);
@@ -50,7 +56,14 @@ void ReportPopup::PlaceContent() {
     if (text_ == nullptr) return;
     const QRect card = Card();
     text_->setGeometry(card.adjusted(S(20), S(20), -S(20), -S(110)));
-    button_->move(card.center().x() - button_->width() / 2, card.bottom() - S(90));
+    const int top = card.bottom() - S(90);
+    if (second_ == nullptr) {
+        button_->move(card.center().x() - button_->width() / 2, top);
+        return;
+    }
+    const int gap = S(8);
+    button_->move(card.center().x() - gap / 2 - button_->width(), top);
+    second_->move(card.center().x() + gap - gap / 2, top);
 }
 
 void ReportPopup::resizeEvent(QResizeEvent*) {

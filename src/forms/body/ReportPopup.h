@@ -9,7 +9,7 @@ class TivButton;
 class TivLabel;
 
 // A message over the whole screen: a dimmed backdrop, a card with the text and one
-// button, which reports its action id to the listener (the screen hides the popup).
+// button (or two side by side), which reports its action id to the listener (the screen hides the popup).
 // Taps on the backdrop are swallowed. GUI thread only.
 class ReportPopup : public QWidget {
     Q_OBJECT
@@ -17,6 +17,9 @@ public:
     explicit ReportPopup(QWidget* parent = nullptr);
     // Covers the parent; hidden until Show. The listener is not owned.
     void Initialize(int actionId, const QString& buttonText, IActionEventListener* listener);
+    // A second button beside the first (a choice: do it, or not). The listener is not
+    // owned.
+    void AddSecondButton(int actionId, const QString& buttonText, IActionEventListener* listener);
     // Sets the text, covers the parent and raises itself.
     void Show(const QString& text);
     QString GetText() const;
@@ -33,4 +36,5 @@ private:
 
     TivLabel* text_ = nullptr;
     TivButton* button_ = nullptr;
+    TivButton* second_ = nullptr;
 };

@@ -89,7 +89,15 @@ void HistoryDay::FormWillAppear() {
     for (int i = int(laps_.size()) - 1; i >= 0; --i) {
         const DAOLap& lap = *laps_[i];
         QString caption;
-        if (today && i == int(laps_.size()) - 1) {
+        if (lap.manual) {
+            // Entered by hand: marked, with the steps it adds or takes away.
+            int steps = 0;
+            for (const auto& minute : lap.minutes) steps += minute->steps;
+            caption = Text("history__ By hand") + QStringLiteral(": ") +
+                      locale.toString(lap.startDate.time(), QLocale::ShortFormat) +
+                      QStringLiteral(", ") + (steps > 0 ? QStringLiteral("+") : QString()) +
+                      locale.toString(steps) + QLatin1Char(' ') + Text("history__ steps");
+        } else if (today && i == int(laps_.size()) - 1) {
             caption = Text("history__ Current");
         } else {
             const QDateTime end = lap.endDate.value_or(lap.startDate);
@@ -98,6 +106,7 @@ void HistoryDay::FormWillAppear() {
         }
         panel_->AddRowButton(caption, ID_LAP_FIRST + i, this);
     }
+    panel_->AddRowButton(Text("history__ Correct the day"), ID_CORRECT, this);
     panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset day stats"), ID_RESET,
                            this);
     panel_->AddGap(20);
@@ -116,6 +125,15 @@ void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
         SoundsManager::GetInstance().ClickSound();
         if (TivNavigationController* navigation = getNavigationController()) {
             ScreenDirectory::Open(QStringLiteral("history-reports"), *navigation);
+        }
+        return;
+    }
+    if (actionId == ID_CORRECT) {
+        SoundsManager::GetInstance().ClickSound();
+        if (TivNavigationController* navigation = getNavigationController()) {
+            ScreenRequest request;
+            request.day = day_.date();
+            ScreenDirectory::Open(QStringLiteral("day-correct"), *navigation, request);
         }
         return;
     }

@@ -15,7 +15,8 @@ class HourlyChart;
 // One calendar day of history: per-minute graphs of calories, speed and pace over all
 // the day's laps, the day's totals and averages, its steps by the hour (a tap on a bar
 // tells that hour's figures), a button per lap (newest first; today's
-// last reads "Current") that opens its HistoryLap, and the reset of the whole day.
+// last reads "Current"; laps entered by hand are marked with their steps) that opens its
+// HistoryLap, the correction of the day (DayCorrect), and the reset of the whole day.
 //
 // Reads the day's laps with their minutes (PedometerDBManager::GetLapsForDate) each time
 // it appears, so the figures follow the database. Writes only through the erase: every
@@ -26,6 +27,7 @@ class HistoryDay : public PedometerForm {
     Q_OBJECT
 public:
     static constexpr int ID_REPORTS = 20;
+    static constexpr int ID_CORRECT = 30;  // opens DayCorrect for the day
     static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
     static constexpr int ID_LAP_FIRST = 1000;  // + index in the day's list
 

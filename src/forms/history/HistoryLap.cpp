@@ -13,6 +13,7 @@
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
+#include "SoundsManager.h"
 #include "TivNavigationController.h"
 
 namespace {
@@ -67,8 +68,14 @@ void HistoryLap::FormWillAppear() {
                          PedometerOptions::GetInstance().measurementSystem);
         panel_->AddWidget(chart, 220);
     }
-    panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset lap stats"), ID_RESET,
-                           this);
+    if (lap_->manual) {
+        panel_->AddResetButton(Text("history__ Remove"), Text("history__ Remove correction"),
+                               ID_RESET, this);
+    } else {
+        panel_->AddRowButton(Text("history__ Take steps away"), ID_TAKE_AWAY, this);
+        panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset lap stats"),
+                               ID_RESET, this);
+    }
     panel_->AddGap(20);
 }
 
@@ -83,8 +90,18 @@ void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
             navigation->PopForm(true);
         }
     };
-    if (popup_ == nullptr ||
-        !popup_->HandleAction(actionId, Text("history__ Clear whole lap data?"), erase)) {
+    if (actionId == ID_TAKE_AWAY && lap_) {
+        SoundsManager::GetInstance().ClickSound();
+        if (TivNavigationController* navigation = getNavigationController()) {
+            ScreenRequest request;
+            request.lapId = lap_->id;
+            ScreenDirectory::Open(QStringLiteral("day-correct"), *navigation, request);
+        }
+        return;
+    }
+    const char* question = lap_ && lap_->manual ? "history__ Remove the correction?"
+                                                : "history__ Clear whole lap data?";
+    if (popup_ == nullptr || !popup_->HandleAction(actionId, Text(question), erase)) {
         PedometerForm::OnActionPerformed(source, actionId);
     }
 }

@@ -10,13 +10,15 @@ class HistoryConfirmPopup;
 class HistoryPanel;
 
 // One lap of history: the per-minute graphs, totals and averages of the lap it is
-// given, and the reset of that lap. The erase deletes the lap, or empties it when it is
+// given, taking steps away from it (DayCorrect), and the reset of that lap (the removal,
+// for a lap entered by hand). The erase deletes the lap, or empties it when it is
 // the one being recorded now, and goes back to the day. Opened from a lap button of
 // HistoryDay, or by name with a lap id. GUI thread only.
 class HistoryLap : public PedometerForm {
     Q_OBJECT
 public:
     static constexpr int ID_RESET = 50;  // HistoryConfirmPopup::ID_RESET
+    static constexpr int ID_TAKE_AWAY = 30;  // opens DayCorrect for the lap
 
     // `engine` (the lap being recorded) outlives the screen.
     explicit HistoryLap(CountingEngine& engine, QWidget* parent = nullptr);

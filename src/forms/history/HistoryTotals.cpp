@@ -12,8 +12,17 @@ QString Text(const char* key) {
 
 void HistoryTotals::AddLap(const DAOLap& lap) {
     // Minutes are numbered from 1: minute k began k - 1 minutes after the lap's start.
-    for (const DAOLapMinutes& minute : lap.CopyMinutes())
-        AddMinute(minute, lap.startDate.addSecs(60LL * (minute.lapMinute - 1)));
+    for (const DAOLapMinutes& minute : lap.CopyMinutes()) {
+        if (minute.steps >= 0 && minute.distance >= 0.0) {
+            AddMinute(minute, lap.startDate.addSecs(60LL * (minute.lapMinute - 1)));
+            continue;
+        }
+        // Steps taken away by hand lower the totals but are no minute of their own.
+        steps += minute.steps;
+        distance += minute.distance;
+        calories += minute.calories;
+        seconds += minute.secondsCompleted;
+    }
 }
 
 void HistoryTotals::AddMinute(const DAOLapMinutes& minute, const QDateTime& start) {

@@ -1,5 +1,6 @@
 #include "HourlyChart.h"
 
+#include <QFontMetrics>
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPainter>
@@ -115,9 +116,19 @@ void HourlyChart::paintEvent(QPaintEvent*) {
         painter.setPen(kTextColor);
         painter.drawText(plot, Qt::AlignCenter, Text("history__ No data"));
     }
-    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(20)));
+    // A detail wider than the chart (long words, a narrow window) gets a smaller font,
+    // down to the readable floor, and loses its end only below that.
+    QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(20));
+    const QString detail = GetDetailText();
+    const int needed = QFontMetrics(font).horizontalAdvance(detail);
+    if (needed > plot.width()) {
+        font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD,
+                                    std::max(1, Scaled(20) * plot.width() / needed));
+    }
+    painter.setFont(font);
     painter.setPen(kChosenColor);
     painter.drawText(QRect(plot.left(), height() - Scaled(kDetailHeight), plot.width(),
                            Scaled(kDetailHeight)),
-                     Qt::AlignLeft | Qt::AlignVCenter, GetDetailText());
+                     Qt::AlignLeft | Qt::AlignVCenter,
+                     QFontMetrics(font).elidedText(detail, Qt::ElideRight, plot.width()));
 }

@@ -102,7 +102,6 @@ void TargetSlider::LayoutChildren() {
 void TargetSlider::LayoutTexts() {
     const int left = (width() - fullWidth_) / 2;
     const int textHeight = std::max(0, height() - fullHeight_ - Scaled(6));
-    caption_->setGeometry(left, 0, fullWidth_, textHeight);
     // The figures hang from the right edge, each label as wide as its text, so that
     // "value / target (unit)" stays together whatever the lengths.
     int x = left + fullWidth_;
@@ -113,6 +112,10 @@ void TargetSlider::LayoutTexts() {
         label->setGeometry(x, 0, w, textHeight);
         x -= gap;
     }
+    // The caption takes what is left; where the figures leave too little (long numbers,
+    // long words, a narrow window), they speak for themselves without it.
+    caption_->setGeometry(left, 0, std::max(0, x - left), textHeight);
+    caption_->setVisible(TextWidth(*caption_) <= x - left);
 }
 
 void TargetSlider::UpdateData() {

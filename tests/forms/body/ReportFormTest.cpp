@@ -7,6 +7,8 @@
 
 #include "BodyCsvExport.h"
 #include "BodyTestSupport.h"
+#include "Clock.h"
+#include "DocumentsFolder.h"
 #include "FakeMailProgram.h"
 #include "PedometerOptions.h"
 #include "ReportPopup.h"
@@ -161,12 +163,50 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
     WaitUntilSent(form);
     EXPECT_FALSE(mail.Arguments().contains("--attach"));
 
-    // No mail program at all.
-    mail.Remove();
-    form.OnActionPerformed(form, ReportForm::ID_EMAIL);
-    EXPECT_FALSE(form.IsSending());
-    EXPECT_EQ(form.GetPopup()->GetText(),
-              "The e-mail could not be sent. Please check your e-mail settings.");
+}
+
+// A mail program that fails, or none at all: the CSV or the text goes into the documents
+// folder under a name of its own, and the folder is shown.
+TEST_F(ReportFormTest, WithoutAMailProgramTheTextOrCsvIsSavedIntoTheDocumentsFolder) {
+    const auto documents = testdata::MakeTempDir();
+    QList<QUrl> shown;
+    DocumentsFolder::SetForTesting(documents->path(),
+                                   [&](const QUrl& folder) { return (shown << folder, true); });
+    SetAddresses("share@example.org", "export@example.org");
+    ReportForm& form = Open();
+    form.OnActionPerformed(form, ReportForm::ID_CELL);
+    const QString day = Clock::Now().date().toString(Qt::ISODate);
+    const struct {
+        bool failing;  // a mail program that fails, else none
+        int actionId;
+        const char* offer;
+        QString file;
+        QByteArray contents;
+    } cases[] = {
+        {true, ReportForm::ID_EXPORT, "the CSV file", "pedometer-body-" + day + ".csv",
+         ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n"},
+        {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + ".txt",
+         "My pedometer: current chest size: -(cm)\n"},
+        {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + "-2.txt",
+         "My pedometer: current chest size: -(cm)\n"},
+    };
+    for (const auto& c : cases) {
+        if (c.failing) qputenv("FAKE_XDG_EMAIL_EXIT", "3");
+        else mail.Remove();
+        form.OnActionPerformed(form, c.actionId);
+        WaitUntilSent(form);
+        EXPECT_EQ(form.GetSavePopup()->GetText(),
+                  QStringLiteral("No mail program found.\nSave %1 into your documents folder?")
+                      .arg(QLatin1String(c.offer)));
+        form.OnActionPerformed(form, ReportForm::ID_SAVE_DOCUMENTS);
+        const QString path = documents->path() + '/' + c.file;
+        EXPECT_EQ(form.GetOkPopup()->GetText(), "Saved as " + path);
+        QFile saved(path);
+        ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << c.file.toStdString();
+        EXPECT_EQ(saved.readAll(), c.contents);
+        EXPECT_EQ(shown.takeLast(), QUrl::fromLocalFile(documents->path()));
+    }
+    DocumentsFolder::SetForTesting({}, {});
 }
 
 // Twitter's sign-in goes to a port on this machine where nothing listens: the user reads
