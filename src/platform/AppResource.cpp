@@ -21,6 +21,24 @@ QString AppResource::GetString(const QString& key) {
     return TextOfKey(key);
 }
 
+QString AppResource::GetString(const QString& key, const QStringList& values) {
+    QString text = GetString(key);
+    qsizetype from = 0;
+    for (const QString& value : values) {
+        const qsizetype at = text.indexOf(QLatin1String("%@"), from);
+        if (at < 0) break;
+        text.replace(at, 2, value);
+        from = at + value.size();
+    }
+    return text;
+}
+
+QString AppResource::GetCountString(const QString& key, long long count, const QString& countText,
+                                    const QStringList& values) {
+    const QString form = key + (count == 1 ? QStringLiteral("#one") : QStringLiteral("#other"));
+    return GetString(form, QStringList{countText} + values);
+}
+
 void AppResource::SetLanguage(const QString& language) {
     std::lock_guard lock(mutex_);
     language_ = language;

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <mutex>
 
 // Localised texts by key.
@@ -16,6 +17,13 @@ public:
     static AppResource& GetInstance();
 
     QString GetString(const QString& key);
+    // The text with its "%@" placeholders filled in order of appearance.
+    QString GetString(const QString& key, const QStringList& values);
+    // A text about `count` things: the key with "#one" appended when the count is 1,
+    // "#other" otherwise, its first "%@" filled with `countText` (the count as shown)
+    // and any further ones with `values`. "history__ %@ days" gives "1 day", "3 days".
+    QString GetCountString(const QString& key, long long count, const QString& countText,
+                           const QStringList& values = {});
 
     // Two-letter language code ("en", "de"); empty means the default locale's.
     void SetLanguage(const QString& language);

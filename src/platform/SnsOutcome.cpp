@@ -33,15 +33,7 @@ SnsOutcome SnsOutcome::Failure(const QString& code, const QString& message) {
 }
 
 QString SnsOutcome::Text(const QString& key, const QStringList& values) {
-    QString text = AppResource::GetInstance().GetString(key);
-    qsizetype from = 0;
-    for (const QString& value : values) {
-        const qsizetype at = text.indexOf(QLatin1String("%@"), from);
-        if (at < 0) break;
-        text.replace(at, 2, value);
-        from = at + value.size();
-    }
-    return text;
+    return AppResource::GetInstance().GetString(key, values);
 }
 
 SnsOutcome SnsOutcome::From(QNetworkReply* reply, const QString& providerTitle, bool expectJson) {

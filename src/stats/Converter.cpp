@@ -11,6 +11,15 @@ QString Converter::GetLocalStringN(double value, int decimals) {
     return QLocale().toString(value, 'f', decimals);
 }
 
+QString Converter::GetCountString(long long value) {
+    return QLocale().toString(value);
+}
+
+QString Converter::WithUnit(const QString& number, const QString& unit) {
+    const QString trimmed = unit.trimmed();
+    return trimmed.isEmpty() ? number : number + QLatin1Char(' ') + trimmed;
+}
+
 QString Converter::GetTimeStringN(int seconds) {
     const int m = seconds / 60;
     const int s = seconds % 60;

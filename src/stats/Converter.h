@@ -21,6 +21,10 @@ public:
 
     // The value with exactly `decimals` fraction digits, in the locale's format.
     static QString GetLocalStringN(double value, int decimals);
+    // A whole number in the locale's format, grouped: "1,079,498" or "1.079.498".
+    static QString GetCountString(long long value);
+    // A number and its unit with one blank between, however the unit's text is padded.
+    static QString WithUnit(const QString& number, const QString& unit);
     // "mm:ss", minutes at least two digits and never folded into hours (7500 s is 125:00).
     static QString GetTimeStringN(int seconds);
 };

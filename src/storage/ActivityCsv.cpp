@@ -37,9 +37,15 @@ const char* const kOlderHeaders[] = {
     "lap_start,lap_end,minute,steps,calories_kcal,distance_m,seconds",
 };
 
-QByteArray number(double value) {
-    return QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+// Rounded to what the phone can measure (a hundredth of a metre, a thousandth of a
+// kcal), written as briefly as it reads back exactly: 3.55, not 3.5500000000000003.
+QByteArray number(double value, int decimals) {
+    const double scale = std::pow(10.0, decimals);
+    return QByteArray::number(std::round(value * scale) / scale, 'g',
+                              QLocale::FloatingPointShortest);
 }
+constexpr int kCalorieDecimals = 3;
+constexpr int kDistanceDecimals = 2;
 
 QByteArray text(const SQLite::Column& column) {
     return column.isNull() ? QByteArray() : QByteArray(column.getText());
@@ -197,7 +203,8 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
             } else if (i < counts || i > lastAmount) {
                 buffer += QByteArray::number(static_cast<qint64>(column.getDouble()));
             } else {
-                buffer += number(column.getDouble());
+                buffer += number(column.getDouble(),
+                                 i == counts ? kCalorieDecimals : kDistanceDecimals);
             }
         }
         buffer += '\n';

@@ -1,6 +1,7 @@
 #include "BodyCsvExport.h"
 
 #include <QLocale>
+#include <cmath>
 
 #include "AppPaths.h"
 #include "AppResource.h"
@@ -10,16 +11,18 @@
 #include "UserDataFile.h"
 
 namespace {
-QString Number(double value) {
-    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+// Rounded to what was typed (grams, a tenth of a centimetre) and written briefly.
+QString Number(double value, int decimals) {
+    const double scale = std::pow(10.0, decimals);
+    return QString::number(std::round(value * scale) / scale, 'g', QLocale::FloatingPointShortest);
 }
 }  // namespace
 
 QString BodyCsvExport::Text(const std::vector<DAOBodyLog>& logs, bool imperial) {
-    const QLocale locale;
+    // ISO dates read the same in every locale and sort as text.
     QString text = QStringLiteral(";");
     for (auto log = logs.rbegin(); log != logs.rend(); ++log)
-        text += locale.toString(log->logDate.date(), QLocale::ShortFormat) + QLatin1Char(';');
+        text += log->logDate.date().toString(Qt::ISODate) + QLatin1Char(';');
 
     struct Row {
         const char* key;
@@ -30,17 +33,20 @@ QString BodyCsvExport::Text(const std::vector<DAOBodyLog>& logs, bool imperial) 
                                 {"body__ Waist", &DAOBodyLog::waist, false},
                                 {"body__ Hips", &DAOBodyLog::hip, false},
                                 {"body__ Weight", &DAOBodyLog::weight, true}};
+    AppResource& texts = AppResource::GetInstance();
     for (const Row& row : kRows) {
-        text += QLatin1Char('\n') +
-                AppResource::GetInstance().GetString(QString::fromUtf8(row.key)) + QLatin1Char(';');
+        const char* unit = row.weight ? (imperial ? "body__ (lb)" : "body__ (kg)")
+                                      : (imperial ? "body__ (in)" : "body__ (cm)");
+        text += QLatin1Char('\n') + texts.GetString(QString::fromUtf8(row.key)) + QLatin1Char(' ') +
+                texts.GetString(QString::fromUtf8(unit)) + QLatin1Char(';');
         for (auto log = logs.rbegin(); log != logs.rend(); ++log) {
             double value = (*log).*row.field;
             if (imperial)
                 value = row.weight ? Converter::KgToPnd(value) : Converter::CmToInch(value);
-            text += Number(value) + QLatin1Char(';');
+            text += Number(value, row.weight && !imperial ? 3 : 2) + QLatin1Char(';');
         }
     }
-    return text;
+    return text + QLatin1Char('\n');
 }
 
 bool BodyCsvExport::Write(const QString& path, const QString& text, QString* error) {

@@ -8,11 +8,12 @@
 // The whole body log as a CSV file for a spreadsheet: "export.csv" in the data folder,
 // which the report screen attaches to an e-mail and `pedometer-cli export-body` writes.
 //
-// The layout is transposed, one column per day, newest day first: a first row of dates
-// (the locale's short date format) after an empty corner cell, then one row each for
-// chest, waist, hips and weight headed by its localised name. Every cell is followed by
-// ";", the last row included, and there is no line break after the last row. Values are
-// plain shortest round-trip numbers ("72.5", "0" for a day without that measurement),
+// The layout is transposed, one column per day, newest day first: a first row of ISO
+// dates (2024-03-13) after an empty corner cell, then one row each for chest, waist,
+// hips and weight headed by its localised name and unit ("Chest (cm)"). Every cell is
+// followed by ";", and every row ends with a line break, the last one included. Values
+// are numbers rounded to what is typed (grams; hundredths of a centimetre, inch or
+// pound) and written briefly ("72.5", "0" for a day without that measurement),
 // converted to inches and pounds when `imperial` is set.
 //
 // Any thread; Export reads the databases through PedometerDBManager.

@@ -25,7 +25,9 @@ public:
     static constexpr int ALIGN_MIDDLE = 2;
     static constexpr int ALIGN_BOTTOM = 3;
 
-    static inline const QColor OUTLINE_COLOR{75, 0, 70, 255};
+    // The screens' darkest navy: around light text it reads as a soft edge that keeps the
+    // text legible on a bright button or picture, and vanishes on the dark background.
+    static inline const QColor OUTLINE_COLOR{6, 10, 20, 255};
 
     explicit TivLabel(QWidget* parent = nullptr);
 

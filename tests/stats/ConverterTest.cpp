@@ -47,12 +47,17 @@ TEST(ConverterTest, LocalStringHasExactFractionDigitsAndLocaleSeparators) {
         EXPECT_EQ(Converter::GetLocalStringN(2.456, 1), QStringLiteral("2.5"));
         EXPECT_EQ(Converter::GetLocalStringN(12345.678, 0), QStringLiteral("12,346"));
         EXPECT_EQ(Converter::GetLocalStringN(1234567.5, 2), QStringLiteral("1,234,567.50"));
+        EXPECT_EQ(Converter::GetCountString(1079498), QStringLiteral("1,079,498"));
     }
     {
         LocaleScope german(QLocale(QLocale::German, QLocale::Germany));
         EXPECT_EQ(Converter::GetLocalStringN(2.5, 2), QStringLiteral("2,50"));
         EXPECT_EQ(Converter::GetLocalStringN(12345.678, 1), QStringLiteral("12.345,7"));
+        EXPECT_EQ(Converter::GetCountString(1079498), QStringLiteral("1.079.498"));
     }
+    // One blank between a number and its unit, however the unit's text is padded.
+    EXPECT_EQ(Converter::WithUnit(QStringLiteral("106.5"), QStringLiteral(" steps/min")),
+              QStringLiteral("106.5 steps/min"));
 }
 
 }  // namespace

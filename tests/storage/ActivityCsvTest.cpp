@@ -47,7 +47,7 @@ TEST_F(ActivityCsvTest, MinutesRoundTripIntoAnEmptyFolderAndImportTwiceAddsNothi
               "2024-03-13 23:59:59,,1,7,0.2,5,30,0\n");
     EXPECT_EQ(Export(ActivityCsv::Kind::Days),
               "day,laps,steps,calories_kcal,distance_m,active_s\n"
-              "2024-03-13,2,197,3.5500000000000003,135.75,135\n");
+              "2024-03-13,2,197,3.55,135.75,135\n");
     EXPECT_EQ(Export(ActivityCsv::Kind::Laps, QDate(2024, 3, 14)),
               "lap_start,lap_end,steps,calories_kcal,distance_m,active_s,manual\n");
 

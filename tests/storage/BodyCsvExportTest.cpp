@@ -24,7 +24,7 @@ QString ReadAll(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QStringLiteral("?");
 }
 
-TEST(BodyCsvExportText, IsTransposedNewestFirstWithTrailingSeparatorsAndPlainNumbers) {
+TEST(BodyCsvExportText, IsTransposedNewestFirstWithIsoDatesUnitsAndRoundedNumbers) {
     const std::vector<DAOBodyLog> two = {Log(QDate(2024, 3, 12), 72.0051, 90.5, 0, 100),
                                          Log(QDate(2024, 3, 13), 0, 0, 80.25, 0)};
     const struct {
@@ -33,11 +33,12 @@ TEST(BodyCsvExportText, IsTransposedNewestFirstWithTrailingSeparatorsAndPlainNum
         bool imperial;
         QString text;
     } cases[] = {
-        {"empty log", {}, false, ";\nChest;\nWaist;\nHips;\nWeight;"},
+        {"empty log", {}, false, ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n"},
         {"two days", two, false,
-         ";3/13/24;3/12/24;\nChest;0;90.5;\nWaist;80.25;0;\nHips;0;100;\nWeight;0;72.0051;"},
+         ";2024-03-13;2024-03-12;\nChest (cm);0;90.5;\nWaist (cm);80.25;0;\nHips (cm);0;100;\n"
+         "Weight (kg);0;72.005;\n"},
         {"imperial", {Log(QDate(2024, 3, 12), 45.359237, 2.54, 0, 25.4)}, true,
-         ";3/12/24;\nChest;1;\nWaist;0;\nHips;10;\nWeight;100;"},
+         ";2024-03-12;\nChest (in);1;\nWaist (in);0;\nHips (in);10;\nWeight (lb);100;\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -51,11 +52,12 @@ class BodyCsvExportTest : public StorageTest {};
 TEST_F(BodyCsvExportTest, ExportingTwiceReplacesTheFileAndTheCommandLineWritesTheSame) {
     const QString path = BodyCsvExport::DefaultPath();
     ASSERT_TRUE(BodyCsvExport::Export(path));
-    EXPECT_EQ(ReadAll(path), ";\nChest;\nWaist;\nHips;\nWeight;");
+    EXPECT_EQ(ReadAll(path), ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n");
     manager().GetTodayBodyLog();
     manager().SetTodayWeight(80.5);
     ASSERT_TRUE(BodyCsvExport::Export(path));
-    EXPECT_EQ(ReadAll(path), ";3/14/24;\nChest;0;\nWaist;0;\nHips;0;\nWeight;80.5;");
+    EXPECT_EQ(ReadAll(path),
+              ";2024-03-14;\nChest (cm);0;\nWaist (cm);0;\nHips (cm);0;\nWeight (kg);80.5;\n");
 
     const QString out = home_ + QStringLiteral("/cli.csv");
     QProcess cli;
@@ -63,7 +65,7 @@ TEST_F(BodyCsvExportTest, ExportingTwiceReplacesTheFileAndTheCommandLineWritesTh
     cli.start(testdata::CliPath(), {"export-body", "--out", out, "--data-dir", home_});
     ASSERT_TRUE(cli.waitForFinished(60000));
     EXPECT_EQ(cli.exitCode(), 0) << cli.readAllStandardError().toStdString();
-    EXPECT_TRUE(ReadAll(out).endsWith(";\nWeight;80.5;")) << ReadAll(out).toStdString();
+    EXPECT_TRUE(ReadAll(out).endsWith(";\nWeight (kg);80.5;\n")) << ReadAll(out).toStdString();
 
     QString error;
     EXPECT_FALSE(BodyCsvExport::Write(home_ + QStringLiteral("/no/such/dir/x.csv"), "x", &error));

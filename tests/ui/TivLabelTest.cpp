@@ -54,7 +54,7 @@ TEST(TivLabelTest, EmptyTextDrawsOnlyTheBackground) {
     EXPECT_EQ(InkColumns(touch::Render(transparent)).second, -1);
 }
 
-TEST(TivLabelTest, TextIsWhiteWithThePurpleOutline) {
+TEST(TivLabelTest, TextIsWhiteWithTheDarkOutline) {
     TivLabel label;
     label.resize(200, 60);
     label.SetFontSize(40);

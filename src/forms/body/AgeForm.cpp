@@ -1,15 +1,9 @@
 #include "AgeForm.h"
 
-#include <QLineEdit>
-
 #include "AppResource.h"
 #include "Body.h"
 #include "PedometerDBManager.h"
 #include "ScreenDirectory.h"
-
-namespace {
-constexpr int kDefaultAge = 30;
-}
 
 AgeForm::AgeForm(QWidget* parent) : BodyEntryForm(parent) {}
 
@@ -30,16 +24,13 @@ void AgeForm::BuildRow() {
     AddField(3, QString::number(Body::GetInstance().getAge()), 130);
 }
 
-void AgeForm::OnTextValueChanged(QLineEdit& field) {
-    bool ok = false;
-    field.text().toInt(&ok);
-    if (!ok) field.setText(QString::number(kDefaultAge));
+EntryRange AgeForm::Range() const {
+    return EntryRange(5, 120, 0,
+                      AppResource::GetInstance().GetString(QStringLiteral("profile__ years")));
 }
 
-void AgeForm::Save() {
-    const auto& fields = GetFields();
-    if (fields.isEmpty() || !fields[0]) return;
-    Body::GetInstance().setAge(ParseInt(fields[0]->text(), kDefaultAge));
+void AgeForm::Save(double value) {
+    Body::GetInstance().setAge(int(value));
     PedometerDBManager::GetInstance().SaveBody();
 }
 

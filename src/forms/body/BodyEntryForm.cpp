@@ -1,7 +1,6 @@
 #include "BodyEntryForm.h"
 
 #include <QLineEdit>
-#include <QRegularExpressionValidator>
 #include <cmath>
 
 #include "AppResource.h"
@@ -11,6 +10,7 @@
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
+#include "TivNumberField.h"
 #include "TivUtils.h"
 
 namespace {
@@ -20,7 +20,13 @@ constexpr int kPromptHeight = 90;
 constexpr int kRowTop = 140;
 constexpr int kRowHeight = 80;
 constexpr int kGap = 10;
-constexpr int kSaveTop = 270;
+constexpr int kMessageTop = 226;
+constexpr int kMessageHeight = 44;
+constexpr int kSaveTop = 280;
+
+const QColor kHintColor(0xC8, 0xD2, 0xE6);
+// Amber rather than red: a refused value is a request to correct, not a failure.
+const QColor kRefusalColor(0xFF, 0xB8, 0x4D);
 
 int S(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
@@ -64,6 +70,14 @@ void BodyEntryForm::OnInitializing() {
     BuildRow();
     PlaceRow();
 
+    message_ = new TivLabel(this);
+    message_->Initialize();
+    message_->setObjectName(QStringLiteral("message"));
+    message_->setGeometry(S(20), top + S(kMessageTop), width() - S(40), S(kMessageHeight));
+    message_->SetFontSize(S(24));
+    message_->SetNeedOutline(false);
+    ShowVerdict(false);
+
     CaptionButton::Create(this, QStringLiteral("btn-green.png"),
                           QPoint((width() - CaptionButton::Size().width()) / 2, top + S(kSaveTop)),
                           ID_SAVE, this,
@@ -72,21 +86,11 @@ void BodyEntryForm::OnInitializing() {
 }
 
 QLineEdit* BodyEntryForm::AddField(int maxLength, const QString& text, int width) {
-    auto* field = new QLineEdit(row_);
-    field->setMaxLength(maxLength);
-    field->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
-    field->setInputMethodHints(Qt::ImhDigitsOnly);
-    field->setAlignment(Qt::AlignCenter);
-    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, S(48)));
-    field->setStyleSheet(
-        QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
-                       " border: %1px solid #3A4458; border-radius: %2px; }"
-                       "QLineEdit:focus { border-color: #0C9FF9; }")
-            .arg(std::max(1, S(2)))
-            .arg(S(10)));
+    auto* field = new TivNumberField(row_, maxLength, S(48));
     field->setText(text);
-    connect(field, &QLineEdit::editingFinished, this, [this, field] { OnTextValueChanged(*field); });
+    connect(field, &QLineEdit::editingFinished, this, [this] { ShowVerdict(false); });
+    // Enter saves and closes, as the Save button does.
+    connect(field, &QLineEdit::returnPressed, this, [this] { OnActionPerformed(*this, ID_SAVE); });
     fields_.append(field);
     rowItems_.append({field, width});
     return field;
@@ -116,6 +120,32 @@ void BodyEntryForm::OnActionPerformed(const QWidget& source, int actionId) {
         return;
     }
     SoundsManager::GetInstance().ClickSound();
-    Save();
+    if (closing_ || !ShowVerdict(true)) return;
+    closing_ = true;
+    Save(Read().value);
     if (TivNavigationController* navigation = getNavigationController()) navigation->PopForm(true);
+}
+
+EntryRange::Reading BodyEntryForm::Read() const {
+    const QString whole = !fields_.isEmpty() && fields_[0] ? fields_[0]->text() : QString();
+    const QString fraction = fields_.size() > 1 && fields_[1] ? fields_[1]->text() : QString();
+    return Range().Read(whole, fraction, FractionScale());
+}
+
+QString BodyEntryForm::GetMessage() const {
+    return message_ != nullptr ? message_->GetText() : QString();
+}
+
+bool BodyEntryForm::ShowVerdict(bool finalCheck) {
+    const EntryRange range = Range();
+    const EntryRange::Verdict verdict = Read().verdict;
+    // While typing, an emptied field is no mistake yet; saving it is.
+    const bool refused =
+        verdict != EntryRange::Verdict::VALID && (finalCheck || verdict != EntryRange::Verdict::EMPTY);
+    if (message_ != nullptr) {
+        message_->SetText(refused ? range.Message(verdict) : range.Hint());
+        message_->SetTextColor(refused ? kRefusalColor : kHintColor);
+        message_->update();
+    }
+    return verdict == EntryRange::Verdict::VALID;
 }

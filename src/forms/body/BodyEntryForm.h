@@ -4,18 +4,23 @@
 #include <QPointer>
 
 #include "DAOBodyLog.h"
+#include "EntryRange.h"
 #include "PedometerForm.h"
 
 class QLineEdit;
 class TivLabel;
 
-// What the three body entry screens share (BodyParametersForm, WheightEnterForm,
-// AgeForm): a title, a prompt, one row of number fields with their separators and unit,
-// and a Save button (also the left soft key, action 100). Back leaves without saving.
+// What the body entry screens share (BodyParametersForm, WheightEnterForm, AgeForm,
+// SettingsHeight): a title, a prompt, one row of number fields with their separators
+// and units, a line under the row naming the range the value must lie in, and a Save
+// button (also the left soft key, action 100). Enter in a field saves too; Back and
+// Escape leave without saving.
 //
-// A subclass builds its row in BuildRow() from OnInitializing(), checks a field in
-// OnTextValueChanged() when its editing finishes (Enter, or the focus leaving it) and
-// stores the value in Save(), after which the screen closes itself. GUI thread only.
+// A subclass builds its row in BuildRow() from OnInitializing(), names its range in
+// Range() and stores a value in Save(value), after which the screen closes itself. What
+// the user typed is never changed: a value that is empty, not a number or out of range
+// is refused, the line under the row says why, and the screen stays open.
+// GUI thread only.
 class BodyEntryForm : public PedometerForm {
     Q_OBJECT
 public:
@@ -28,6 +33,8 @@ public:
 
     // The number fields, left to right.
     const QList<QPointer<QLineEdit>>& GetFields() const { return fields_; }
+    // The line under the row: the range, or why the last value was refused.
+    QString GetMessage() const;
     // The text parsed as a whole number, or `fallback` when it is not one.
     static int ParseInt(const QString& text, int fallback);
     // The newest non-zero value of one measurement in the body log, or 0.
@@ -37,8 +44,14 @@ protected:
     virtual QString TitleText() const = 0;
     virtual QString PromptText() const = 0;
     virtual void BuildRow() = 0;
-    virtual void OnTextValueChanged(QLineEdit& field) = 0;
-    virtual void Save() = 0;
+    // The values the screen accepts, in the units its fields show.
+    virtual EntryRange Range() const = 0;
+    // The fields read as one value in the shown unit; by default the first field is the
+    // whole part and the second, if any, counts 1/FractionScale().
+    virtual EntryRange::Reading Read() const;
+    virtual int FractionScale() const { return 0; }
+    // Stores a value that Read() found valid.
+    virtual void Save(double value) = 0;
 
     // Row items, placed left to right and centred when the row is complete. Widths are
     // in the 480-wide layout.
@@ -47,6 +60,11 @@ protected:
 
 private:
     void PlaceRow();
+    // Shows the range, or why the fields' value is refused; true when it is valid.
+    bool ShowVerdict(bool finalCheck);
+
+    TivLabel* message_ = nullptr;
+    bool closing_ = false;  // saved once; a second Enter or tap does nothing
 
     QWidget* row_ = nullptr;
     QList<QPointer<QLineEdit>> fields_;

@@ -101,16 +101,11 @@ void BodyParametersForm::BuildRow() {
     AddText(Text(inches ? "body__ (in)" : "body__ (cm)"), 110);
 }
 
-void BodyParametersForm::OnTextValueChanged(QLineEdit& field) {
-    bool ok = false;
-    const int value = field.text().toInt(&ok);
-    if (!ok || value < 0) field.setText(QStringLiteral("1"));
+EntryRange BodyParametersForm::Range() const {
+    return EntryRange::Centimetres(30, 250, PedometerOptions::GetInstance().measurementSystem);
 }
 
-void BodyParametersForm::Save() {
-    const auto& fields = GetFields();
-    if (fields.size() != 2 || !fields[0] || !fields[1]) return;
-    double value = ParseInt(fields[0]->text(), 0) + ParseInt(fields[1]->text(), 0) / 10.0;
+void BodyParametersForm::Save(double value) {
     if (PedometerOptions::GetInstance().measurementSystem) value = Converter::InchToCm(value);
 
     PedometerDBManager& db = PedometerDBManager::GetInstance();

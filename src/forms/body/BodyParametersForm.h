@@ -22,9 +22,10 @@ protected:
     QString TitleText() const override;
     QString PromptText() const override;
     void BuildRow() override;
-    // A field that is not a whole number, or is negative, becomes "1".
-    void OnTextValueChanged(QLineEdit& field) override;
-    void Save() override;
+    // Every length, girth or step, from 30 to 250 cm (11.8 to 98.4 in).
+    EntryRange Range() const override;
+    int FractionScale() const override { return 10; }
+    void Save(double value) override;
 
 private:
     // The value shown when the form opens, in cm.

@@ -54,31 +54,25 @@ void WheightEnterForm::BuildRow() {
     } else {
         const int grams = int(std::floor(kg * 1000.0 + 1e-6));
         AddField(3, QString::number(grams / 1000), 130);
-        AddText(QString(QLocale().decimalPoint()), 20);
+        AddText(Text("body__ kg"), 60);
         AddField(3, QStringLiteral("%1").arg(grams % 1000, 3, 10, QLatin1Char('0')), 120);
-        AddText(Text("body__ (kg)"), 110);
+        AddText(Text("body__ g"), 40);
     }
 }
 
-void WheightEnterForm::OnTextValueChanged(QLineEdit& field) {
-    const auto& fields = GetFields();
-    bool ok = false;
-    field.text().toInt(&ok);
-    if (!Imperial() && fields.size() == 2 && &field == fields[1]) {
-        if (!ok) field.setText(QStringLiteral("000"));
-        field.setText(field.text().rightJustified(3, QLatin1Char('0')));
-    } else if (!ok) {
-        field.update();
+EntryRange WheightEnterForm::Range() const {
+    if (Imperial()) {
+        return EntryRange(Converter::KgToPnd(20), Converter::KgToPnd(400), 1, Text("body__ lb"));
     }
+    return EntryRange(20, 400, 0, Text("body__ kg"));
 }
 
-void WheightEnterForm::Save() {
-    const auto& fields = GetFields();
-    if (fields.size() != 2 || !fields[0] || !fields[1]) return;
-    const int whole = ParseInt(fields[0]->text(), 0);
-    const int fraction = ParseInt(fields[1]->text(), 0);
-    const double kg = Imperial() ? Converter::PndToKg(whole + fraction / 10.0)
-                                 : whole + fraction / 1000.0 + 0.0001;
+int WheightEnterForm::FractionScale() const {
+    return Imperial() ? 10 : 1000;
+}
+
+void WheightEnterForm::Save(double value) {
+    const double kg = Imperial() ? Converter::PndToKg(value) : value + 0.0001;
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     if (mode_ == MODE_DESIRED) {
         DAOTarget::GetInstance().wheight = kg;

@@ -2,8 +2,9 @@
 
 #include "BodyEntryForm.h"
 
-// Entry of a weight as a whole number and a fraction: kilograms and grams (three
-// digits, "5" reads as 005) in metric, pounds and tenths in imperial. Mode 1000 writes
+// Entry of a weight as a whole number and a fraction: kilograms and grams in metric
+// (the grams field is labelled "g", so "5" is visibly 5 g), pounds and tenths in
+// imperial; from 20 to 400 kg (44.1 to 881.8 lb). Mode 1000 writes
 // the desired weight (goals record); any other mode writes today's weight to the body
 // log and to the body profile. Stored in kilograms; a metric entry gets 0.0001 kg more
 // so that 72.500 is never stored just below its decimal form.
@@ -24,10 +25,9 @@ protected:
     QString TitleText() const override;
     QString PromptText() const override;
     void BuildRow() override;
-    // Metric grams are left-padded to three digits, "000" when not a number; a whole
-    // part that is not a number is redrawn.
-    void OnTextValueChanged(QLineEdit& field) override;
-    void Save() override;
+    EntryRange Range() const override;
+    int FractionScale() const override;
+    void Save(double value) override;
 
 private:
     int mode_ = 0;

@@ -6,7 +6,9 @@
 #include <cmath>
 
 #include "AppResource.h"
+#include "Converter.h"
 #include "DistanceEntry.h"
+#include "EntryRange.h"
 #include "PedometerForm.h"
 #include "TivLabel.h"
 #include "TivNumberField.h"
@@ -126,26 +128,23 @@ bool GoalFieldRow::Holds(const QWidget& control) const {
                        [&](const QPointer<QLineEdit>& field) { return field == &control; });
 }
 
-int GoalFieldRow::ReadAtLeast(QLineEdit& field, int floor) {
-    bool isNumber = false;
-    const int typed = field.text().toInt(&isNumber);
-    const int value = std::max(isNumber ? typed : 0, floor);
-    if (!isNumber || value != typed) field.setText(QString::number(value));
-    return value;
+std::optional<double> GoalFieldRow::ReadInRange(const EntryRange& range, QLineEdit& whole,
+                                                QLineEdit* fraction, int fractionScale) {
+    const EntryRange::Reading typed = fraction != nullptr
+                                          ? range.Read(whole.text(), fraction->text(), fractionScale)
+                                          : range.Read(whole.text());
+    // The row makes every field a TivNumberField; another field is only checked.
+    auto* shown = qobject_cast<TivNumberField*>(&whole);
+    const bool valid = shown != nullptr ? shown->ShowVerdict(range, typed.verdict)
+                                        : typed.verdict == EntryRange::Verdict::VALID;
+    if (!valid) return std::nullopt;
+    return typed.value;
 }
 
-double GoalFieldRow::ReadDistance(QLineEdit& whole, QLineEdit& fraction, bool miles) {
-    for (QLineEdit* field : {&whole, &fraction}) {
-        bool isNumber = false;
-        field->text().toInt(&isNumber);
-        if (!isNumber) field->setText(QStringLiteral("0"));
-    }
-    if (!miles && fraction.text().size() < 3) {
-        fraction.setText(fraction.text().rightJustified(3, QLatin1Char('0')));
-    }
-    DistanceEntry entry{whole.text().toInt(), fraction.text().toInt()};
-    const int typed = entry.fraction;
-    const double kilometres = entry.ToKilometers(miles);
-    if (entry.fraction != typed) fraction.setText(QString::number(entry.fraction));
-    return kilometres;
+std::optional<double> GoalFieldRow::ReadDistance(QLineEdit& whole, QLineEdit& fraction,
+                                                 bool miles) {
+    const std::optional<double> typed =
+        ReadInRange(EntryRange::GoalDistance(miles), whole, &fraction, miles ? 10 : 1000);
+    if (!typed) return std::nullopt;
+    return miles ? Converter::ConvertMilesToKilometers(*typed) : *typed;
 }

@@ -4,8 +4,10 @@
 #include <QPointer>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
+class EntryRange;
 class PedometerForm;
 class QLineEdit;
 class QWidget;
@@ -13,8 +15,8 @@ class TivLabel;
 
 // The row of digit fields shared by the daily-goal, alarm and pacer screens: a field
 // with its unit (calories, minutes, steps, step rate), the whole part and fraction of a
-// distance, or a hint line when nothing is chosen; plus reading a field back with its
-// floor. The row's widgets are children of the screen's content panel `top` pixels
+// distance, or a hint line when nothing is chosen; plus reading a field back against
+// its EntryRange. The row's widgets are children of the screen's content panel `top` pixels
 // down; other children of the panel are left alone. `edited` is told when a field's
 // editing finishes (Enter, or the focus leaving it). GUI thread only.
 class GoalFieldRow {
@@ -42,12 +44,15 @@ public:
     void CommitEditing();
     bool Holds(const QWidget& control) const;
 
-    // The field's whole number: a text that is not one counts as 0, and a number under
-    // `floor` becomes the floor; a changed value is written back into the field.
-    static int ReadAtLeast(QLineEdit& field, int floor);
-    // The distance the two fields hold, in km: a metric fraction is padded to three
-    // digits, and 0 and 0 become the least distance (0.1 km or 0.1 mile).
-    static double ReadDistance(QLineEdit& whole, QLineEdit& fraction, bool miles);
+    // The number typed into `whole` (plus `fraction` counting 1/`fractionScale`, when
+    // given) if `range` takes it. Otherwise nothing: the text stays as typed and the
+    // field explains the refusal under itself, so the caller keeps its stored value.
+    static std::optional<double> ReadInRange(const EntryRange& range, QLineEdit& whole,
+                                             QLineEdit* fraction = nullptr,
+                                             int fractionScale = 0);
+    // The distance the two fields hold, in km, if it lies in the goals' range: metres
+    // (thousandths) after "km", or tenths after the decimal point in miles.
+    static std::optional<double> ReadDistance(QLineEdit& whole, QLineEdit& fraction, bool miles);
 
 private:
     QWidget& content_;

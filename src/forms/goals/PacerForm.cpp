@@ -5,6 +5,7 @@
 
 #include "AppResource.h"
 #include "Converter.h"
+#include "EntryRange.h"
 #include "Metronome.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -31,7 +32,7 @@ constexpr int kContentHeight = 380;
 // The tolerance of each mode: low end and span of the slider.
 constexpr double kSpeedLow = 0.5, kSpeedSpan = 4.5;
 constexpr double kPaceLow = 1.0, kPaceSpan = 5.0;
-constexpr double kRateLow = 10.0, kRateSpan = 90.0;
+constexpr double kRateLow = 5.0, kRateSpan = 95.0;  // from the stored default, 5
 
 int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
@@ -45,6 +46,17 @@ QString UnitText(int mode, bool miles) {
     if (mode == 1) return Text(miles ? "history__ ml/h" : "history__ km/h");
     if (mode == 2) return Text(miles ? "history__ min/ml" : "history__ min/km");
     return Text("pacer__  steps/min").trimmed();
+}
+
+// The targets one can set, in the shown unit: from a stroll to a sprint.
+EntryRange TargetRange(int mode, bool miles) {
+    if (mode == 1) {
+        return miles ? EntryRange(Converter::ConvertKilometersToMiles(1.0),
+                                  Converter::ConvertKilometersToMiles(30.0), 1, UnitText(mode, miles))
+                     : EntryRange(1.0, 30.0, 1, UnitText(mode, miles));
+    }
+    if (mode == 2) return EntryRange(2.0, 60.0, 1, UnitText(mode, miles));
+    return EntryRange(30, 250, 0, UnitText(mode, miles));
 }
 
 void Changed() {
@@ -258,16 +270,19 @@ void PacerForm::OnTextValueChanged(const QWidget& control) {
     PedometerOptions& options = PedometerOptions::GetInstance();
     const bool miles = options.measurementSystem;
     const int mode = options.pacerType;
+    // A value out of range is kept as typed and explained, and the pacer keeps its value.
     if ((mode == 1 || mode == 2) && wholeField_ != nullptr && tenthsField_ != nullptr) {
-        double value = GoalFieldRow::ReadAtLeast(*wholeField_, 0) +
-                       GoalFieldRow::ReadAtLeast(*tenthsField_, 0) / 10.0;
-        if (miles) value = Converter::ConvertMilesToKilometers(value);
-        if (mode == 1)
-            options.pacerSpeed = value;
-        else
-            options.pacerPace = value;
+        const std::optional<double> typed = GoalFieldRow::ReadInRange(
+            TargetRange(mode, miles), *wholeField_, tenthsField_.data(), 10);
+        if (!typed) return;
+        // Speed and pace alike are stored through the distance factor.
+        const double value = miles ? Converter::ConvertMilesToKilometers(*typed) : *typed;
+        (mode == 1 ? options.pacerSpeed : options.pacerPace) = value;
     } else if (mode == 3 && rateField_ != nullptr) {
-        options.pacerFrequency = GoalFieldRow::ReadAtLeast(*rateField_, 0);
+        const std::optional<double> typed =
+            GoalFieldRow::ReadInRange(TargetRange(mode, miles), *rateField_);
+        if (!typed) return;
+        options.pacerFrequency = int(*typed);
     } else {
         return;
     }

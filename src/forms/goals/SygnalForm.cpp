@@ -8,9 +8,9 @@
 
 #include "AppResource.h"
 #include "Converter.h"
+#include "EntryRange.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
-#include "DAOTarget.h"
 #include "ScreenDirectory.h"
 #include "SoundsManager.h"
 #include "Sygnal.h"
@@ -197,7 +197,8 @@ void SygnalForm::ReloadControls() {
         AddButton(QStringLiteral("btn-red.png"), Text("alarm__ Reset"), ID_RESET, center + gap / 2);
 
     if (Sygnal::IsCompleted(type)) {
-        AddProgress(100, Text("alarm__ Completed!"), QColor(0xE5, 0x39, 0x35));
+        // Green: a goal reached is good news, and red would read as an error.
+        AddProgress(100, Text("alarm__ Completed!"), QColor(0x43, 0xA0, 0x47));
     } else if (Sygnal::IsRunning(type)) {
         ShowRunningProgress(type);
     }
@@ -214,8 +215,8 @@ void SygnalForm::ShowRunningProgress(int type) {
     QString unit;
     if (Sygnal::IsCalories(type)) {
         percent = today.calories / options.sygnalCalories * 100.0;
-        current = QString::number(int(today.calories));
-        target = QString::number(options.sygnalCalories);
+        current = Converter::GetCountString(int(today.calories));
+        target = Converter::GetCountString(options.sygnalCalories);
         unit = Text("today_goal__ Cal");
     } else if (Sygnal::IsDistance(type)) {
         percent = today.distance / options.sygnalDistance * 100.0;
@@ -228,13 +229,13 @@ void SygnalForm::ShowRunningProgress(int type) {
         unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
     } else if (Sygnal::IsSteps(type)) {
         percent = double(today.steps) / options.sygnalSteps * 100.0;
-        current = Converter::GetLocalStringN(today.steps, 0);
-        target = Converter::GetLocalStringN(options.sygnalSteps, 0);
+        current = Converter::GetCountString(today.steps);
+        target = Converter::GetCountString(options.sygnalSteps);
         unit = Text("today_goal__ steps");
     } else {
         percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
-        current = QString::number(today.activityTime / 60);
-        target = QString::number(options.sygnalActivity);
+        current = Converter::GetCountString(today.activityTime / 60);
+        target = Converter::GetCountString(options.sygnalActivity);
         unit = Text("today_goal__ min");
     }
     // A zero target gives infinity or NaN; both count as reached.
@@ -310,17 +311,24 @@ void SygnalForm::OnActionPerformed(const QWidget& source, int actionId) {
 
 void SygnalForm::OnTextValueChanged(const QWidget& control) {
     if (row_ == nullptr || !row_->Holds(control)) return;
+    // A value out of range is kept as typed and explained, and the alarm keeps its value.
     PedometerOptions& options = PedometerOptions::GetInstance();
     const int type = options.sygnalType;
-    if (Sygnal::IsCalories(type) && valueField_ != nullptr) {
-        options.sygnalCalories = GoalFieldRow::ReadAtLeast(*valueField_, 10);
-    } else if (Sygnal::IsActivity(type) && valueField_ != nullptr) {
-        options.sygnalActivity = GoalFieldRow::ReadAtLeast(*valueField_, 5);
-    } else if (Sygnal::IsSteps(type) && valueField_ != nullptr) {
-        options.sygnalSteps = GoalFieldRow::ReadAtLeast(*valueField_, DAOTarget::kLowestSteps);
-    } else if (Sygnal::IsDistance(type) && wholeField_ != nullptr && fractionField_ != nullptr) {
-        options.sygnalDistance =
+    if (Sygnal::IsDistance(type) && wholeField_ != nullptr && fractionField_ != nullptr) {
+        const std::optional<double> km =
             GoalFieldRow::ReadDistance(*wholeField_, *fractionField_, options.measurementSystem);
+        if (!km) return;
+        options.sygnalDistance = *km;
+    } else if (valueField_ != nullptr &&
+               (Sygnal::IsCalories(type) || Sygnal::IsActivity(type) || Sygnal::IsSteps(type))) {
+        const EntryRange range = Sygnal::IsCalories(type)   ? EntryRange::GoalCalories()
+                                 : Sygnal::IsActivity(type) ? EntryRange::GoalMinutes()
+                                                            : EntryRange::GoalSteps();
+        const std::optional<double> typed = GoalFieldRow::ReadInRange(range, *valueField_);
+        if (!typed) return;
+        (Sygnal::IsCalories(type)   ? options.sygnalCalories
+         : Sygnal::IsActivity(type) ? options.sygnalActivity
+                                    : options.sygnalSteps) = int(*typed);
     } else {
         return;
     }

@@ -43,9 +43,11 @@ int StepsOf(const DAOLap& lap) {
     return steps;
 }
 
+// The field's whole number within 0..highest, written back (a text that is not a
+// number counts as 0).
 int ReadField(QLineEdit* field, int highest) {
     if (field == nullptr) return 0;
-    const int value = std::min(GoalFieldRow::ReadAtLeast(*field, 0), highest);
+    const int value = std::clamp(field->text().toInt(), 0, highest);
     field->setText(QString::number(value));
     return value;
 }
@@ -148,9 +150,11 @@ void DayCorrect::OnInitializing() {
 void DayCorrect::Edited(QLineEdit& field) {
     if (&field == whole_ || &field == fraction_) {
         const bool miles = PedometerOptions::GetInstance().measurementSystem;
-        const double km = GoalFieldRow::ReadDistance(*whole_, *fraction_, miles);
+        // A distance out of range is explained under the field and leaves the steps.
+        const std::optional<double> km = GoalFieldRow::ReadDistance(*whole_, *fraction_, miles);
+        if (!km) return;
         steps_->setText(QString::number(std::min(
-            DayCorrection::StepsForDistance(km * 1000.0, gait_, Body::GetInstance()), 99999)));
+            DayCorrection::StepsForDistance(*km * 1000.0, gait_, Body::GetInstance()), 99999)));
         ShowSummary();
         return;
     }

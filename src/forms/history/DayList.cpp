@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "AppResource.h"
+#include "Converter.h"
 #include "PedometerDBManager.h"
 #include "TivUtils.h"
 
@@ -70,8 +71,6 @@ void DayList::paintEvent(QPaintEvent* event) {
     const int first = std::max(0, event->rect().top() / h);
     const int last = std::min(Count() - 1, event->rect().bottom() / h);
     const QLocale locale;
-    const QString unit =
-        AppResource::GetInstance().GetString(QStringLiteral("history__ steps"));
     const int margin = Scaled(10);
     const QFont dateFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(22));
     const QFont stepsFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(22));
@@ -87,7 +86,9 @@ void DayList::paintEvent(QPaintEvent* event) {
         painter.setPen(QColor(252, 209, 75));
         painter.setFont(stepsFont);
         painter.drawText(text, Qt::AlignRight | Qt::AlignVCenter,
-                         locale.toString(StepsAt(i)) + QLatin1Char(' ') + unit);
+                         AppResource::GetInstance().GetCountString(
+                             QStringLiteral("count__ %@ steps"), StepsAt(i),
+                             Converter::GetCountString(StepsAt(i))));
     }
 }
 

@@ -207,12 +207,26 @@ void HistoryPanel::AddSummary(const HistoryTotals& totals, const QString& totals
                               const QString& averagesHeader) {
     AppResource& texts = AppResource::GetInstance();
     AddGap(6);
-    AddTitle(texts.GetString(QStringLiteral("history__ Calorie burn history")));
-    AddGraph(totals.calorieSeries, GraphicHistory::TYPE_CALORIES);
-    AddTitle(texts.GetString(QStringLiteral("history__ Average speed history")));
-    AddGraph(totals.speedSeries, GraphicHistory::TYPE_SPEED);
-    AddTitle(texts.GetString(QStringLiteral("history__ Average Pace")));
-    AddGraph(totals.paceSeries, GraphicHistory::TYPE_PACE);
+    const bool miles = totals.Miles();
+    const struct {
+        const char* title;
+        const std::vector<double>& series;
+        int type;
+        const char* unit;
+    } graphs[] = {
+        {"history__ Calorie burn history", totals.calorieSeries, GraphicHistory::TYPE_CALORIES,
+         "history__ (Cal/min)"},
+        {"history__ Average speed history", totals.speedSeries, GraphicHistory::TYPE_SPEED,
+         miles ? "history__ ml/h" : "history__ km/h"},
+        {"history__ Average Pace", totals.paceSeries, GraphicHistory::TYPE_PACE,
+         miles ? "history__ min/ml" : "history__ min/km"},
+    };
+    for (const auto& graph : graphs) {
+        AddTitle(texts.GetString(QString::fromUtf8(graph.title)));
+        GraphicHistory* shown = AddGraph(graph.series, graph.type);
+        shown->SetUnit(texts.GetString(QString::fromUtf8(graph.unit)));
+        shown->SetTimes(totals.minuteStarts);
+    }
     AddHeader(totalsHeader);
     for (const QString& row : totals.TotalRows()) AddRow(row);
     AddHeader(averagesHeader);

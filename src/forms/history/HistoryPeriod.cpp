@@ -5,6 +5,7 @@
 
 #include "AppResource.h"
 #include "Clock.h"
+#include "Converter.h"
 #include "DAOTarget.h"
 #include "HistoryPanel.h"
 #include "HistoryTotals.h"
@@ -59,8 +60,9 @@ QString ValueText(double value, int measure, bool miles) {
         case PeriodSummary::TIME:
             return QLocale().toString(value, 'f', 0) + QLatin1Char(' ') + Text("today_goal__ min");
         default:
-            return QLocale().toString(qlonglong(std::llround(value))) + QLatin1Char(' ') +
-                   Text("history__ steps");
+            return AppResource::GetInstance().GetCountString(
+                QStringLiteral("count__ %@ steps"), std::llround(value),
+                Converter::GetCountString(std::llround(value)));
     }
 }
 }  // namespace
@@ -159,8 +161,8 @@ void HistoryPeriod::ShowMeasure() {
     panel_->Clear();
     panel_->AddHeader(Text("history__ Totals"));
     for (const QString& row : totals.TotalRows()) panel_->AddRow(row);
-    panel_->AddRow(Text("history__ Active days: ") + QString::number(s.ActiveDays()) +
-                   QStringLiteral(" / ") + QString::number(s.DayCount()));
+    panel_->AddRow(Text("history__ Active days: ") + Converter::GetCountString(s.ActiveDays()) +
+                   QStringLiteral(" / ") + Converter::GetCountString(s.DayCount()));
     panel_->AddHeader(Text("history__ Daily averages"));
     for (const QString& row : averages.TotalRows()) panel_->AddRow(row);
     const int best = s.BestDay(measure_);

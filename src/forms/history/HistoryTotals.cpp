@@ -11,9 +11,10 @@ QString Text(const char* key) {
 }  // namespace
 
 void HistoryTotals::AddLap(const DAOLap& lap) {
+    // Minutes are numbered from 1: minute k began k - 1 minutes after the lap's start.
     for (const DAOLapMinutes& minute : lap.CopyMinutes()) {
         if (minute.steps >= 0 && minute.distance >= 0.0) {
-            AddMinute(minute);
+            AddMinute(minute, lap.startDate.addSecs(60LL * (minute.lapMinute - 1)));
             continue;
         }
         // Steps taken away by hand lower the totals but are no minute of their own.
@@ -24,7 +25,8 @@ void HistoryTotals::AddLap(const DAOLap& lap) {
     }
 }
 
-void HistoryTotals::AddMinute(const DAOLapMinutes& minute) {
+void HistoryTotals::AddMinute(const DAOLapMinutes& minute, const QDateTime& start) {
+    minuteStarts.push_back(start);
     calorieSeries.push_back(minute.calories);
     distance += minute.distance;
     steps += minute.steps;
@@ -38,6 +40,10 @@ void HistoryTotals::AddMinute(const DAOLapMinutes& minute) {
 void HistoryTotals::PadSeries() {
     for (std::vector<double>* series : {&calorieSeries, &speedSeries, &paceSeries}) {
         if (series->size() < 2) series->insert(series->begin(), 0.0);
+    }
+    while (minuteStarts.size() < calorieSeries.size()) {
+        const QDateTime first = minuteStarts.empty() ? QDateTime() : minuteStarts.front();
+        minuteStarts.insert(minuteStarts.begin(), first.isValid() ? first.addSecs(-60) : first);
     }
 }
 
@@ -54,12 +60,13 @@ double HistoryTotals::SpeedInUnits(double metres, int time) const {
 QStringList HistoryTotals::TotalRows() const {
     const double km = distance / 1000.0;
     return {
-        Text("history__ Steps: ") + QString::number(steps),
+        Text("history__ Steps: ") + Converter::GetCountString(steps),
         Text("history__ Distance: ") +
-            Converter::GetLocalStringN(miles_ ? Converter::ConvertKilometersToMiles(km) : km, 1) +
-            QLatin1Char(' ') + Text(miles_ ? "history__ ml" : "today_goal__ km"),
-        Text("history__ Time: ") + QString::number(seconds / 60) + QLatin1Char(' ') +
-            Text("today_goal__ min"),
+            Converter::WithUnit(
+                Converter::GetLocalStringN(miles_ ? Converter::ConvertKilometersToMiles(km) : km, 1),
+                Text(miles_ ? "history__ ml" : "today_goal__ km")),
+        Text("history__ Time: ") +
+            Converter::WithUnit(Converter::GetCountString(seconds / 60), Text("today_goal__ min")),
         Text("history__ Calories: ") + Converter::GetLocalStringN(calories, 1),
     };
 }
@@ -68,14 +75,19 @@ QStringList HistoryTotals::AverageRows() const {
     const double speed = SpeedInUnits(distance, seconds);
     const double burn = seconds > 0 ? calories * 60.0 / seconds : 0.0;
     const double rate = seconds > 0 ? steps * 60.0 / seconds : 0.0;
+    // Without time or distance there is no average: a dash, not a zero that reads as
+    // a measurement (a pace of 0.0 min/km would be infinitely fast).
+    const auto average = [](bool known, double value, const QString& unit) {
+        return known ? Converter::WithUnit(Converter::GetLocalStringN(value, 1), unit)
+                     : QStringLiteral("-");
+    };
+    const bool timed = seconds > 0;
     return {
-        Text("history__ Average speed: ") + Converter::GetLocalStringN(speed, 1) +
-            QLatin1Char(' ') + Text(miles_ ? "history__ ml/h" : "history__ km/h"),
-        Text("history__ Average pace: ") + Converter::GetLocalStringN(PaceOf(speed), 1) +
-            QLatin1Char(' ') + Text(miles_ ? "history__ min/ml" : "history__ min/km"),
-        Text("history__ Calories burn: ") + Converter::GetLocalStringN(burn, 1) +
-            QLatin1Char(' ') + Text("history__ (Cal/min)"),
-        Text("history__ Steps rate: ") + Converter::GetLocalStringN(rate, 1) +
-            QLatin1Char(' ') + Text("pacer__  steps/min"),
+        Text("history__ Average speed: ") +
+            average(timed, speed, Text(miles_ ? "history__ ml/h" : "history__ km/h")),
+        Text("history__ Average pace: ") +
+            average(speed > 0.0, PaceOf(speed), Text(miles_ ? "history__ min/ml" : "history__ min/km")),
+        Text("history__ Calories burn: ") + average(timed, burn, Text("history__ (Cal/min)")),
+        Text("history__ Steps rate: ") + average(timed, rate, Text("pacer__  steps/min")),
     };
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <vector>
@@ -16,11 +17,13 @@ class DAOLapMinutes;
 class HistoryTotals {
 public:
     explicit HistoryTotals(bool miles) : miles_(miles) {}
+    bool Miles() const { return miles_; }
 
     void AddLap(const DAOLap& lap);
-    void AddMinute(const DAOLapMinutes& minute);
-    // A series with fewer than two values gets a 0 in front, so that a graph of a
-    // single minute (or none) still has a line.
+    // `start` is when the minute began (none when unknown).
+    void AddMinute(const DAOLapMinutes& minute, const QDateTime& start = {});
+    // A series with fewer than two values gets a 0 in front (a minute earlier), so that
+    // a graph of a single minute (or none) still has a line.
     void PadSeries();
 
     // Minutes per km (or mile) at `speed`; 0 when standing.
@@ -39,6 +42,7 @@ public:
     std::vector<double> calorieSeries;
     std::vector<double> speedSeries;
     std::vector<double> paceSeries;
+    std::vector<QDateTime> minuteStarts;  // when each point of the series began
 
 private:
     double SpeedInUnits(double metres, int time) const;

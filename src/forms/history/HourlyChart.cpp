@@ -112,6 +112,10 @@ void HourlyChart::paintEvent(QPaintEvent*) {
     }
     painter.setPen(QPen(Qt::white, 1));
     painter.drawLine(plot.left(), plot.bottom() + 1, plot.right(), plot.bottom() + 1);
+    if (totals_.HighestSteps() <= 0) {
+        painter.setPen(kTextColor);
+        painter.drawText(plot, Qt::AlignCenter, Text("history__ No data"));
+    }
     // A detail wider than the chart (long words, a narrow window) gets a smaller font,
     // down to the readable floor, and loses its end only below that.
     QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(20));

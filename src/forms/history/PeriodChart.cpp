@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "AppResource.h"
 #include "GraphicBlue.h"
 #include "PeriodSummary.h"
 #include "TivUtils.h"
@@ -31,23 +32,8 @@ void PeriodChart::SetSummary(const PeriodSummary* summary, int measure, double g
     update();
 }
 
-double PeriodChart::ScaleTop(double highest, double goal) {
-    const double top = std::max({highest, goal, 0.0}) * 1.05;
-    if (top <= 0.0) return 4.0;  // an empty period still has a scale: 0 .. 4
-    // 1, 2, 2.5 or 5 times a power of ten, so that quarters are round too.
-    const double power = std::pow(10.0, std::floor(std::log10(top)));
-    for (const double step : {1.0, 2.0, 2.5, 4.0, 5.0, 10.0}) {
-        if (step * power >= top) return step * power;
-    }
-    return 10.0 * power;
-}
-
-QString PeriodChart::AxisText(double value, int measure) {
-    const QLocale locale;
-    if (measure == PeriodSummary::DISTANCE && value < 10.0 && value != std::floor(value)) {
-        return locale.toString(value, 'f', 1);
-    }
-    return locale.toString(qlonglong(std::llround(value)));
+ChartAxis PeriodChart::Axis(double highest, double goal) {
+    return ChartAxis(std::max({highest, goal, 0.0}), 4);
 }
 
 QRect PeriodChart::PlotRect() const {
@@ -71,10 +57,12 @@ void PeriodChart::paintEvent(QPaintEvent*) {
     const QRect plot = PlotRect();
     if (plot.width() <= 0 || plot.height() <= 0 || summary_ == nullptr) return;
     const int count = summary_->DayCount();
-    const double top = ScaleTop(summary_->Highest(measure_), goal_);
+    const ChartAxis axis = Axis(summary_->Highest(measure_), goal_);
     const auto yOf = [&](double value) {
-        return plot.bottom() + 1 - int(std::lround(value / top * plot.height()));
+        return plot.bottom() + 1 - int(std::lround(axis.Share(value) * plot.height()));
     };
+    // One font for every tick, values and dates alike.
+    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(17)));
     const double slot = count > 0 ? double(plot.width()) / count : plot.width();
     const auto xOf = [&](int index) { return plot.left() + int(std::lround(index * slot)); };
     const bool longPeriod = count > 62;
@@ -102,20 +90,24 @@ void PeriodChart::paintEvent(QPaintEvent*) {
                          i == best ? kBestColor : kBarColor);
     }
 
-    // Scale: four grid lines with their values, and the base line.
-    QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(18));
-    painter.setFont(font);
-    for (int line = 1; line <= 4; ++line) {
-        const double value = top * line / 4.0;
+    // Scale: a grid line with its value at each step, and the base line.
+    for (const double value : axis.Ticks()) {
         const int y = yOf(value);
-        painter.setPen(QPen(kGridColor, 1));
-        painter.drawLine(plot.left(), y, plot.right(), y);
+        if (value > 0.0) {
+            painter.setPen(QPen(kGridColor, 1));
+            painter.drawLine(plot.left(), y, plot.right(), y);
+        }
         painter.setPen(kTextColor);
         painter.drawText(QRect(0, y - Scaled(11), plot.left() - Scaled(6), Scaled(22)),
-                         Qt::AlignRight | Qt::AlignVCenter, AxisText(value, measure_));
+                         Qt::AlignRight | Qt::AlignVCenter, axis.Label(value));
     }
     painter.setPen(QPen(Qt::white, 1));
     painter.drawLine(plot.left(), plot.bottom() + 1, plot.right(), plot.bottom() + 1);
+    if (summary_->Highest(measure_) <= 0.0) {
+        painter.setPen(kTextColor);
+        painter.drawText(plot, Qt::AlignCenter,
+                         AppResource::GetInstance().GetString(QStringLiteral("history__ No data")));
+    }
 
     if (goal_ > 0.0) {
         painter.setPen(QPen(kGoalColor, std::max(1, Scaled(2)), Qt::DashLine));
@@ -123,7 +115,6 @@ void PeriodChart::paintEvent(QPaintEvent*) {
     }
 
     // Time marks under the base line: months on long periods, weeks (or days) otherwise.
-    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(16)));
     const QLocale locale;
     const int labelTop = plot.bottom() + Scaled(6);
     const QFontMetrics metrics = painter.fontMetrics();

@@ -3,6 +3,8 @@
 #include <QWidget>
 #include <functional>
 
+#include "ChartAxis.h"
+
 class PeriodSummary;
 
 // The bar chart of a period history: one bar per day for the chosen measure, from the
@@ -23,12 +25,9 @@ public:
     void SetSummary(const PeriodSummary* summary, int measure, double goal);
     void SetTapHandler(std::function<void()> handler) { onTap_ = std::move(handler); }
     int GetMeasure() const { return measure_; }
-    // The top of the scale for the values shown: a round number above the highest
-    // value and the goal.
-    static double ScaleTop(double highest, double goal);
-    // The axis text of `value` for a measure (grouped whole numbers; km with a decimal
-    // below 10).
-    static QString AxisText(double value, int measure);
+    // The value axis for the days shown: from zero to a round top at or above the
+    // highest value and the goal, in steps of 1, 2 or 5 times a power of ten.
+    static ChartAxis Axis(double highest, double goal);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -6,6 +6,14 @@
 
 #include "GraphSeries.h"
 
+namespace {
+double Highest(const std::vector<double>& values) {
+    double highest = 0.0;
+    for (const double v : values) highest = std::max(highest, GraphScale::Clean(v));
+    return highest;
+}
+}  // namespace
+
 double GraphScale::Clean(double value) {
     return std::isfinite(value) ? std::clamp(value, -kLimit, kLimit) : 0.0;
 }
@@ -15,19 +23,14 @@ std::vector<double> GraphScale::Sanitize(std::vector<double> values) {
     return values;
 }
 
-GraphScale::GraphScale(const std::vector<double>& values) : empty_(values.empty()) {
-    if (values.empty()) return;
-    min_ = max_ = Clean(values.front());
-    for (double v : values) {
-        min_ = std::min(min_, Clean(v));
-        max_ = std::max(max_, Clean(v));
-    }
-}
+GraphScale::GraphScale(const std::vector<double>& values)
+    : axis_(Highest(values), kLabelCount), hasData_(Highest(values) > 0.0) {}
 
 QStringList GraphScale::LabelTexts(int type, int maxDecimals) const {
     QStringList texts;
     for (int i = 0; i < kLabelCount; ++i) {
-        texts << (empty_ ? QString() : FormatLabel(LabelValue(i), type, maxDecimals));
+        texts << (hasData_ && i < Steps() ? FormatLabel(LabelValue(i), type, maxDecimals)
+                                          : QString());
     }
     return texts;
 }
@@ -51,29 +54,23 @@ QString GraphScale::FormatLabel(double value, int type, int maxDecimals) {
     return text;
 }
 
-std::vector<int> GraphScale::LabelLines(int height) {
-    const int q = (height - kTop - kBottom) / 4;
-    return {kTop, q + kTop, 2 * q + kTop, 3 * q + kTop};
+int GraphScale::YOf(double value, int height) const {
+    const double share = std::clamp(Clean(value) / Max(), 0.0, 1.0);
+    return static_cast<int>(std::trunc((height - kBottom) - (height - kTop - kBottom) * share));
+}
+
+int GraphScale::LabelLine(int index, int height) const {
+    return YOf(LabelValue(index), height);
 }
 
 std::vector<QPoint> GraphScale::Points(const std::vector<double>& values, const QSize& size) const {
     std::vector<QPoint> points;
     if (values.size() < 2) return points;
-    const int w = size.width();
-    const int h = size.height();
-    const double dx = double(w - 52) / double(values.size() - 1);
-    const double range = Range();
+    const double dx = double(size.width() - 52) / double(values.size() - 1);
     points.reserve(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const int x = static_cast<int>(std::trunc(double(i) * dx + 41.0));
-        // Values outside the scale (none, for the series it was made from) stay in the frame.
-        const double v = std::clamp(Clean(values[i]), min_, max_);
-        int y = h - kBottom;
-        if (range > 0.0 && v != min_) {
-            y = static_cast<int>(
-                std::trunc((h - kBottom) - (h - kTop - kBottom) * (v - min_) / range));
-        }
-        points.emplace_back(x, y);
+        points.emplace_back(static_cast<int>(std::trunc(double(i) * dx + 41.0)),
+                            YOf(values[i], size.height()));
     }
     return points;
 }

@@ -6,14 +6,16 @@
 #include <QStringList>
 #include <vector>
 
+#include "ChartAxis.h"
+
 // How the main screen graph fits a series into its frame, without drawing anything.
 //
-// The graph scales itself: the lowest value of the series sits on the bottom line of
-// the frame and the highest on the top line. The frame runs from x 40 to (width - 10)
-// and from y 20 to (height - 20); three grid lines split it into four bands. The four
-// axis labels sit on the top line and on the grid lines and read max, max - step,
-// max - 2 step, max - 3 step, with step a quarter of the range; the bottom line (the
-// minimum) has no label.
+// The scale runs from zero to a round top at or above the highest value, in steps of 1,
+// 2 or 5 times a power of ten (ChartAxis), at most four of them: its labels read 150,
+// 100, 50 rather than 133, 99.75, 66.5, and a slow minute does not look like a
+// standstill. The frame runs from x 40 to (width - 10) and from y 20 to (height - 20).
+// Each step above zero has a label on its line, the top one on the frame's top line;
+// zero is the bottom line, which has no label (the hint sits under it).
 class GraphScale {
 public:
     static constexpr int kLeft = 40;    // frame's left edge
@@ -33,29 +35,32 @@ public:
     // The scale of a series; an empty one scales as all zeros.
     explicit GraphScale(const std::vector<double>& values);
 
-    double Min() const { return min_; }
-    double Max() const { return max_; }
-    double Range() const { return max_ - min_; }
-    double Step() const { return Range() * 0.25; }
-    // The value of axis label `index` (0 top .. 3).
-    double LabelValue(int index) const { return max_ - index * Step(); }
+    // Whether anything lies above zero: there is nothing to draw otherwise.
+    bool HasData() const { return hasData_; }
+    double Max() const { return axis_.Top(); }
+    double Step() const { return axis_.Step(); }
+    // The number of labelled lines, 1 to kLabelCount.
+    int Steps() const { return axis_.Steps(); }
+    // The value of axis label `index` (0 top .. Steps() - 1).
+    double LabelValue(int index) const { return Max() - index * Step(); }
 
-    // The texts of the four axis labels, top to bottom. Step rates are whole numbers
-    // (truncated, no grouping); other types are locale numbers with at most
-    // `maxDecimals` fraction digits. An empty series (nothing recorded yet) has four
-    // empty labels; an all-zero one reads 0 on every line.
+    // The texts of the kLabelCount axis labels, top to bottom; those past Steps() are
+    // empty, and all are without data. Step rates are whole numbers (truncated, no
+    // grouping); other types are locale numbers with at most `maxDecimals` fraction
+    // digits.
     QStringList LabelTexts(int type, int maxDecimals) const;
     static QString FormatLabel(double value, int type, int maxDecimals);
 
-    // The y of the top line and the three grid lines on a canvas `height` high, where
-    // the axis labels belong.
-    static std::vector<int> LabelLines(int height);
+    // The y of label `index`'s line on a canvas `height` high.
+    int LabelLine(int index, int height) const;
     // Where each value is plotted on a canvas of `size`; empty for fewer than two
-    // values. x runs from 41 to (width - 11); y from (height - 20) up to 20.
+    // values. x runs from 41 to (width - 11); y from (height - 20) for zero up to 20
+    // for the top.
     std::vector<QPoint> Points(const std::vector<double>& values, const QSize& size) const;
 
 private:
-    double min_ = 0.0;
-    double max_ = 0.0;
-    bool empty_ = true;
+    int YOf(double value, int height) const;
+
+    ChartAxis axis_;
+    bool hasData_ = false;
 };

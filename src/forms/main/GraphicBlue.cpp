@@ -106,11 +106,13 @@ void GraphicBlue::resizeEvent(QResizeEvent*) {
 void GraphicBlue::LayoutLabels() {
     const int w = width();
     const int h = height();
-    const std::vector<int> lines = GraphScale::LabelLines(h);
+    const GraphScale scale(values_);
     for (int i = 0; i < GraphScale::kLabelCount; ++i) {
         if (axisLabels_[i] == nullptr) continue;
         // Centred on its line; the top label may reach into the band above the frame.
-        axisLabels_[i]->setGeometry(0, lines[i] - fontSize_ / 2, GraphScale::kLeft - kAxisGap,
+        // Labels past the scale's steps are empty and stay under the top one.
+        const int line = scale.LabelLine(std::min(i, scale.Steps() - 1), h);
+        axisLabels_[i]->setGeometry(0, line - fontSize_ / 2, GraphScale::kLeft - kAxisGap,
                                     fontSize_);
     }
     const int plotWidth = std::max(0, w - GraphScale::kLeft - GraphScale::kRight);
@@ -152,6 +154,7 @@ void GraphicBlue::RefreshAxisLabels() {
         if (axisLabels_[i] != nullptr) axisLabels_[i]->SetText(texts[i]);
     }
     FitAxisLabels();
+    LayoutLabels();  // the lines move with the scale's steps
 }
 
 int GraphicBlue::LargestFittingAxisFont(const QStringList& texts) const {
@@ -254,7 +257,8 @@ void GraphicBlue::paintEvent(QPaintEvent*) {
 
     // The profile: a white line from point to point, then the area below it painted
     // over the line, which leaves a thin white rim along the top of the area.
-    const std::vector<QPoint> points = GraphScale(values_).Points(values_, size());
+    const GraphScale scale(values_);
+    const std::vector<QPoint> points = scale.Points(values_, size());
     if (points.size() >= 2) {
         QPainterPath profile;
         profile.moveTo(QPointF(points.front()) + QPointF(0.5, 0.5));
@@ -275,9 +279,17 @@ void GraphicBlue::paintEvent(QPaintEvent*) {
 
     // Grid lines over the area, faint enough to read as guides on blue and on black.
     painter.setPen(QPen(kGridColor, 1));
-    const std::vector<int> lines = GraphScale::LabelLines(h);
-    for (std::size_t i = 1; i < lines.size(); ++i) {
-        painter.drawLine(PixelLine(left, lines[i], right, lines[i]));
+    if (scale.HasData()) {
+        for (int i = 1; i < scale.Steps(); ++i) {
+            const int y = scale.LabelLine(i, h);
+            painter.drawLine(PixelLine(left, y, right, y));
+        }
+    } else {
+        // Nothing above zero yet: say so rather than draw a flat line.
+        painter.setPen(kHintTextColor);
+        painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, fontSize_));
+        painter.drawText(QRect(left, top, right - left, bottom - top), Qt::AlignCenter,
+                         Text("history__ No data"));
     }
 
     // The frame last, so its edges stay crisp over the area.

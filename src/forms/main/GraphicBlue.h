@@ -13,8 +13,9 @@
 class TivLabel;
 
 // The main screen's graph of the last five minutes: a blue area profile of 60 values
-// (GraphSeries) inside a white frame with grid lines, four axis labels on the left, the
-// title and unit above the frame and a hint below it.
+// (GraphSeries) from zero inside a white frame, with grid lines and up to four axis
+// labels at round values on the left, the title and unit above the frame, a hint below
+// it, and "No data yet" in it while nothing lies above zero.
 //
 // The graph only scales and draws (GraphScale): the main form computes the series for
 // the current type and hands it over. Everything here runs on the GUI thread, except

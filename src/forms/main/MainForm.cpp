@@ -5,6 +5,7 @@
 
 #include "AppResource.h"
 #include "BlockPane.h"
+#include "Converter.h"
 #include "Body.h"
 #include "CountingEngine.h"
 #include "DAOLap.h"
@@ -186,6 +187,18 @@ void MainForm::ConstructTopButtons() {
     enlargedValue->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     enlargedValue->SetTextColor(kEnlargedColor);
     enlargedValue->SetText(QStringLiteral("0"));
+
+    // The goal alarm's news, between the graph's title and unit, while it is reached.
+    goalBanner = new TivLabel(this);
+    goalBanner->Initialize();
+    goalBanner->setObjectName(QStringLiteral("goalBanner"));
+    goalBanner->setGeometry(S(QRect(140, Layout().graph.y() - 2, 200, 30)));
+    goalBanner->SetFontSize(S(22));
+    goalBanner->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
+    goalBanner->SetNeedOutline(false);
+    goalBanner->SetBackColor(QColor(0x43, 0xA0, 0x47));
+    goalBanner->SetText(Text("alarm__ Completed!"));
+    goalBanner->hide();
 }
 
 TivButton* MainForm::AddPictureButton(const QString& picture, const QRect& bounds, int actionId) {
@@ -218,7 +231,7 @@ void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QStr
                          AppResource::GetInstance().GetString(secondKey);
     auto* label = new TivLabel(&button);
     label->Initialize();
-    label->setGeometry(S(QRect(62, 4, 86, 64)));
+    label->setGeometry(S(QRect(62, 4, 84, 64)));  // clear of the button's border
     label->SetFontSize(S(16));
     label->SetShrinkToFit(true);
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
@@ -275,6 +288,10 @@ void MainForm::FormWillAppear() {
     if (Sygnal::IsStopped(sygnal)) alarm = QStringLiteral("btn-alarm-grey.png");
     if (Sygnal::IsRunning(sygnal)) alarm = QStringLiteral("btn-alarm-green.png");
     if (Sygnal::IsCompleted(sygnal)) alarm = QStringLiteral("btn-alarm-red.png");
+    if (goalBanner != nullptr) {
+        goalBanner->setVisible(Sygnal::IsCompleted(sygnal));
+        goalBanner->raise();
+    }
     if (TivButton* button = GetButton(ID_ALARM)) SetButtonPicture(*button, alarm);
     const int pacer = options.pacerType;
     QString metronome;
@@ -282,6 +299,9 @@ void MainForm::FormWillAppear() {
     if (pacer >= 1 && pacer <= 3) metronome = QStringLiteral("btn-metronome-green.png");
     if (TivButton* button = GetButton(ID_PACER)) SetButtonPicture(*button, metronome);
     if (targetSlider != nullptr && updating) targetSlider->UpdateData();
+    // Units or the pace choice may have changed meanwhile: show the values in the words
+    // the captions now use, counting or not.
+    if (statManager) statManager->ForceMainScreenUpdate();
 }
 
 void MainForm::SygnalFired() {
@@ -594,9 +614,12 @@ void MainForm::UpdateLabels() {
     const QString captions[kTopButtons] = {
         Text("meter__ Steps"),      distance, Text("meter__ Calories"),
         Text("meter__ Time (min)"), speed,    average};
-    if (main >= 0 && main < kTopButtons) enlargedCaption->SetText(captions[main]);
-    enlargedCaption->SetTextColor(kEnlargedColor);
-    enlargedValue->SetTextColor(kEnlargedColor);
+    // The countdown keeps its caption and colour until it ends.
+    if (!countdownRunning) {
+        if (main >= 0 && main < kTopButtons) enlargedCaption->SetText(captions[main]);
+        enlargedCaption->SetTextColor(kEnlargedColor);
+        enlargedValue->SetTextColor(kEnlargedColor);
+    }
     topButtonsBox->update();
     for (TivLabel* label : topCaptions) label->update();
     enlargedCaption->update();
@@ -636,7 +659,7 @@ void MainForm::ApplyPendingSteps() {
 
 void MainForm::UpdateStepsCount(int lapSteps) {
     if (!updating) return;
-    const QString text = QString::number(lapSteps);
+    const QString text = Converter::GetCountString(lapSteps);
     topValues[0]->SetText(text);
     topValues[0]->update();
     if (PedometerOptions::GetInstance().mainValues == 0 && !countdownRunning) {

@@ -160,6 +160,7 @@ private:
     TivLabel* topValues[kTopButtons] = {};
     TivLabel* enlargedCaption = nullptr;
     TivLabel* enlargedValue = nullptr;
+    TivLabel* goalBanner = nullptr;  // "Goal reached!" while the goal alarm is completed
     TivButton* startStop = nullptr;
     TivLabel* startStopLabel = nullptr;
     TivButton* graphButton = nullptr;

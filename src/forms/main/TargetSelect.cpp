@@ -8,6 +8,7 @@
 #include "AppResource.h"
 #include "Converter.h"
 #include "DAOTarget.h"
+#include "EntryRange.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
@@ -83,6 +84,9 @@ void TargetSelect::ReloadControls() {
 
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
+    // With the goal off the progress bar is hidden and the hint may use its place too.
+    const bool off = goal.targetActive < DAOTarget::DISTANCE || goal.targetActive > DAOTarget::STEPS;
+    content_->resize(width(), Scaled(kContentHeight + (off ? kSliderHeight : 0)));
     switch (goal.targetActive) {
         case DAOTarget::DISTANCE:
             std::tie(wholeField_, fractionField_) = row_->AddDistance(goal.distance, miles);
@@ -120,28 +124,35 @@ void TargetSelect::OnActionPerformed(const QWidget& source, int actionId) {
 
 void TargetSelect::OnTextValueChanged(const QWidget& control) {
     if (row_ == nullptr || !row_->Holds(control)) return;
+    // A value out of range is kept as typed and explained, and the goal keeps its value.
     DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
+    std::optional<double> typed;
     switch (goal.targetActive) {
         case DAOTarget::DISTANCE:
             if (wholeField_ == nullptr || fractionField_ == nullptr) return;
-            goal.distance = GoalFieldRow::ReadDistance(*wholeField_, *fractionField_, miles);
+            typed = GoalFieldRow::ReadDistance(*wholeField_, *fractionField_, miles);
+            if (typed) goal.distance = *typed;
             break;
         case DAOTarget::CALORIES:
             if (valueField_ == nullptr) return;
-            goal.calories = GoalFieldRow::ReadAtLeast(*valueField_, 10);
+            typed = GoalFieldRow::ReadInRange(EntryRange::GoalCalories(), *valueField_);
+            if (typed) goal.calories = int(*typed);
             break;
         case DAOTarget::ACTIVITY:
             if (valueField_ == nullptr) return;
-            goal.activityTime = GoalFieldRow::ReadAtLeast(*valueField_, 5);
+            typed = GoalFieldRow::ReadInRange(EntryRange::GoalMinutes(), *valueField_);
+            if (typed) goal.activityTime = int(*typed);
             break;
         case DAOTarget::STEPS:
             if (valueField_ == nullptr) return;
-            goal.steps = GoalFieldRow::ReadAtLeast(*valueField_, DAOTarget::kLowestSteps);
+            typed = GoalFieldRow::ReadInRange(EntryRange::GoalSteps(), *valueField_);
+            if (typed) goal.steps = int(*typed);
             break;
         default:
             return;
     }
+    if (!typed) return;
     PedometerDBManager::GetInstance().SaveTagets();
     slider_->UpdateData();
 }

@@ -144,7 +144,7 @@ void TargetSlider::UpdateData() {
             const double calories = db.GetTodayCalories();
             percent = Percent(calories, goal.calories);
             value_->SetText(Converter::GetLocalStringN(calories, 1));
-            target_->SetText(QString::number(goal.calories));
+            target_->SetText(Converter::GetCountString(goal.calories));
             unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ Cal")));
             break;
         }
@@ -152,8 +152,8 @@ void TargetSlider::UpdateData() {
             // Whole minutes: 59 seconds of activity are not a minute yet.
             const int minutes = db.GetTodayActivity() / 60;
             percent = Percent(minutes, goal.activityTime);
-            value_->SetText(QString::number(minutes));
-            target_->SetText(QString::number(goal.activityTime));
+            value_->SetText(Converter::GetCountString(minutes));
+            target_->SetText(Converter::GetCountString(goal.activityTime));
             unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ min")));
             break;
         }

@@ -34,7 +34,14 @@ QString BodyValueText::Length(double cm, bool imperial) {
 }
 
 QString BodyValueText::Weight(double kg, bool imperial) {
-    if (!imperial) return Converter::GetLocalStringN(kg, 1) + QLatin1Char(' ') + Unit("body__ kg");
+    if (!imperial) {
+        // As precise as it was typed: whole grams are stored, so 82.005 shows as such and
+        // 82.5 keeps one decimal.
+        const long long grams = std::llround(kg * 1000.0);
+        const int decimals = grams % 100 == 0 ? 1 : grams % 10 == 0 ? 2 : 3;
+        return Converter::GetLocalStringN(grams / 1000.0, decimals) + QLatin1Char(' ') +
+               Unit("body__ kg");
+    }
     return Converter::GetLocalStringN(Converter::KgToPnd(kg), 1) + QLatin1Char(' ') +
            Unit("body__ lb");
 }

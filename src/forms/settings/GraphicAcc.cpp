@@ -4,12 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "PedometerForm.h"
 #include "TivUtils.h"
 
 namespace {
 const QColor kGaitColors[3] = {QColor(92, 214, 92), QColor(252, 209, 75), QColor(240, 96, 80)};
 const QColor kLineColor(12, 159, 249);
-// The panel, and the colour behind its rounded corners (the screen's background there).
+// The panel, and the colour behind its rounded corners where no screen is found.
 const QColor kPanel(10, 15, 26);
 const QColor kBackground(12, 26, 46);
 }  // namespace
@@ -52,6 +53,15 @@ void GraphicAcc::RenderBackdrop(double top) {
     backdrop_ = QPixmap(size());
     backdrop_.fill(kBackground);
     QPainter painter(&backdrop_);
+    // Behind the rounded corners lies the screen's own picture, not a square of colour:
+    // the screen paints its background there once, without its controls.
+    QWidget* screen = parentWidget();
+    while (screen != nullptr && qobject_cast<PedometerForm*>(screen) == nullptr)
+        screen = screen->parentWidget();
+    if (screen != nullptr) {
+        screen->render(&painter, QPoint(), QRegion(QRect(mapTo(screen, QPoint(0, 0)), size())),
+                       QWidget::DrawWindowBackground);
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = TivUtils::GetScale();
     const double border = std::max(1.0, 2 * scale);

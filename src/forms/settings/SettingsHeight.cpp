@@ -6,6 +6,7 @@
 #include "AppResource.h"
 #include "Body.h"
 #include "BodyValueText.h"
+#include "Converter.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
@@ -44,36 +45,31 @@ void SettingsHeight::BuildRow() {
         AddField(3, QString::number(int(std::lround(cm))), 130);
         AddText(Text("body__ (cm)"), 110);
     }
-    for (const auto& field : GetFields()) accepted_.append(field->text());
 }
 
-double SettingsHeight::Entered() const {
+EntryRange SettingsHeight::Range() const {
+    return EntryRange::Centimetres(kMinCm, kMaxCm, imperial_);
+}
+
+EntryRange::Reading SettingsHeight::Read() const {
     const auto& fields = GetFields();
-    if (imperial_) {
-        return BodyValueText::FromFeetInches(ParseInt(fields[0]->text(), 0),
-                                             ParseInt(fields[1]->text(), 0));
+    if (!imperial_) return BodyEntryForm::Read();
+    // Feet and inches are read as two whole numbers, then checked as inches.
+    const EntryRange::Reading feet = Range().Read(fields[0]->text());
+    const EntryRange::Reading inches = Range().Read(fields[1]->text());
+    using Verdict = EntryRange::Verdict;
+    if (feet.verdict == Verdict::NOT_A_NUMBER || inches.verdict == Verdict::NOT_A_NUMBER) {
+        return {Verdict::NOT_A_NUMBER, 0.0};
     }
-    return ParseInt(fields[0]->text(), 0);
+    if (feet.verdict == Verdict::EMPTY && inches.verdict == Verdict::EMPTY) {
+        return {Verdict::EMPTY, 0.0};
+    }
+    const double total = feet.value * 12.0 + inches.value;
+    return {Range().Check(total), total};
 }
 
-void SettingsHeight::OnTextValueChanged(QLineEdit& field) {
-    const int index = GetFields().indexOf(&field);
-    if (index < 0) return;
-    const double cm = Entered();
-    const bool inchesOk = !imperial_ || index == 0 || ParseInt(field.text(), -1) <= 11;
-    if (cm >= kMinCm && cm <= kMaxCm && inchesOk && ParseInt(field.text(), -1) >= 0) {
-        accepted_[index] = field.text();
-    } else {
-        field.setText(accepted_[index]);
-    }
-}
-
-void SettingsHeight::Save() {
-    for (const auto& field : GetFields()) {
-        if (field) OnTextValueChanged(*field);
-    }
-    const double cm = Entered();
-    if (cm < kMinCm || cm > kMaxCm) return;
+void SettingsHeight::Save(double value) {
+    const double cm = imperial_ ? Converter::InchToCm(value) : value;
     Body::GetInstance().setHeight(cm);
     PedometerDBManager::GetInstance().SaveBody();
 }

@@ -3,7 +3,9 @@
 #include <QDateEdit>
 #include <set>
 
+#include "AppResource.h"
 #include "Clock.h"
+#include "Converter.h"
 #include "DAOLap.h"
 #include "HistoryConfirmPopup.h"
 #include "CountingEngine.h"
@@ -20,13 +22,18 @@ const QDate kFirstDay(2000, 1, 1);
 const QDate kLastDay(2999, 12, 31);
 
 // Fills the "%@" placeholders in order.
-QString WithValues(QString text, const QStringList& values) {
-    for (const QString& value : values) {
-        const int at = text.indexOf(QLatin1String("%@"));
-        if (at < 0) break;
-        text.replace(at, 2, value);
-    }
-    return text;
+// "3 days", "1 lap": a count in the locale's format with its word in the right number.
+QString Count(const char* key, long long count) {
+    return AppResource::GetInstance().GetCountString(QString::fromUtf8(key), count,
+                                                     Converter::GetCountString(count));
+}
+
+// The question before erasing a range of days, with each count in its own words.
+QString EraseQuestion(const char* key, const SettingsReset::Extent& extent) {
+    return AppResource::GetInstance().GetString(
+        QString::fromUtf8(key), {Count("count__ %@ days", extent.days),
+                                 Count("count__ %@ laps", extent.laps),
+                                 Count("count__ %@ minute records", extent.minutes)});
 }
 
 struct Series {
@@ -151,26 +158,22 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
             Ask(Text("settings__ Nothing was recorded on these days."), nullptr);
             return;
         }
-        Ask(WithValues(Text("settings__ Erase %@ days with %@ laps and %@ minute records?"),
-                       {QString::number(extent.days), QString::number(extent.laps),
-                        QString::number(extent.minutes)}),
+        Ask(EraseQuestion("settings__ Erase %@ with %@ and %@?", extent),
             [this, from, to] { EraseStatistics(from, to); });
         return;
     }
     if (actionId >= ID_RESET_CHEST && actionId <= ID_RESET_WEIGHT) {
         SoundsManager::GetInstance().ClickSound();
         const Series& series = kSeries[actionId - ID_RESET_CHEST];
-        Ask(WithValues(Text(series.questionKey), {QString::number(Measured(series.field))}),
+        Ask(Count(series.questionKey, Measured(series.field)),
             [reset = series.reset] { (PedometerDBManager::GetInstance().*reset)(); });
         return;
     }
     if (actionId == ID_RESET_ALL) {
         SoundsManager::GetInstance().ClickSound();
         const Extent extent = StatisticsExtent(kFirstDay, kLastDay);
-        Ask(WithValues(Text("settings__ Erase all %@ days with %@ laps and %@ minute records, and "
-                            "every body measurement?"),
-                       {QString::number(extent.days), QString::number(extent.laps),
-                        QString::number(extent.minutes)}),
+        Ask(EraseQuestion("settings__ Erase all %@ with %@ and %@, and every body measurement?",
+                          extent),
             [this] {
                 EraseStatistics(kFirstDay, kLastDay);
                 PedometerDBManager& db = PedometerDBManager::GetInstance();

@@ -1,8 +1,8 @@
 #include "PedArticleArea.h"
 
-#include <QFontMetrics>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QTextLayout>
+#include <QRegularExpression>
 #include <cmath>
 
 #include "TivUtils.h"
@@ -17,68 +17,50 @@ PedArticleArea::PedArticleArea(QWidget* parent) : QWidget(parent) {}
 
 bool PedArticleArea::Initialize(const QString& text) {
     text_ = text;
-    canvas_ = QPixmap();
-    const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(kFontSize)));
-    QString oneLine = text;
-    oneLine.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    headings_.clear();
+    // Paragraphs become HTML of our own making, every piece of the text escaped.
+    QString html;
+    const QStringList paragraphs =
+        text.trimmed().split(QRegularExpression(QStringLiteral("\\n\\s*\\n")), Qt::SkipEmptyParts);
+    for (int i = 0; i < paragraphs.size(); ++i) {
+        QStringList lines = paragraphs[i].trimmed().split(QLatin1Char('\n'));
+        if (i == 0 && lines.size() == 1) {
+            headings_ << lines.front().trimmed();
+            html += QStringLiteral("<h1>%1</h1>").arg(lines.front().trimmed().toHtmlEscaped());
+            continue;
+        }
+        if (lines.size() > 1) {
+            headings_ << lines.front().trimmed();
+            html += QStringLiteral("<h2>%1</h2>").arg(lines.takeFirst().trimmed().toHtmlEscaped());
+        }
+        html += QStringLiteral("<p>%1</p>").arg(lines.join(QLatin1Char(' ')).toHtmlEscaped());
+    }
+
+    document_.setDocumentMargin(Scaled(kMargin));
+    document_.setDefaultFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(kFontSize)));
+    document_.setDefaultStyleSheet(
+        QStringLiteral("h1 { color: #FCD14B; font-size: %1px; margin-bottom: %3px; }"
+                       "h2 { color: #FFFFFF; font-size: %2px; margin-top: %4px; margin-bottom: %5px; }"
+                       "p { color: #D6E2F0; line-height: 135%; margin-top: 0; margin-bottom: 0; }")
+            .arg(Scaled(24))
+            .arg(Scaled(19))
+            .arg(Scaled(10))
+            .arg(Scaled(22))
+            .arg(Scaled(6)));
+    document_.setHtml(html);
     const int width = Scaled(kWidth);
-    const int lines = metrics.horizontalAdvance(oneLine) / width;
-    const int height = lines * (metrics.height() + Scaled(15)) + Scaled(kSlack);
-    setGeometry(0, 0, width, height);
+    document_.setTextWidth(width);
+    setGeometry(0, 0, width, int(std::ceil(document_.size().height())));
+    update();
     return true;
 }
 
 void PedArticleArea::OnRescaled(double, double) {
     Initialize(text_);
-    update();
 }
 
-void PedArticleArea::Render() {
-    canvas_ = QPixmap(size() * devicePixelRatioF());
-    canvas_.setDevicePixelRatio(devicePixelRatioF());
-    canvas_.fill(Qt::transparent);
-    QPainter painter(&canvas_);
+void PedArticleArea::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    const QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(kFontSize));
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    const QFontMetrics metrics(font);
-    // Line ends in the file end lines on screen too.
-    QString text = text_;
-    text.replace(QLatin1Char('\n'), QChar::LineSeparator);
-    QTextLayout layout(text, font);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WordWrap);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    qreal y = 0;
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width());
-        line.setPosition(QPointF(0, y));
-        y += line.height();
-    }
-    layout.endLayout();
-    const int limit = height();
-    const int count = layout.lineCount();
-    for (int i = 0; i < count; ++i) {
-        const QTextLine line = layout.lineAt(i);
-        const bool lastThatFits = i + 1 < count && layout.lineAt(i + 1).rect().bottom() > limit;
-        if (lastThatFits) {
-            // What does not fit is cut to this one line, ending in an ellipsis.
-            const QString rest = text.mid(line.textStart()).simplified();
-            painter.drawText(QPointF(0, line.y() + metrics.ascent()),
-                             metrics.elidedText(rest, Qt::ElideRight, width()));
-            break;
-        }
-        line.draw(&painter, QPointF());
-    }
-}
-
-void PedArticleArea::showEvent(QShowEvent*) {
-    if (canvas_.isNull()) Render();
-}
-
-void PedArticleArea::paintEvent(QPaintEvent*) {
-    if (canvas_.isNull()) Render();
-    QPainter(this).drawPixmap(0, 0, canvas_);
+    document_.drawContents(&painter, event->rect());
 }

@@ -1,42 +1,41 @@
 #pragma once
 
-#include <QPixmap>
 #include <QString>
+#include <QStringList>
+#include <QTextDocument>
 #include <QWidget>
 
 #include "IRescalable.h"
 
-// A long text drawn once, word-wrapped in white, into an off-screen picture that every
-// paint copies: the article panel of the tips, meant to sit in a scroll area.
+// A tips article laid out for reading, meant to sit in a scroll area: margins, a title,
+// headings and body text in a comfortable size and line spacing, light on the app's
+// dark background. The panel is exactly as tall as the laid-out text, so nothing is cut.
 //
-// The height is estimated before wrapping: the text's width in one line divided by the
-// panel's width gives the lines, each a font height plus 15 pixels, plus 130 pixels of
-// slack (all in the 480-wide layout, scaled). Text beyond the estimate is cut with an
-// ellipsis. The text is shown as it is; no markup is read.
+// The text is plain: paragraphs are separated by blank lines; the first paragraph's
+// line, when it stands alone, is the title, and the first line of every paragraph of
+// more than one line is its heading. No markup is read (a "<" shows as itself).
 class PedArticleArea : public QWidget, public IRescalable {
     Q_OBJECT
 public:
     static constexpr int kWidth = 460;  // in the 480-wide layout
-    static constexpr int kFontSize = 30;
-    static constexpr int kSlack = 130;
+    static constexpr int kMargin = 16;
+    static constexpr int kFontSize = 24;
 
     explicit PedArticleArea(QWidget* parent = nullptr);
 
-    // Keeps the text and sizes the panel at (0, 0). Always true.
+    // Lays out the text and sizes the panel at (0, 0). Always true.
     bool Initialize(const QString& text);
     QString GetText() const { return text_; }
-    // The rendered text; null before the first show.
-    const QPixmap& GetCanvas() const { return canvas_; }
-    // Sizes and draws the text again for the new scale.
+    // The title and the headings, in order, as they are set apart.
+    const QStringList& GetHeadings() const { return headings_; }
+    // Lays the text out again for the new scale.
     void OnRescaled(double from, double to) override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void Render();
-
     QString text_;
-    QPixmap canvas_;
+    QStringList headings_;
+    QTextDocument document_;
 };

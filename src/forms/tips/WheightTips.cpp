@@ -33,6 +33,7 @@ QString WheightTips::ArticlePath() {
 }
 
 void WheightTips::OnInitializing() {
+    SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     ShowBackButton();
     SetTitleText(
         AppResource::GetInstance().GetString(QStringLiteral("more__ Loosing weight tips")));
@@ -66,11 +67,6 @@ void WheightTips::OnInitializing() {
     scroll_->setWidget(article_);
     scroll_->show();
     SetGrowBandBelowHeader();
-}
-
-bool WheightTips::OnDraw(QPainter& painter) {
-    painter.fillRect(rect(), Qt::black);
-    return true;
 }
 
 PEDOMETER_SCREEN("tips-weight", [](const ScreenRequest&, QString*) -> PedometerForm* {

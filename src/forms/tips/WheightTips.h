@@ -5,8 +5,9 @@
 class PedArticleArea;
 class QScrollArea;
 
-// Tips on losing weight: a plain-text article in the user's language, scrolled under
-// the title, with a Back key. The file is the resource named by the text
+// Tips on losing weight: a plain-text article in the user's language, laid out with a
+// title and headings (PedArticleArea) and scrolled under the title on the app's
+// background, with a Back key. The file is the resource named by the text
 // "more__ loosing_weight_tips" plus ".html" (plain text despite the name: no markup is
 // read). A missing or unreadable file shows an empty article. Opened from the main
 // screen's option menu ("tips-weight").
@@ -23,9 +24,6 @@ public:
     static QString ArticlePath();
     PedArticleArea* GetArticle() const { return article_; }
     QScrollArea* GetScrollArea() const { return scroll_; }
-
-protected:
-    bool OnDraw(QPainter& painter) override;
 
 private:
     QScrollArea* scroll_ = nullptr;

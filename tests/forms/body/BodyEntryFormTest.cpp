@@ -11,6 +11,7 @@
 #include "Clock.h"
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
+#include "SettingsHeight.h"
 #include "VirtualTime.h"
 #include "WheightEnterForm.h"
 
@@ -18,19 +19,11 @@ namespace {
 
 class BodyEntryFormTest : public BodyScreenTest {
 protected:
-    // Types each text over its field and finishes with Enter, as a user does.
+    // Puts each text into its field as typed (a "not a number" text gets past the
+    // digits-only keyboard only this way, as from an input method).
     static void Type(BodyEntryForm& form, const QStringList& texts) {
         ASSERT_EQ(form.GetFields().size(), texts.size());
-        for (int i = 0; i < texts.size(); ++i) {
-            QLineEdit* field = form.GetFields()[i];
-            field->setFocus();
-            field->selectAll();
-            if (texts[i].isEmpty())
-                QTest::keyClick(field, Qt::Key_Backspace);
-            else
-                QTest::keyClicks(field, texts[i]);
-            QTest::keyClick(field, Qt::Key_Return);
-        }
+        for (int i = 0; i < texts.size(); ++i) form.GetFields()[i]->setText(texts[i]);
     }
     BodyEntryForm* Open(int kind, int mode) {
         if (kind == 0) {
@@ -89,7 +82,6 @@ TEST_F(BodyEntryFormTest, SavingStoresTheEnteredValueMetricWhereItBelongsAndClos
          Converter::PndToKg(160.5)},
         {"desired weight", 1, 1000, false, {"70", ""}, [] { return StoredGoals().wheight; }, 70.0001},
         {"age", 2, 0, false, {"41"}, [&] { return double(body.storedAge()); }, 41},
-        {"empty age", 2, 0, false, {""}, [&] { return double(body.storedAge()); }, 30},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -98,7 +90,8 @@ TEST_F(BodyEntryFormTest, SavingStoresTheEnteredValueMetricWhereItBelongsAndClos
         PedometerOptions::GetInstance().measurementSystem = c.imperial;
         BodyEntryForm* form = Open(c.kind, c.mode);
         Type(*form, c.typed);
-        form->OnActionPerformed(*form, BodyEntryForm::ID_SAVE);
+        // Enter in a field saves and closes, as Save does.
+        QTest::keyClick(form->GetFields().back(), Qt::Key_Return);
         EXPECT_NEAR(c.stored(), c.expected, 1e-9);
         EXPECT_EQ(navigation->GetTopForm(), root);
         QCoreApplication::processEvents();
@@ -147,29 +140,77 @@ TEST_F(BodyEntryFormTest, NamedScreensOpenTheirModeOnTheValueInUse) {
     }
 }
 
-TEST_F(BodyEntryFormTest, FieldsAreCheckedWhenTheirEditingFinishes) {
-    const struct {
+// Every entry screen refuses what it cannot store, keeps the typed text and says why;
+// a valid value is stored and closes the screen. Metric, English texts.
+TEST_F(BodyEntryFormTest, EachFieldRefusesWhatItCannotStoreAndSaysWhy) {
+    const Body& body = Body::GetInstance();
+    const struct Field {
         const char* name;
-        int kind;
-        bool imperial;
+        std::function<BodyEntryForm*()> open;
+        std::function<double()> stored;
+    } fields[] = {
+        {"age", [&] { return Open(2, 0); }, [&] { return double(body.storedAge()); }},
+        {"height", [&] { auto* f = new SettingsHeight; f->Initialize(); return Push(f); },
+         [&] { return body.storedHeight(); }},
+        {"weight", [&] { return Open(1, 0); }, [&] { return body.storedWeight(); }},
+        {"waist", [&] { return Open(0, 1); }, [] { return TodayLog(&DAOBodyLog::waist); }},
+        {"walk step", [&] { return Open(0, 4); }, [&] { return body.storedWalkStepSize(); }},
+        {"desired hips", [&] { return Open(0, 9); }, [] { return StoredGoals().hips; }},
+    };
+    constexpr double kKept = -1.0;  // the stored value stays what it was
+    const struct {
+        int field;
         QStringList typed;
-        QStringList shown;
+        double stored;
+        const char* message;
     } cases[] = {
-        {"sizes: empty is 1", 0, false, {"", ""}, {"1", "1"}},
-        {"grams padded", 1, false, {"72", "5"}, {"72", "005"}},
-        {"empty grams", 1, false, {"", ""}, {"", "000"}},
-        {"pounds not padded", 1, true, {"160", "5"}, {"160", "5"}},
-        {"age: empty is 30", 2, false, {""}, {"30"}},
+        {0, {"4"}, kKept, "Too small: at least 5 years."},
+        {0, {"121"}, kKept, "Too large: at most 120 years."},
+        {0, {"4o"}, kKept, "Not a number: please use digits only."},
+        {0, {""}, kKept, "Please enter a number."},
+        {0, {"120"}, 120, "From 5 to 120 years"},
+        {1, {"49"}, kKept, "Too small: at least 50 cm."},
+        {1, {"251"}, kKept, "Too large: at most 250 cm."},
+        {1, {"1,8"}, kKept, "Not a number: please use digits only."},
+        {1, {""}, kKept, "Please enter a number."},
+        {1, {"50"}, 50, "From 50 to 250 cm"},
+        {2, {"19", "999"}, kKept, "Too small: at least 20 kg."},
+        {2, {"400", "001"}, kKept, "Too large: at most 400 kg."},
+        {2, {"82", "-5"}, kKept, "Not a number: please use digits only."},
+        {2, {"", ""}, kKept, "Please enter a number."},
+        {2, {"82", "5"}, 82.0051, "From 20 to 400 kg"},
+        {3, {"0", "0"}, kKept, "Too small: at least 30 cm."},
+        {3, {"999", "5"}, kKept, "Too large: at most 250 cm."},
+        {3, {"8O", "0"}, kKept, "Not a number: please use digits only."},
+        {3, {"", ""}, kKept, "Please enter a number."},
+        {3, {"250", "0"}, 250, "From 30 to 250 cm"},
+        {4, {"29", "9"}, kKept, "Too small: at least 30 cm."},
+        {4, {"999", "9"}, kKept, "Too large: at most 250 cm."},
+        {4, {"72", "x"}, kKept, "Not a number: please use digits only."},
+        {4, {"", ""}, kKept, "Please enter a number."},
+        {4, {"30", ""}, 0.3, "From 30 to 250 cm"},
+        {5, {"99", "5"}, 99.5, "From 30 to 250 cm"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        PedometerOptions::GetInstance().measurementSystem = c.imperial;
-        BodyEntryForm* form = Open(c.kind, 0);
+        const Field& field = fields[c.field];
+        SCOPED_TRACE(std::string(field.name) + " " + c.typed.join('|').toStdString());
+        VirtualTime::AdvanceTo(Clock::Now().addDays(1).toMSecsSinceEpoch());
+        const double before = field.stored();
+        BodyEntryForm* form = field.open();
         Type(*form, c.typed);
-        QStringList shown;
-        for (const auto& field : form->GetFields()) shown << field->text();
-        EXPECT_EQ(shown, c.shown);
-        navigation->PopForm();
+        form->OnActionPerformed(*form, BodyEntryForm::ID_SAVE);
+        EXPECT_NEAR(field.stored(), c.stored == kKept ? before : c.stored, 1e-9);
+        EXPECT_EQ(form->GetMessage(), QString::fromUtf8(c.message));
+        const bool saved = c.stored != kKept;
+        EXPECT_EQ(navigation->GetTopForm(), saved ? root : form);
+        if (!saved) {
+            QStringList shown;
+            for (const auto& f : form->GetFields()) shown << f->text();
+            EXPECT_EQ(shown, c.typed);  // nothing typed was changed
+            QTest::keyClick(form->GetFields().front(), Qt::Key_Escape);  // leaves unsaved
+            EXPECT_EQ(navigation->GetTopForm(), root);
+            EXPECT_NEAR(field.stored(), before, 1e-9);
+        }
         QCoreApplication::processEvents();
     }
 }

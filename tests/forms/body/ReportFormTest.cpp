@@ -156,7 +156,7 @@ TEST_F(ReportFormTest, EmailAndExportGoToTheirAddressesOrLeadToTheSocialSettings
                            BodyCsvExport::DefaultPath(), "export@example.org"}));
     QFile csv(BodyCsvExport::DefaultPath());
     ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
-    EXPECT_EQ(csv.readAll(), ";\nChest;\nWaist;\nHips;\nWeight;");
+    EXPECT_EQ(csv.readAll(), ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n");
     // An export that cannot be written attaches nothing, not an older file.
     ASSERT_TRUE(csv.remove() && QDir().mkdir(BodyCsvExport::DefaultPath()));
     form.OnActionPerformed(form, ReportForm::ID_EXPORT);
@@ -184,7 +184,7 @@ TEST_F(ReportFormTest, WithoutAMailProgramTheTextOrCsvIsSavedIntoTheDocumentsFol
         QByteArray contents;
     } cases[] = {
         {true, ReportForm::ID_EXPORT, "the CSV file", "pedometer-body-" + day + ".csv",
-         ";\nChest;\nWaist;\nHips;\nWeight;"},
+         ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n"},
         {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + ".txt",
          "My pedometer: current chest size: -(cm)\n"},
         {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + "-2.txt",

@@ -5,6 +5,7 @@
 #include "Metronome.h"
 #include "TivButton.h"
 #include "TivLabel.h"
+#include "TivNumberField.h"
 #include "TivSlider.h"
 
 namespace {
@@ -31,7 +32,7 @@ TEST_F(PacerFormTest, SliderEndsGiveEachModesToleranceRange) {
     const Case cases[] = {
         {1, 0, 0.5, "± 0.5 km/h"},        {1, 100, 5.0, "± 5.0 km/h"},
         {2, 0, 1.0, "± 1.0 min/km"},      {2, 100, 6.0, "± 6.0 min/km"},
-        {3, 0, 10, "± 10 steps/min"},     {3, 55, 59, "± 59 steps/min"},
+        {3, 0, 5, "± 5 steps/min"},       {3, 55, 57, "± 57 steps/min"},
         {3, 100, 100, "± 100 steps/min"},
     };
     for (const Case& c : cases) {
@@ -79,19 +80,42 @@ TEST_F(PacerFormTest, EachModeShowsItsStoredTargetAndUnit) {
     }
 }
 
-TEST_F(PacerFormTest, TargetsAreStoredAndLettersCountAsZero) {
+// A target out of range, or none, is kept as typed, explained and not stored.
+TEST_F(PacerFormTest, TargetsOutOfRangeAreRefusedWithTheReason) {
+    const struct {
+        int mode;
+        const char* whole;  // or the rate
+        const char* tenths;
+        double stored;
+        const char* message;
+    } cases[] = {
+        {1, "6", "5", 6.5, ""},
+        {1, "0", "5", 6.5, "Too small: at least 1.0 km/h."},
+        {1, "45", "0", 6.5, "Too large: at most 30.0 km/h."},
+        {2, "9", "2", 9.2, ""},
+        {2, "1", "9", 9.2, "Too small: at least 2.0 min/km."},
+        {3, "120", "", 120, ""},
+        {3, "300", "", 120, "Too large: at most 250 steps/min."},
+        {3, "ab", "", 120, "Not a number: please use digits only."},  // pasted past the filter
+        {3, "", "", 120, "Please enter a number."},
+    };
     PacerForm& form = Open(1);
-    Enter(form.GetWholeField(), "6");
-    Enter(form.GetTenthsField(), "5");
-    EXPECT_DOUBLE_EQ(Stored()->pacerSpeed.load(), 6.5);
-
-    TapTab(3);
-    ASSERT_NE(form.GetRateField(), nullptr);
-    EXPECT_EQ(form.GetWholeField(), nullptr);
-    form.GetRateField()->setText("ab");  // pasted past the digit filter
-    form.OnTextValueChanged(*form.GetRateField());
-    EXPECT_EQ(form.GetRateField()->text(), "0");
-    EXPECT_EQ(Stored()->pacerFrequency.load(), 0);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(c.mode) + ": " + c.whole + "." + c.tenths);
+        if (form.GetSelectedTabIndex() != c.mode) TapTab(c.mode);
+        QLineEdit* field = c.mode == 3 ? form.GetRateField() : form.GetWholeField();
+        ASSERT_NE(field, nullptr);
+        if (c.mode != 3) form.GetTenthsField()->setText(c.tenths);
+        field->setText(c.whole);
+        form.OnTextValueChanged(*field);
+        EXPECT_EQ(field->text(), c.whole);
+        auto stored = Stored();
+        EXPECT_DOUBLE_EQ(c.mode == 1   ? stored->pacerSpeed.load()
+                         : c.mode == 2 ? stored->pacerPace.load()
+                                       : double(stored->pacerFrequency.load()),
+                         c.stored);
+        EXPECT_EQ(static_cast<TivNumberField*>(field)->GetMessage(), c.message);
+    }
 }
 
 TEST_F(PacerFormTest, MilesStoreSpeedAndPaceWithTheDistanceFactor) {

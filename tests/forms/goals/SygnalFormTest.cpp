@@ -3,6 +3,7 @@
 #include "GoalScreenTest.h"
 #include "TivButton.h"
 #include "TivLabel.h"
+#include "TivNumberField.h"
 
 namespace {
 
@@ -164,34 +165,38 @@ TEST_F(SygnalFormTest, OpeningSelectsTheKindsTabAndCaptionsTheButtons) {
     }
 }
 
-TEST_F(SygnalFormTest, TargetsHaveFloorsAndAreSaved) {
+// A target below its floor is kept as typed, explained and not stored.
+TEST_F(SygnalFormTest, TargetsBelowTheirFloorsAreRefusedWithTheReason) {
+    const auto message = [](QLineEdit* f) { return static_cast<TivNumberField*>(f)->GetMessage(); };
     SygnalForm& form = Open(0);
-    Enter(form.GetValueField(), "0");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
-    EXPECT_EQ(Stored()->sygnalCalories.load(), 10);
+    const auto before = Stored();
     Enter(form.GetValueField(), "9");
-    EXPECT_EQ(form.GetValueField()->text(), "10");
+    EXPECT_EQ(form.GetValueField()->text(), "9");
+    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 10 Cal.");
+    EXPECT_EQ(Stored()->sygnalCalories.load(), before->sygnalCalories.load());
     Enter(form.GetValueField(), "450");
+    EXPECT_EQ(message(form.GetValueField()), "");
     EXPECT_EQ(Stored()->sygnalCalories.load(), 450);
 
     TapTab(2);
     Enter(form.GetValueField(), "3");
-    EXPECT_EQ(form.GetValueField()->text(), "5");
-    EXPECT_EQ(Stored()->sygnalActivity.load(), 5);
+    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 5 min.");
+    EXPECT_EQ(Stored()->sygnalActivity.load(), before->sygnalActivity.load());
 
     TapTab(3);
     Enter(form.GetValueField(), "42");
-    EXPECT_EQ(form.GetValueField()->text(), "100");
-    EXPECT_EQ(Stored()->sygnalSteps.load(), 100);
+    EXPECT_EQ(form.GetValueField()->text(), "42");
+    EXPECT_EQ(message(form.GetValueField()), "Too small: at least 100 steps.");
+    EXPECT_EQ(Stored()->sygnalSteps.load(), before->sygnalSteps.load());
 
     TapTab(1);
     Enter(form.GetWholeField(), "0");
     Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "100");
-    EXPECT_DOUBLE_EQ(Stored()->sygnalDistance.load(), 0.1);
+    EXPECT_EQ(message(form.GetWholeField()), "Too small: at least 0.1 km.");
+    EXPECT_DOUBLE_EQ(Stored()->sygnalDistance.load(), before->sygnalDistance.load());
     Enter(form.GetWholeField(), "2");
-    Enter(form.GetFractionField(), "5");
-    EXPECT_EQ(form.GetFractionField()->text(), "005");
+    Enter(form.GetFractionField(), "5");  // labelled "m": 5 metres
+    EXPECT_EQ(form.GetFractionField()->text(), "5");
     EXPECT_DOUBLE_EQ(Stored()->sygnalDistance.load(), 2.005);
 }
 
@@ -202,8 +207,7 @@ TEST_F(SygnalFormTest, ImperialDistanceIsMilesAndTenths) {
     EXPECT_EQ(form.GetWholeField()->text(), "1");
     EXPECT_EQ(form.GetFractionField()->text(), "3");
     Enter(form.GetWholeField(), "0");
-    Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "1");
+    Enter(form.GetFractionField(), "1");
     EXPECT_NEAR(Stored()->sygnalDistance.load(), 0.1609344, 1e-9);
 }
 

@@ -56,25 +56,24 @@ TEST(HistoryTotalsTest, RowsAndSeriesFollowTheMinutes) {
     } cases[] = {
         {"no minute", {}, false,
          {"Steps: 0", "Distance: 0.0 km", "Time: 0 min", "Calories: 0.0"},
-         {"Average speed: 0.0 km/h", "Average pace: 0.0 min/km", "Calorie burn: 0.0 (Cal/min)",
-          "Step rate: 0.0  steps/min"},
+         {"Average speed: -", "Average pace: -", "Calorie burn: -", "Step rate: -"},
          {0.0}},
         // One record: every series gets a 0 in front of it.
         {"one minute", {Minute(100, 80.0, 4.0, 60)}, false,
          {"Steps: 100", "Distance: 0.1 km", "Time: 1 min", "Calories: 4.0"},
          {"Average speed: 4.8 km/h", "Average pace: 12.5 min/km", "Calorie burn: 4.0 (Cal/min)",
-          "Step rate: 100.0  steps/min"},
+          "Step rate: 100.0 steps/min"},
          {0.0, 4.8}},
         // 90 seconds are one whole minute; 1234 m are 1.2 km or 0.8 mi.
         {"90 seconds, metric", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, false,
          {"Steps: 150", "Distance: 1.2 km", "Time: 1 min", "Calories: 9.0"},
          {"Average speed: 49.4 km/h", "Average pace: 1.2 min/km", "Calorie burn: 6.0 (Cal/min)",
-          "Step rate: 100.0  steps/min"},
+          "Step rate: 100.0 steps/min"},
          {74.04, 0.0}},
         {"90 seconds, imperial", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, true,
          {"Steps: 150", "Distance: 0.8 mi", "Time: 1 min", "Calories: 9.0"},
          {"Average speed: 30.7 mph", "Average pace: 2.0 min/mi", "Calorie burn: 6.0 (Cal/min)",
-          "Step rate: 100.0  steps/min"},
+          "Step rate: 100.0 steps/min"},
          {74.04 / 1.609344, 0.0}},
     };
     for (const Case& c : cases) {

@@ -86,10 +86,9 @@ TEST(PeriodSummaryTest, TheGoalLineBelongsToTheGoalsMeasureOnly) {
 TEST(PeriodChartTest, TheScaleEndsOnARoundNumberAboveTheBarsAndTheGoal) {
     const struct {
         double highest, goal, top;
-    } cases[] = {{0, -1, 4}, {21700, -1, 25000}, {9000, -1, 10000}, {3.2, 5.0, 10},
-                 {190, -1, 200}, {95, -1, 100}, {0.4, -1, 0.5}};
+    } cases[] = {{0, -1, 1}, {21700, -1, 30000}, {3.2, 5.0, 6}, {95, -1, 100}, {0.4, -1, 0.4}};
     for (const auto& c : cases) {
-        EXPECT_DOUBLE_EQ(PeriodChart::ScaleTop(c.highest, c.goal), c.top) << c.highest;
+        EXPECT_DOUBLE_EQ(PeriodChart::Axis(c.highest, c.goal).Top(), c.top) << c.highest;
     }
 }
 

@@ -97,27 +97,27 @@ TEST(GraphSeriesTest, ReadsALapWhileAnotherThreadExtendsIt) {
 // ---------------------------------------------------------------------------
 // Scale, axis labels and plotted points.
 
-TEST(GraphScaleTest, LabelsReadTheTopAndThreeQuartersDownForEachType) {
-    const GraphScale steps({0.0, 100.0, 133.0});
-    EXPECT_EQ(steps.Min(), 0.0);
-    EXPECT_EQ(steps.Max(), 133.0);
-    // 133, 99.75, 66.5, 33.25: step rates are truncated whole numbers.
-    EXPECT_EQ(steps.LabelTexts(GraphSeries::STEP_RATE, 2), QStringList({"133", "99", "66", "33"}));
-    // The other types keep at most two decimals, without trailing zeros.
-    EXPECT_EQ(steps.LabelTexts(GraphSeries::CALORIES, 2),
-              QStringList({"133", "99.75", "66.5", "33.25"}));
-    EXPECT_EQ(steps.LabelTexts(GraphSeries::PACE, 1), QStringList({"133", "99.8", "66.5", "33.3"}));
-
-    const GraphScale speed({4.0, 5.1146, 4.5});  // the minimum is not 0: the scale follows it
-    EXPECT_EQ(speed.LabelTexts(GraphSeries::SPEED, 2),
-              QStringList({"5.11", "4.84", "4.56", "4.28"}));
-
-    const GraphScale round({0.0, 4.0});
-    EXPECT_EQ(round.LabelTexts(GraphSeries::SPEED, 2), QStringList({"4", "3", "2", "1"}));
-    // A flat series labels every line with its value; an empty one has no labels.
-    EXPECT_EQ(GraphScale({96.0, 96.0}).LabelTexts(GraphSeries::STEP_RATE, 2),
-              QStringList({"96", "96", "96", "96"}));
-    EXPECT_EQ(GraphScale({}).LabelTexts(GraphSeries::CALORIES, 2), QStringList({"", "", "", ""}));
+TEST(GraphScaleTest, LabelsStandAtRoundStepsFromZeroForEachType) {
+    const struct {
+        std::vector<double> values;
+        int type;
+        QStringList texts;  // top to bottom
+    } cases[] = {
+        {{0.0, 100.0, 133.0}, GraphSeries::STEP_RATE, {"150", "100", "50", ""}},
+        {{4.0, 5.1146, 4.5}, GraphSeries::SPEED, {"6", "4", "2", ""}},  // from zero, not 4
+        {{0.0, 4.0}, GraphSeries::SPEED, {"4", "3", "2", "1"}},
+        {{0.0, 1.57}, GraphSeries::CALORIES, {"2", "1.5", "1", "0.5"}},
+        {{0.0, 1.57}, GraphSeries::STEP_RATE, {"2", "1", "1", "0"}},  // truncated whole numbers
+        {{0.0, 0.05}, GraphSeries::CALORIES, {"0.06", "0.04", "0.02", ""}},
+        {{96.0, 96.0}, GraphSeries::STEP_RATE, {"100", "50", "", ""}},
+        {{0.0, 0.0}, GraphSeries::CALORIES, {"", "", "", ""}},  // nothing to scale
+        {{}, GraphSeries::CALORIES, {"", "", "", ""}},
+    };
+    for (const auto& c : cases) {
+        const GraphScale scale(c.values);
+        EXPECT_EQ(scale.LabelTexts(c.type, 2), c.texts) << c.texts.join('|').toStdString();
+        EXPECT_EQ(scale.HasData(), !c.texts.front().isEmpty());
+    }
     // Rounding never shows a negative zero.
     EXPECT_EQ(GraphScale::FormatLabel(-0.001, GraphSeries::CALORIES, 2), "0");
 }
@@ -137,7 +137,6 @@ TEST(GraphScaleTest, DamagedAndHugeValuesStayWithinLimits) {
     EXPECT_EQ(GraphScale::Sanitize({nan, inf, -inf, 1e300, -1e300, 3.5}),
               std::vector<double>({0.0, 0.0, 0.0, 1e9, -1e9, 3.5}));
     const GraphScale scale({nan, 1e300, 7.0});
-    EXPECT_EQ(scale.Min(), 0.0);
     EXPECT_EQ(scale.Max(), 1e9);
     EXPECT_EQ(scale.LabelTexts(GraphSeries::STEP_RATE, 2).front(), "1000000000");
     EXPECT_EQ(GraphScale::FormatLabel(nan, GraphSeries::SPEED, 2), "0");
@@ -147,14 +146,13 @@ TEST(GraphScaleTest, DamagedAndHugeValuesStayWithinLimits) {
     }
 }
 
-TEST(GraphScaleTest, PointsSpanTheFrameFromMinimumToMaximum) {
-    EXPECT_EQ(GraphScale::LabelLines(205), std::vector<int>({20, 61, 102, 143}));  // q = 41
-    EXPECT_EQ(GraphScale::LabelLines(200), std::vector<int>({20, 60, 100, 140}));
-
+TEST(GraphScaleTest, PointsSpanTheFrameFromZeroToTheTop) {
     std::vector<double> values(60, 0.0);
     values[30] = 50.0;
     values[59] = 100.0;
-    const GraphScale scale(values);
+    const GraphScale scale(values);  // 0, 50, 100
+    EXPECT_EQ(scale.LabelLine(0, 205), 20);
+    EXPECT_EQ(scale.LabelLine(1, 205), 102);
     const auto points = scale.Points(values, QSize(480, 205));
     ASSERT_EQ(points.size(), 60u);
     EXPECT_EQ(points.front(), QPoint(41, 185));
@@ -162,13 +160,13 @@ TEST(GraphScaleTest, PointsSpanTheFrameFromMinimumToMaximum) {
     EXPECT_EQ(points.back(), QPoint(469, 20));
     for (std::size_t i = 1; i < points.size(); ++i) EXPECT_GT(points[i].x(), points[i - 1].x());
 
-    // A flat series lies on the bottom line; one value has nothing to join.
+    // A flat series lies at its height (3 is the top); one value has nothing to join.
     for (const QPoint& p : GraphScale({3.0, 3.0, 3.0}).Points({3.0, 3.0, 3.0}, QSize(480, 205)))
-        EXPECT_EQ(p.y(), 185);
+        EXPECT_EQ(p.y(), 20);
     EXPECT_TRUE(GraphScale({5.0}).Points({5.0}, QSize(480, 205)).empty());
     // Two values sit on the frame's inner ends.
     const auto two = GraphScale({1.0, 2.0}).Points({1.0, 2.0}, QSize(320, 200));
-    EXPECT_EQ(two.front(), QPoint(41, 180));
+    EXPECT_EQ(two.front(), QPoint(41, 100));  // half of 2
     EXPECT_EQ(two.back(), QPoint(309, 20));
 }
 
@@ -263,20 +261,16 @@ TEST_F(GraphicBlueTest, WithoutTitleOnlyTheUnitIsShown) {
 TEST_F(GraphicBlueTest, AxisLabelsFollowValuesAndType) {
     Make();
     graph->SetCurrentType(GraphSeries::STEP_RATE);
-    graph->SetCurrentValues({0.0, 60.0, 105.0, 110.0});
-    EXPECT_EQ(AxisTexts(), QStringList({"110", "82", "55", "27"}));
+    graph->SetCurrentValues({0.0, 0.6, 1.05, 1.57});
+    EXPECT_EQ(AxisTexts(), QStringList({"2", "1", "1", "0"}));
     graph->SetCurrentType(GraphSeries::CALORIES);  // same values, other formatting
-    EXPECT_EQ(AxisTexts(), QStringList({"110", "82.5", "55", "27.5"}));
-
-    // The small layout keeps one decimal.
-    TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    graph->SetCurrentValues({0.0, 1.57});
-    EXPECT_EQ(AxisTexts(), QStringList({"1.6", "1.2", "0.8", "0.4"}));
+    EXPECT_EQ(AxisTexts(), QStringList({"2", "1.5", "1", "0.5"}));
 
     // Each label sits on its line, inside the left margin.
+    const GraphScale scale(graph->GetCurrentValues());
     for (int i = 0; i < 4; ++i) {
         const QRect r = graph->GetAxisLabel(i)->geometry();
-        EXPECT_EQ(r.top() + r.height() / 2, GraphScale::LabelLines(205)[i]);
+        EXPECT_EQ(r.top() + r.height() / 2, scale.LabelLine(i, 205));
         EXPECT_LE(r.right(), GraphScale::kLeft);
     }
 }
@@ -288,19 +282,13 @@ TEST_F(GraphicBlueTest, WideNumbersShrinkTheAxisLabelsToFitTheMargin) {
     Render();  // the fonts are made
     const int normal = graph->GetAxisLabel(0)->GetFont()->pixelSize();
 
-    // A usual pace keeps its decimals in a smaller font.
+    // A crawl's pace takes a smaller font.
     graph->SetCurrentType(GraphSeries::PACE);
-    graph->SetCurrentValues({0.0, 12.35});
-    EXPECT_EQ(AxisTexts().front(), "12.35");
+    graph->SetCurrentValues({0.0, 2345.67});
+    EXPECT_EQ(AxisTexts(), QStringList({"3,000", "2,000", "1,000", ""}));
     Render();
     const TivLabel& top = *graph->GetAxisLabel(0);
     EXPECT_LT(top.GetFont()->pixelSize(), normal);
-    EXPECT_LE(QFontMetrics(*top.GetFont()).horizontalAdvance(top.GetText()), top.width());
-
-    // A crawl gives up its decimals rather than shrink out of sight.
-    graph->SetCurrentValues({0.0, 2345.67});
-    EXPECT_EQ(AxisTexts(), QStringList({"2,346", "1,759", "1,173", "586"}));
-    Render();
     EXPECT_LE(QFontMetrics(*top.GetFont()).horizontalAdvance(top.GetText()), top.width());
     // All four share the size.
     EXPECT_EQ(graph->GetAxisLabel(3)->GetFont()->pixelSize(), top.GetFont()->pixelSize());
@@ -326,7 +314,7 @@ TEST_F(GraphicBlueTest, DrawsTheAreaUnderTheProfileOnly) {
 TEST_F(GraphicBlueTest, FlatOneValueAndEmptySeriesDrawNoArea) {
     Make();
     for (const std::vector<double>& values :
-         {std::vector<double>(60, 0.0), std::vector<double>(60, 4.2), std::vector<double>{7.5},
+         {std::vector<double>(60, 0.0), std::vector<double>{7.5},
           std::vector<double>{}}) {
         graph->SetCurrentValues(values);
         const QImage image = Render();
@@ -335,7 +323,7 @@ TEST_F(GraphicBlueTest, FlatOneValueAndEmptySeriesDrawNoArea) {
         EXPECT_EQ(image.pixelColor(250, 100).alpha(), 0);
     }
     graph->SetCurrentValues(std::vector<double>(60, 0.0));
-    EXPECT_EQ(AxisTexts(), QStringList({"0", "0", "0", "0"}));
+    EXPECT_EQ(AxisTexts(), QStringList({"", "", "", ""}));  // the frame says "No data yet"
 }
 
 TEST_F(GraphicBlueTest, OddValuesAreDrawnWithoutHarm) {
@@ -394,7 +382,7 @@ TEST_F(GraphicBlueTest, SeriesPostedFromAnotherThreadArriveNewestLast) {
     EXPECT_TRUE(done);
     EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 8.0}));  // not yet: GUI thread
     EXPECT_TRUE(QTest::qWaitFor([&] { return graph->GetCurrentValues().back() == 50.0; }, 2000));
-    EXPECT_EQ(AxisTexts().front(), "50");
+    EXPECT_EQ(AxisTexts().front(), "60");
     EXPECT_TRUE(graph->IsRedrawScheduled());  // the post asked for UpdateGraphic
     EXPECT_EQ(graph->GetHintLabel()->GetText(), "Tap to change");
 }

@@ -18,6 +18,7 @@
 #include "SoundsManager.h"
 #include "TargetSlider.h"
 #include "TivNavigationController.h"
+#include "TivNumberField.h"
 
 namespace {
 
@@ -129,22 +130,23 @@ TEST_F(TargetSelectTest, ATabClicksStoresAndSavesTheKindAndRebuildsTheFields) {
     EXPECT_EQ(form.GetValueField(), nullptr);
 }
 
-TEST_F(TargetSelectTest, CaloriesActivityAndStepsHaveFloorsAndEmptyMeansZero) {
+// A value out of range, or none, is kept as typed, explained and not stored.
+TEST_F(TargetSelectTest, CaloriesActivityAndStepsOutOfRangeAreRefusedWithTheReason) {
     const struct {
         int tab;
         const char* typed;
         const char* shown;
         int DAOTarget::*stored;
         int value;
+        const char* message;
     } cases[] = {
-        {2, "0", "10", &DAOTarget::calories, 10},
-        {2, "1500", "1500", &DAOTarget::calories, 1500},
-        {2, "", "10", &DAOTarget::calories, 10},
-        {3, "3", "5", &DAOTarget::activityTime, 5},
-        {3, "45x", "45", &DAOTarget::activityTime, 45},  // the field takes digits only
-        {4, "99", "100", &DAOTarget::steps, 100},
-        {4, "", "100", &DAOTarget::steps, 100},
-        {4, "123456", "12345", &DAOTarget::steps, 12345},  // five digits at most
+        {2, "1500", "1500", &DAOTarget::calories, 1500, ""},
+        {2, "0", "0", &DAOTarget::calories, 1500, "Too small: at least 10 Cal."},
+        {2, "", "", &DAOTarget::calories, 1500, "Please enter a number."},
+        {3, "45x", "45", &DAOTarget::activityTime, 45, ""},  // the field takes digits only
+        {3, "3", "3", &DAOTarget::activityTime, 45, "Too small: at least 5 min."},
+        {4, "123456", "12345", &DAOTarget::steps, 12345, ""},  // five digits at most
+        {4, "99", "99", &DAOTarget::steps, 12345, "Too small: at least 100 steps."},
     };
     Goal().targetActive = 2;
     TargetSelect& form = Open();
@@ -154,6 +156,7 @@ TEST_F(TargetSelectTest, CaloriesActivityAndStepsHaveFloorsAndEmptyMeansZero) {
         Enter(form.GetValueField(), c.typed);
         EXPECT_EQ(form.GetValueField()->text(), c.shown);
         EXPECT_EQ(Stored().*c.stored, c.value);
+        EXPECT_EQ(static_cast<TivNumberField*>(form.GetValueField())->GetMessage(), c.message);
     }
 }
 
@@ -164,14 +167,15 @@ TEST_F(TargetSelectTest, MetricDistanceIsKilometresAndThreeDigitsOfMetres) {
     EXPECT_EQ(form.GetWholeField()->text(), "2");
     EXPECT_EQ(form.GetFractionField()->text(), "500");
 
-    Enter(form.GetFractionField(), "5");
-    EXPECT_EQ(form.GetFractionField()->text(), "005");
+    Enter(form.GetFractionField(), "5");  // labelled "m": 5 metres
+    EXPECT_EQ(form.GetFractionField()->text(), "5");
     EXPECT_DOUBLE_EQ(Stored().distance, 2.005);
 
     Enter(form.GetWholeField(), "0");
-    Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "100");
-    EXPECT_DOUBLE_EQ(Stored().distance, 0.1);
+    Enter(form.GetFractionField(), "99");
+    EXPECT_EQ(qobject_cast<TivNumberField*>(form.GetWholeField())->GetMessage(),
+              "Too small: at least 0.1 km.");
+    EXPECT_DOUBLE_EQ(Stored().distance, 2.005);
 }
 
 TEST_F(TargetSelectTest, ImperialDistanceIsMilesAndTenths) {
@@ -184,8 +188,7 @@ TEST_F(TargetSelectTest, ImperialDistanceIsMilesAndTenths) {
     EXPECT_EQ(form.GetFractionField()->maxLength(), 1);
 
     Enter(form.GetWholeField(), "0");
-    Enter(form.GetFractionField(), "0");
-    EXPECT_EQ(form.GetFractionField()->text(), "1");
+    Enter(form.GetFractionField(), "1");
     EXPECT_NEAR(Stored().distance, 0.1609344, 1e-9);
 }
 
