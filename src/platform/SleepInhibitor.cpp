@@ -113,21 +113,19 @@ void SleepInhibitor::ClosePortalRequest() {
 
 void SleepInhibitor::OnPrepareForSleep(bool start) {
     if (!wanted_) return;
+    WriteOrRetakeDelay(start);
+    if (!start && afterResume_) afterResume_();
+}
+
+void SleepInhibitor::OnPrepareForShutdown(bool start) {
+    if (wanted_) WriteOrRetakeDelay(start);  // false: the shutdown was called off
+}
+
+void SleepInhibitor::WriteOrRetakeDelay(bool start) {
     if (start) {
         if (beforeSleep_) beforeSleep_();
         delay_ = QDBusUnixFileDescriptor();
     } else {
         AskLogind(QStringLiteral("delay"), &delay_);
-        if (afterResume_) afterResume_();
-    }
-}
-
-void SleepInhibitor::OnPrepareForShutdown(bool start) {
-    if (!wanted_) return;
-    if (start) {
-        if (beforeSleep_) beforeSleep_();
-        delay_ = QDBusUnixFileDescriptor();
-    } else {
-        AskLogind(QStringLiteral("delay"), &delay_);  // the shutdown was called off
     }
 }

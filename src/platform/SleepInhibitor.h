@@ -49,6 +49,9 @@ private Q_SLOTS:
     void OnPrepareForShutdown(bool start);
 
 private:
+    // Before sleep or shutdown (`start`): write what was counted, then let the delay go;
+    // after it (or when it was called off): take the delay lock again.
+    void WriteOrRetakeDelay(bool start);
     void AskLogind(const QString& mode, QDBusUnixFileDescriptor* slot);
     void AskPortal();
     void ClosePortalRequest();
