@@ -204,6 +204,33 @@ TEST(IioAccelerometerSourceTest, RecoversFromFaultsOfRealDevices) {
     }
 }
 
+// While the window is shown the device is polled and its buffer left to the desktop's
+// orientation service; hidden, the source takes the buffer, and gives it back when shown.
+TEST(IioAccelerometerSourceTest, TheBufferIsLeftFreeWhileTheWindowIsShown) {
+    const auto dir = testdata::MakeTempDir();
+    const FakeIioDevice device(dir->path(), FakeIioDevice::Shapes()[0], 0);
+    ASSERT_TRUE(device.SetReading({0.1f, -0.05f, 1.0f}));
+    const int feed = device.OpenFeed();
+    ASSERT_GE(feed, 0);
+    IioAccelerometerSource source(OptionsFor(device, true));
+    auto log = std::make_unique<SampleLog>();
+    source.SetWindowShown(true);
+    source.Start(log.get());
+    ASSERT_TRUE(log->WaitFor(1));
+    const auto bufferTurns = [&](const char* state) {
+        for (int i = 0; i < 100 && device.Read("buffer/enable") != state; ++i) QThread::msleep(20);
+        return device.Read("buffer/enable") == state;
+    };
+    EXPECT_TRUE(bufferTurns("0"));
+    EXPECT_FALSE(source.IsBuffered());
+    source.SetWindowShown(false);
+    EXPECT_TRUE(bufferTurns("1"));
+    source.SetWindowShown(true);
+    EXPECT_TRUE(bufferTurns("0"));
+    source.Stop();
+    ::close(feed);
+}
+
 // Stop gives the caller back at once while a read hangs in the driver (a FIFO nobody
 // writes to stands in for it), and nothing is delivered after it.
 TEST(IioAccelerometerSourceTest, StopIsBoundedWhileAReadHangs) {
