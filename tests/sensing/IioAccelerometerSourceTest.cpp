@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -22,11 +23,13 @@
 #include "IioSamplingFrequency.h"
 #include "IioScanLayout.h"
 #include "IioStepCounter.h"
+#include "IioStepCounterSource.h"
 #include "NullAccelerometerSource.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
 #include "SampleLog.h"
 #include "SensorStatus.h"
+#include "SpinUntil.h"
 #include "StepTally.h"
 #include "TestData.h"
 
@@ -327,6 +330,20 @@ TEST(IioAccelerometerSourceTest, HardwareStepCounterAddsDifferences) {
         ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", QByteArray(r.count) + "\n"));
         EXPECT_EQ(counter.Read(), r.steps) << r.count;
     }
+    // The source reads on its own thread, and at once after a resume.
+    struct Steps : AccelerometerListener {
+        void OnDataReceived(float, float, float) override {}
+        void OnStepsCounted(int steps) override { counted += steps; }
+        std::atomic<int> counted{0};
+    } listener;
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", "500\n"));
+    IioStepCounterSource source(dir->path());
+    source.Start(&listener);
+    QThread::msleep(200);
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", "542\n"));
+    source.ReopenAfterResume();
+    EXPECT_TRUE(SpinUntil([&] { return listener.counted == 42; }, 2000));
+    source.Stop();
 }
 
 TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
