@@ -1,5 +1,6 @@
 #include "AppFrame.h"
 
+#include <algorithm>
 #include <QKeyEvent>
 #include <QLinearGradient>
 #include <QPainter>
@@ -90,8 +91,9 @@ void AppFrame::Relayout() {
 
 void AppFrame::PlaceForm(TivForm& form) {
     const double scale = TivUtils::GetScale();
-    const ReferenceLayout::Placement to{scale, ReferenceLayout::ExtraFor(client_.height(), scale),
-                                        form.growBandTop_, form.growBandBottom_};
+    double extra = ReferenceLayout::ExtraFor(client_.height(), scale);
+    if (form.growBandOnlyGrows_) extra = std::max(extra, 0.0);
+    const ReferenceLayout::Placement to{scale, extra, form.growBandTop_, form.growBandBottom_};
     ReferenceLayout::Apply(form, form.placement_, to);
     form.placement_ = to;
     form.setGeometry(client_);

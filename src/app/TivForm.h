@@ -51,10 +51,12 @@ public:
     // takes the window's extra height, or gives up height on a short window. Controls
     // inside it stretch, controls below it move down (ReferenceLayout). Set it in
     // OnInitializing, round what benefits from height: a graph, a list, an article.
-    // Without one the content keeps its reference height at the top.
-    void SetGrowBand(int top, int bottom) {
+    // Without one the content keeps its reference height at the top. A band that
+    // `onlyGrows` keeps its height on a short window (rows that would get too small to tap).
+    void SetGrowBand(int top, int bottom, bool onlyGrows = false) {
         growBandTop_ = top;
         growBandBottom_ = bottom;
+        growBandOnlyGrows_ = onlyGrows;
     }
     int GetGrowBandTop() const { return growBandTop_; }
     int GetGrowBandBottom() const { return growBandBottom_; }
@@ -107,6 +109,7 @@ private:
     bool initialized_ = false;
     int growBandTop_ = 0;
     int growBandBottom_ = 0;
+    bool growBandOnlyGrows_ = false;
     // How the frame last laid the form's controls out.
     ReferenceLayout::Placement placement_;
     SoftkeyState softkeys_[2];

@@ -144,6 +144,10 @@ void ReportForm::OnInitializing() {
     const int top = GetClientTop() + S(kTop);
     BuildTable(top);
     const int below = top + S(kHeadHeight + 4 * kRowHeight) + S(12);
+    // A taller window makes the rows taller; the hint and Export move down with them.
+    const int rowsTop =
+        int(std::lround(GetClientTop() / TivUtils::GetScale())) + kTop + kHeadHeight;
+    SetGrowBand(rowsTop, rowsTop + 4 * kRowHeight, /*onlyGrows=*/true);
 
     auto* hint = new TivLabel(this);
     hint->Initialize();
@@ -241,12 +245,14 @@ bool ReportForm::OnDraw(QPainter& painter) {
     // Row bands behind the table.
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    const int top = GetClientTop() + S(kTop) + S(kHeadHeight);
+    // Each band where its row's heading is, for the layout may have made the rows taller.
     for (int row = 0; row < 4; ++row) {
+        const auto* head =
+            findChild<const TivButton*>(QStringLiteral("tap%1").arg(ID_ROW_HEAD + row));
+        if (head == nullptr) continue;
         painter.setBrush(QColor(10, 15, 26, row % 2 == 0 ? 190 : 140));
-        painter.drawRoundedRect(QRectF(S(kLeft), top + S(row * kRowHeight),
-                                       width() - 2 * S(kLeft), S(kRowHeight - kRowGap)),
-                                S(10), S(10));
+        painter.drawRoundedRect(
+            QRectF(S(kLeft), head->y(), width() - 2 * S(kLeft), head->height()), S(10), S(10));
     }
     return true;
 }
