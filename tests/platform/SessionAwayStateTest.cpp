@@ -5,7 +5,6 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <functional>
 
 #include "FeedbackProfile.h"
@@ -18,26 +17,20 @@ const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kSession = QStringLiteral("/org/freedesktop/login1/session/_31");
 
 // Plays logind's manager and the caller's session (idle at start), and the feedback
-// daemon (profile "quiet" at start). Called on Qt's D-Bus thread.
-class FakeServices : public QDBusVirtualObject {
-public:
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
-        QVariant answer;
-        if (call.member() == QLatin1String("GetSession")) {
-            answer = QVariant::fromValue(QDBusObjectPath(kSession));
-        } else if (call.member() == QLatin1String("GetAll") && call.path() == kSession) {
-            answer = QVariantMap{{QStringLiteral("IdleHint"), true},
-                                 {QStringLiteral("LockedHint"), false}};
-        } else if (call.member() == QLatin1String("Get")) {
-            answer = QVariant::fromValue(QDBusVariant(QStringLiteral("quiet")));
-        } else {
-            return false;
-        }
-        bus.send(call.createReply(answer));
-        return true;
+// daemon (profile "quiet" at start).
+bool Answer(const QDBusMessage& call, const QDBusConnection& bus) {
+    QVariant answer;
+    if (call.member() == QLatin1String("GetSession")) {
+        answer = QVariant::fromValue(QDBusObjectPath(kSession));
+    } else if (call.member() == QLatin1String("GetAll") && call.path() == kSession) {
+        answer = QVariantMap{{QStringLiteral("IdleHint"), true}, {QStringLiteral("LockedHint"), false}};
+    } else if (call.member() == QLatin1String("Get")) {
+        answer = QVariant::fromValue(QDBusVariant(QStringLiteral("quiet")));
+    } else {
+        return false;
     }
-    QString introspect(const QString&) const override { return {}; }
-};
+    return bus.send(call.createReply(answer));
+}
 
 void SendChanged(QDBusConnection& bus, const QString& path, const QString& interface,
                  const QVariantMap& changed) {
@@ -50,12 +43,9 @@ void SendChanged(QDBusConnection& bus, const QString& path, const QString& inter
 TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
     PrivateBus bus;
     ASSERT_TRUE(bus.IsRunning());
-    FakeServices fake;
-    QDBusConnection service = bus.Connect(QStringLiteral("services"));
-    service.registerService(QStringLiteral("org.freedesktop.login1"));
-    service.registerService(QStringLiteral("org.freedesktop.ScreenSaver"));
-    service.registerVirtualObject(QStringLiteral("/org/freedesktop/login1"), &fake,
-                                  QDBusConnection::SubPath);
+    FakeService fake(Answer);
+    QDBusConnection service = bus.Serve({"org.freedesktop.login1", "org.freedesktop.ScreenSaver"},
+                                        "/org/freedesktop/login1", &fake, QDBusConnection::SubPath);
 
     const QDBusConnection app = bus.Connect(QStringLiteral("app"));
     SessionAwayState state(app, app);
@@ -101,10 +91,8 @@ TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
 TEST(SessionAwayStateTest, TheFeedbackProfileSilencesSounds) {
     PrivateBus bus;
     ASSERT_TRUE(bus.IsRunning());
-    FakeServices fake;
-    QDBusConnection service = bus.Connect(QStringLiteral("feedback"));
-    service.registerService(QStringLiteral("org.sigxcpu.Feedback"));
-    service.registerVirtualObject(QStringLiteral("/org/sigxcpu/Feedback"), &fake);
+    FakeService fake(Answer);
+    QDBusConnection service = bus.Serve({"org.sigxcpu.Feedback"}, "/org/sigxcpu/Feedback", &fake);
 
     FeedbackProfile profile(bus.Connect(QStringLiteral("app")));
     EXPECT_TRUE(SpinUntil([] { return PlatformSettings::IsSilentMode(); })) << "quiet at start";
