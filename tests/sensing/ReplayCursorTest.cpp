@@ -102,40 +102,35 @@ TEST(CsvReplaySourceTest, FeedDeliversEveryFreshTickWithItsTimes) {
     EXPECT_EQ(tickMs, (std::vector<qint64>{0, 60, 90}));
 }
 
-TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThread) {
+// Played in real time the source delivers the same samples on its own thread and says when
+// it is done; looping, it starts over until stopped, and nothing arrives once Stop returned.
+TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThreadOrLoops) {
     auto r = std::make_shared<AccelerationRecording>();
     for (int i = 0; i < 8; ++i) r->Append(i * 30 * kMs, {static_cast<float>(i % 3), 0.0f, 1.0f});
     CsvReplaySource replay(r);
     SampleLog fast;
     replay.Feed(fast);
-
-    auto ownedLive = std::make_unique<SampleLog>();  // outlives the source's thread
-    SampleLog& live = *ownedLive;
     std::atomic<bool> finished{false};
     QObject::connect(&replay, &CsvReplaySource::Finished, [&] { finished = true; });
     ASSERT_TRUE(replay.IsAvailable());
-    replay.Start(&live);
-    ASSERT_TRUE(SpinUntil([&] { return finished.load(); }));
-    replay.Stop();
-    EXPECT_FALSE(replay.IsRunning());
-    EXPECT_EQ(live.Xs(), fast.Xs());
-    EXPECT_TRUE(live.OffThread());
-}
-
-TEST(CsvReplaySourceTest, LoopingPlayStartsOverUntilStopped) {
-    auto r = std::make_shared<AccelerationRecording>(recordingOf({{0, 1}, {30, 2}, {60, 3}}));
-    CsvReplaySource replay(r);
-    replay.SetLooping(true);
-    auto ownedLive = std::make_unique<SampleLog>();
-    SampleLog& live = *ownedLive;
-    replay.Start(&live);
-    ASSERT_TRUE(live.WaitFor(7));
-    replay.Stop();
-    const std::size_t afterStop = live.Count();
-    const std::vector<float> xs = live.Xs();
-    for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], static_cast<float>(i % 3 + 1));
-    QThread::msleep(100);
-    EXPECT_EQ(live.Count(), afterStop);  // nothing arrives once Stop has returned
+    for (const bool looping : {false, true}) {
+        auto ownedLive = std::make_unique<SampleLog>();  // outlives the source's thread
+        SampleLog& live = *ownedLive;
+        finished = false;
+        replay.SetLooping(looping);
+        replay.Start(&live);
+        ASSERT_TRUE(looping ? live.WaitFor(20) : SpinUntil([&] { return finished.load(); }));
+        replay.Stop();
+        EXPECT_FALSE(replay.IsRunning());
+        const std::vector<float> xs = live.Xs();
+        if (!looping) {
+            EXPECT_EQ(xs, fast.Xs());
+        }
+        for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], fast.Xs()[i % 8]) << i;
+        EXPECT_TRUE(live.OffThread());
+        QThread::msleep(looping ? 100 : 0);
+        EXPECT_EQ(live.Count(), xs.size()) << "a sample arrived after Stop";
+    }
 }
 
 TEST(CsvReplaySourceTest, BadFileGivesNoSourceAndTheReadersMessage) {
