@@ -77,30 +77,16 @@ TEST(AccelerationCsvReaderTest, EveryValueReadsAsTheCorrectlyRoundedDouble) {
     }
 }
 
+// The cases of tests/data/recording-times.tsv.
 TEST(AccelerationCsvReaderTest, TimeUnitsAllGiveNanoseconds) {
-    const char* headers[] = {"Time (s)", "Time (ms)", "Time (us)", "Time (ns)"};
-    const char* times[] = {"1.5e-3", "1.5", "1500", "1500000"};
-    for (int i = 0; i < 4; ++i) {
-        const std::string text = std::string(headers[i]) +
-                                 ",Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
-                                 "0,0,0,1\n" +
-                                 times[i] + ",0,0,1\n";
-        const Parsed p = parse(text.c_str());
-        ASSERT_TRUE(p.ok) << headers[i] << ": " << p.error.toStdString();
-        EXPECT_EQ(p.recording.TimeNs(1), 1'500'000) << headers[i];
+    for (const QByteArrayList& c : testdata::Table("recording-times.tsv")) {
+        const QByteArray text = "Time (" + c[0] +
+                                "),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n" +
+                                c[1] + ",0,0,1\n";
+        const Parsed p = parse(std::string_view(text.constData(), text.size()));
+        ASSERT_TRUE(p.ok) << text.constData() << p.error.toStdString();
+        EXPECT_EQ(p.recording.TimeNs(0), c[2].toLongLong()) << text.constData();
     }
-    // Decimal seconds are taken exactly: thirty milliseconds is 30,000,000 ns.
-    const Parsed exact = parse(
-        "Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
-        "-0.5,0,0,1\n0.030,0,0,1\n12345.999999999,0,0,1\n"
-        "12345.9999999995,0,0,1\n12346.00000000000000000001,0,0,1\n");
-    ASSERT_TRUE(exact.ok) << exact.error.toStdString();
-    EXPECT_EQ(exact.recording.TimeNs(0), -500'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(1), 30'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(2), 12'345'999'999'999);
-    // Beyond nanoseconds the time is rounded to the nearest one.
-    EXPECT_EQ(exact.recording.TimeNs(3), 12'346'000'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(4), 12'346'000'000'000);
 }
 
 TEST(AccelerationCsvReaderTest, AcceptsLooseLayouts) {
