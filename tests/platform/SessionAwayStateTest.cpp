@@ -5,7 +5,6 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <functional>
 
 #include "FeedbackProfile.h"
 #include "PlatformSettings.h"
@@ -53,33 +52,29 @@ TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
     state.SetOnChanged([&](bool away) { told.append(away); });
     ASSERT_TRUE(SpinUntil([&] { return state.IsAway(); })) << "idle at start";
 
-    const QString sessionIface = QStringLiteral("org.freedesktop.login1.Session");
-    const auto screenSaver = [&](bool active) {
-        service.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                                QStringLiteral("org.freedesktop.ScreenSaver"),
-                                                QStringLiteral("ActiveChanged"))
-                     << active);
-    };
+    const char* session = "org.freedesktop.login1.Session";
     const struct {
         const char* what;
-        std::function<void()> send;
-        bool away;
+        const char* interface;  // of the session's changed hint; null: the screen saver
+        const char* hint;
+        bool on, away;
     } steps[] = {
-        {"idle ends", [&] { SendChanged(service, kSession, sessionIface, {{"IdleHint", false}}); },
-         false},
-        {"another interface",
-         [&] { SendChanged(service, kSession, QStringLiteral("x.Other"), {{"LockedHint", true}}); },
-         false},
-        {"locked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", true}}); },
-         true},
-        {"unlocked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", false}}); },
-         false},
-        {"screen saver on", [&] { screenSaver(true); }, true},
-        {"screen saver off", [&] { screenSaver(false); }, false},
+        {"idle ends", session, "IdleHint", false, false},
+        {"another interface", "x.Other", "LockedHint", true, false},
+        {"locked", session, "LockedHint", true, true},
+        {"unlocked", session, "LockedHint", false, false},
+        {"screen saver on", nullptr, nullptr, true, true},
+        {"screen saver off", nullptr, nullptr, false, false},
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(step.what);
-        step.send();
+        if (step.interface != nullptr) {
+            SendChanged(service, kSession, step.interface, {{step.hint, step.on}});
+        } else {
+            service.send(QDBusMessage::createSignal("/org/freedesktop/ScreenSaver",
+                                                    "org.freedesktop.ScreenSaver", "ActiveChanged")
+                         << step.on);
+        }
         SpinUntil([&] { return state.IsAway() == step.away; }, 1000);
         SpinUntil([] { return false; }, 50);  // a wrong change would arrive meanwhile
         EXPECT_EQ(state.IsAway(), step.away);
