@@ -60,8 +60,9 @@ protected:
     std::unique_ptr<Pedometer> app;
 };
 
-// Every screen in both languages fits every size: opened at the first size, then resized
-// through the others as a rotation or a window's resize would. Nothing lies outside the
+// Every screen in both languages opens, is shown and fits every size: opened at the first
+// size, then resized through the others as a rotation or a window's resize would; Back
+// leads to the main screen again. Nothing lies outside the
 // window, no touch controls overlap or are too small, no text is too small to read.
 TEST_F(LayoutCheckTest, EveryScreenFitsEverySizeInBothLanguages) {
     int checked = 0;
@@ -77,8 +78,9 @@ TEST_F(LayoutCheckTest, EveryScreenFitsEverySizeInBothLanguages) {
         for (const QString& name : ScreenDirectory::Names()) {
             window.resize(kSizes[0]);
             QString error;
-            ASSERT_NE(ScreenDirectory::Open(name, navigation, request, &error), nullptr)
-                << name.toStdString() << ": " << error.toStdString();
+            const QWidget* shown = ScreenDirectory::Open(name, navigation, request, &error);
+            ASSERT_NE(shown, nullptr) << name.toStdString() << ": " << error.toStdString();
+            EXPECT_TRUE(shown->isVisible()) << name.toStdString();
             for (const QSize& size : kSizes) {
                 window.resize(size);
                 QCoreApplication::processEvents();
@@ -100,7 +102,11 @@ TEST_F(LayoutCheckTest, EveryScreenFitsEverySizeInBothLanguages) {
                 if (QWidget* pane = app->GetMainForm()->GetLockPane())
                     app->GetMainForm()->Unblock(pane);
             }
+            EXPECT_EQ(navigation.GetTopForm(), app->GetMainForm()) << "Back from " << name.toStdString();
         }
+        QString unknown;  // an unknown screen is refused by name
+        EXPECT_FALSE(ScreenDirectory::Open("no-such-screen", navigation, request, &unknown));
+        EXPECT_TRUE(unknown.contains(QStringLiteral("no-such-screen")));
         app.reset();
         QCoreApplication::processEvents();
     }

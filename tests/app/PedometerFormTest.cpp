@@ -8,7 +8,6 @@
 #include <QTest>
 
 #include "FakeSoundPlayer.h"
-#include "FormHeader.h"
 #include "NavigationTestSupport.h"
 #include "PedometerOptions.h"
 #include "SoftkeyBar.h"
@@ -159,12 +158,6 @@ TEST_F(PedometerFormTest, OptionKeyOpensTheMenuAndItemsReportTheirIds) {
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(items[1]).center());
     EXPECT_EQ(screen->actions, QList<int>({ProbeForm::kOptionKey, 123}));
     EXPECT_FALSE(menu->isVisible());
-
-    // The keyboard's Menu key opens it too, and HideOptionMenu closes it.
-    QTest::keyClick(frame.get(), Qt::Key_F1);
-    EXPECT_TRUE(menu->isVisible());
-    screen->HideOptionMenu();
-    EXPECT_FALSE(menu->isVisible());
 }
 
 TEST_F(PedometerFormTest, BackgroundIsDrawnAtTheTopLeftUnderTheControls) {
@@ -178,26 +171,6 @@ TEST_F(PedometerFormTest, BackgroundIsDrawnAtTheTopLeftUnderTheControls) {
     ProbeForm bare("bare", journal, *frame);
     bare.resize(50, 50);
     EXPECT_EQ(touch::PixelAt(bare, QPoint(10, 10)).alpha(), 0);
-}
-
-TEST_F(PedometerFormTest, TabsReportTheirIdsAndMoveTheClientArea) {
-    EXPECT_EQ(screen->GetClientTop(), 0);
-    screen->SetTitleText("Title");
-    const int titleOnly = screen->GetClientTop();
-    screen->AddTabItem("One", 100);
-    screen->AddTabItem("Two", 101);
-    EXPECT_GT(titleOnly, 0);
-    EXPECT_GT(screen->GetClientTop(), titleOnly);
-    EXPECT_EQ(screen->GetSelectedTabIndex(), -1);
-
-    FormHeader* header = screen->GetHeader();
-    QTest::mouseClick(header, Qt::LeftButton, {}, header->TabRect(1).center());
-    EXPECT_EQ(screen->actions, QList<int>({101}));
-    EXPECT_EQ(screen->GetSelectedTabIndex(), 1);
-    // A press that slides onto another tab chooses nothing.
-    QTest::mousePress(header, Qt::LeftButton, {}, header->TabRect(0).center());
-    QTest::mouseRelease(header, Qt::LeftButton, {}, header->TabRect(1).center());
-    EXPECT_EQ(screen->actions, QList<int>({101}));
 }
 
 }  // namespace

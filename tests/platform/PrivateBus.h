@@ -2,9 +2,12 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <functional>
+#include <mutex>
 
 #include "SpinUntil.h"
 
@@ -34,9 +37,41 @@ public:
         names_.append(name);
         return QDBusConnection::connectToBus(address_, name);
     }
+    // A client that owns `services` and serves `object` at `path`.
+    QDBusConnection Serve(const QStringList& services, const QString& path,
+                          QDBusVirtualObject* object,
+                          QDBusConnection::VirtualObjectRegisterOption option = {}) {
+        QDBusConnection bus = Connect(services.first());
+        for (const QString& service : services) bus.registerService(service);
+        bus.registerVirtualObject(path, object, option);
+        return bus;
+    }
 
 private:
     QProcess daemon_;
     QString address_;
     QStringList names_;
+};
+
+// Plays a D-Bus service: `answer` handles each call (returning false for calls it does not
+// know) on Qt's D-Bus thread, holding `mutex`, which the test takes to read what it kept.
+class FakeService : public QDBusVirtualObject {
+public:
+    using Answer = std::function<bool(const QDBusMessage& call, const QDBusConnection& bus)>;
+    explicit FakeService(Answer answer) : answer_(std::move(answer)) {}
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+        std::lock_guard guard(mutex);
+        return answer_(call, bus);
+    }
+    QString introspect(const QString&) const override { return {}; }
+    template <class Read>
+    auto Locked(Read read) {
+        std::lock_guard guard(mutex);
+        return read();
+    }
+
+    std::mutex mutex;
+
+private:
+    Answer answer_;
 };

@@ -5,8 +5,6 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QDBusVirtualObject>
-#include <functional>
 
 #include "FeedbackProfile.h"
 #include "PlatformSettings.h"
@@ -18,26 +16,20 @@ const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kSession = QStringLiteral("/org/freedesktop/login1/session/_31");
 
 // Plays logind's manager and the caller's session (idle at start), and the feedback
-// daemon (profile "quiet" at start). Called on Qt's D-Bus thread.
-class FakeServices : public QDBusVirtualObject {
-public:
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
-        QVariant answer;
-        if (call.member() == QLatin1String("GetSession")) {
-            answer = QVariant::fromValue(QDBusObjectPath(kSession));
-        } else if (call.member() == QLatin1String("GetAll") && call.path() == kSession) {
-            answer = QVariantMap{{QStringLiteral("IdleHint"), true},
-                                 {QStringLiteral("LockedHint"), false}};
-        } else if (call.member() == QLatin1String("Get")) {
-            answer = QVariant::fromValue(QDBusVariant(QStringLiteral("quiet")));
-        } else {
-            return false;
-        }
-        bus.send(call.createReply(answer));
-        return true;
+// daemon (profile "quiet" at start).
+bool Answer(const QDBusMessage& call, const QDBusConnection& bus) {
+    QVariant answer;
+    if (call.member() == QLatin1String("GetSession")) {
+        answer = QVariant::fromValue(QDBusObjectPath(kSession));
+    } else if (call.member() == QLatin1String("GetAll") && call.path() == kSession) {
+        answer = QVariantMap{{QStringLiteral("IdleHint"), true}, {QStringLiteral("LockedHint"), false}};
+    } else if (call.member() == QLatin1String("Get")) {
+        answer = QVariant::fromValue(QDBusVariant(QStringLiteral("quiet")));
+    } else {
+        return false;
     }
-    QString introspect(const QString&) const override { return {}; }
-};
+    return bus.send(call.createReply(answer));
+}
 
 void SendChanged(QDBusConnection& bus, const QString& path, const QString& interface,
                  const QVariantMap& changed) {
@@ -50,12 +42,9 @@ void SendChanged(QDBusConnection& bus, const QString& path, const QString& inter
 TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
     PrivateBus bus;
     ASSERT_TRUE(bus.IsRunning());
-    FakeServices fake;
-    QDBusConnection service = bus.Connect(QStringLiteral("services"));
-    service.registerService(QStringLiteral("org.freedesktop.login1"));
-    service.registerService(QStringLiteral("org.freedesktop.ScreenSaver"));
-    service.registerVirtualObject(QStringLiteral("/org/freedesktop/login1"), &fake,
-                                  QDBusConnection::SubPath);
+    FakeService fake(Answer);
+    QDBusConnection service = bus.Serve({"org.freedesktop.login1", "org.freedesktop.ScreenSaver"},
+                                        "/org/freedesktop/login1", &fake, QDBusConnection::SubPath);
 
     const QDBusConnection app = bus.Connect(QStringLiteral("app"));
     SessionAwayState state(app, app);
@@ -63,33 +52,29 @@ TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
     state.SetOnChanged([&](bool away) { told.append(away); });
     ASSERT_TRUE(SpinUntil([&] { return state.IsAway(); })) << "idle at start";
 
-    const QString sessionIface = QStringLiteral("org.freedesktop.login1.Session");
-    const auto screenSaver = [&](bool active) {
-        service.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                                QStringLiteral("org.freedesktop.ScreenSaver"),
-                                                QStringLiteral("ActiveChanged"))
-                     << active);
-    };
+    const char* session = "org.freedesktop.login1.Session";
     const struct {
         const char* what;
-        std::function<void()> send;
-        bool away;
+        const char* interface;  // of the session's changed hint; null: the screen saver
+        const char* hint;
+        bool on, away;
     } steps[] = {
-        {"idle ends", [&] { SendChanged(service, kSession, sessionIface, {{"IdleHint", false}}); },
-         false},
-        {"another interface",
-         [&] { SendChanged(service, kSession, QStringLiteral("x.Other"), {{"LockedHint", true}}); },
-         false},
-        {"locked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", true}}); },
-         true},
-        {"unlocked", [&] { SendChanged(service, kSession, sessionIface, {{"LockedHint", false}}); },
-         false},
-        {"screen saver on", [&] { screenSaver(true); }, true},
-        {"screen saver off", [&] { screenSaver(false); }, false},
+        {"idle ends", session, "IdleHint", false, false},
+        {"another interface", "x.Other", "LockedHint", true, false},
+        {"locked", session, "LockedHint", true, true},
+        {"unlocked", session, "LockedHint", false, false},
+        {"screen saver on", nullptr, nullptr, true, true},
+        {"screen saver off", nullptr, nullptr, false, false},
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(step.what);
-        step.send();
+        if (step.interface != nullptr) {
+            SendChanged(service, kSession, step.interface, {{step.hint, step.on}});
+        } else {
+            service.send(QDBusMessage::createSignal("/org/freedesktop/ScreenSaver",
+                                                    "org.freedesktop.ScreenSaver", "ActiveChanged")
+                         << step.on);
+        }
         SpinUntil([&] { return state.IsAway() == step.away; }, 1000);
         SpinUntil([] { return false; }, 50);  // a wrong change would arrive meanwhile
         EXPECT_EQ(state.IsAway(), step.away);
@@ -101,10 +86,8 @@ TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
 TEST(SessionAwayStateTest, TheFeedbackProfileSilencesSounds) {
     PrivateBus bus;
     ASSERT_TRUE(bus.IsRunning());
-    FakeServices fake;
-    QDBusConnection service = bus.Connect(QStringLiteral("feedback"));
-    service.registerService(QStringLiteral("org.sigxcpu.Feedback"));
-    service.registerVirtualObject(QStringLiteral("/org/sigxcpu/Feedback"), &fake);
+    FakeService fake(Answer);
+    QDBusConnection service = bus.Serve({"org.sigxcpu.Feedback"}, "/org/sigxcpu/Feedback", &fake);
 
     FeedbackProfile profile(bus.Connect(QStringLiteral("app")));
     EXPECT_TRUE(SpinUntil([] { return PlatformSettings::IsSilentMode(); })) << "quiet at start";

@@ -4,9 +4,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
-#include <mutex>
+#include <QDBusUnixFileDescriptor>
 #include <vector>
 
 #include "AccelerometerSource.h"
@@ -19,45 +17,39 @@ namespace {
 
 const QString kPath = QStringLiteral("/org/freedesktop/login1");
 
-// Plays logind: each Inhibit hands out the write end of a pipe and keeps the read end,
-// which hangs up once every copy of that lock is closed. Called on Qt's D-Bus thread.
-class FakeLogind : public QDBusVirtualObject {
-public:
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+// Plays logind on a private bus: each Inhibit hands out the write end of a pipe and keeps
+// the read end, which hangs up once every copy of that lock is closed.
+struct FakeLogind {
+    FakeLogind() : service([this](const QDBusMessage& call, const QDBusConnection& connection) {
         int fds[2];
         if (call.member() != QLatin1String("Inhibit") || ::pipe(fds) != 0) return false;
         const QDBusUnixFileDescriptor lock(fds[1]);  // holds a copy of its own
         ::close(fds[1]);
-        std::lock_guard guard(mutex_);
-        locks_.emplace_back(call.arguments()[3].toString(), fds[0]);
-        bus.send(call.createReply(QVariant::fromValue(lock)));
-        return true;
-    }
-    QString introspect(const QString&) const override { return {}; }
+        locks.emplace_back(call.arguments()[3].toString(), fds[0]);
+        return connection.send(call.createReply(QVariant::fromValue(lock)));
+    }) {}
     int Held(const QString& mode) {  // "delay" or "block" locks still held
-        std::lock_guard guard(mutex_);
-        int held = 0;
-        for (const auto& [kind, fd] : locks_) {
-            pollfd p{fd, POLLIN, 0};
-            held += kind == mode && ::poll(&p, 1, 0) == 0;
-        }
-        return held;
+        return service.Locked([&] {
+            int held = 0;
+            for (const auto& [kind, fd] : locks) {
+                pollfd p{fd, POLLIN, 0};
+                held += kind == mode && ::poll(&p, 1, 0) == 0;
+            }
+            return held;
+        });
     }
 
-private:
-    std::mutex mutex_;
-    std::vector<std::pair<QString, int>> locks_;  // read ends stay open until the end
+    PrivateBus bus;
+    std::vector<std::pair<QString, int>> locks;  // read ends stay open until the end
+    FakeService service;
+    QDBusConnection connection = bus.Serve({"org.freedesktop.login1"}, kPath, &service);
 };
 
 TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks) {
-    PrivateBus bus;
-    ASSERT_TRUE(bus.IsRunning());
     FakeLogind logind;
-    QDBusConnection service = bus.Connect(QStringLiteral("logind"));
-    service.registerService(QStringLiteral("org.freedesktop.login1"));
-    service.registerVirtualObject(kPath, &logind);
+    ASSERT_TRUE(logind.bus.IsRunning());
     const auto prepareFor = [&](const char* what, bool starting) {
-        service.send(QDBusMessage::createSignal(kPath,
+        logind.connection.send(QDBusMessage::createSignal(kPath,
                                                 QStringLiteral("org.freedesktop.login1.Manager"),
                                                 QString::fromLatin1(what))
                      << starting);
@@ -68,7 +60,7 @@ TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks
             [&] { return logind.Held("delay") == delay && logind.Held("block") == block; });
     };
 
-    SleepInhibitor inhibitor(bus.Connect(QStringLiteral("app")), SleepInhibitor::Service::Logind);
+    SleepInhibitor inhibitor(logind.bus.Connect(QStringLiteral("app")), SleepInhibitor::Service::Logind);
     int resumed = 0, delaysWhileWriting = -1;
     inhibitor.SetBeforeSleep([&] { delaysWhileWriting = logind.Held("delay"); });
     inhibitor.SetAfterResume([&] { ++resumed; });
@@ -104,13 +96,9 @@ TEST(SleepInhibitorTest, DelaysSleepToWriteBlocksItOnRequestAndLetsGoOfLateLocks
 // A manager told to guard sleep takes the locks from the system bus when counting starts,
 // the block only when counting goes on with the screen off, and lets go when it stops.
 TEST(SleepInhibitorTest, CountingHoldsTheLocksOnlyWhileItCounts) {
-    PrivateBus bus;
-    ASSERT_TRUE(bus.IsRunning());
     FakeLogind logind;
-    QDBusConnection service = bus.Connect(QStringLiteral("logind"));
-    service.registerService(QStringLiteral("org.freedesktop.login1"));
-    service.registerVirtualObject(kPath, &logind);
-    qputenv("DBUS_SYSTEM_BUS_ADDRESS", bus.Address().toUtf8());  // read at its first use
+    ASSERT_TRUE(logind.bus.IsRunning());
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", logind.bus.Address().toUtf8());  // read at its first use
     FreshProfile profile;
     StatisticsManager::GuardSleepWhileCounting(true);
     for (const bool screenOff : {true, false}) {

@@ -13,6 +13,7 @@
 #include "FreshProfile.h"
 #include "PedometerDBManager.h"
 #include "SpinUntil.h"
+#include "TestData.h"
 
 namespace {
 
@@ -141,43 +142,20 @@ TEST(SnsGatewayTest, EveryProviderSignsInKeepsTheTokenPrivateAndPosts) {
     }
 }
 
-// Each failure reaches the right callback with a message the user can read, and the
-// flow ends: nothing hangs, nothing crashes.
+// Each failure of tests/data/sns-failures.tsv reaches the right callback with a message the
+// user can read, and the flow ends: nothing hangs, nothing crashes.
 TEST(SnsGatewayTest, FailuresReachTheListenerAsReadableMessages) {
-    enum Step { SignIn, Check, Post };
-    struct Case {
-        int provider;
-        QByteArray path;  // empty: the user refuses in the browser
-        FakeSnsServer::Answer answer;
-        Step step;
-        std::string expected;
-    } cases[] = {
-        {0, "/2/tweets", {403, R"({"detail":"Duplicate content"})"}, Post, "posted 0 Twitter refused the request: Duplicate content"},
-        {1, "/v19.0/me/feed", {200, "<html>"}, Post, "posted 0 Facebook sent an answer that could not be read."},
-        {2, "/api/v1/statuses", {200, {}, true}, Post, "posted 0 Mastodon did not answer in time. Please try again later."},
-        {2, "/api/v1/statuses", {500, "oops"}, Post, "posted 0 Mastodon refused the request (error 500)."},
-        {0, "/2/users/me", {401, "{}"}, Check, "status 0 1 "},
-        {1, "/v19.0/me", {503, R"({"error":{"message":"Try later"}})"}, Check, "status 0 0 Facebook refused the request: Try later"},
-        {0, "/oauth/access_token", {401, "{}"}, SignIn, "auth 0 Twitter refused the request (error 401)."},
-        {0, "/oauth/request_token", {200, "no=token"}, SignIn, "auth 0 Twitter sent an answer that could not be read."},
-        {0, "/oauth/request_token", {200, {}, true}, SignIn, "auth 0 Twitter did not answer in time. Please try again later."},
-        {0, {}, {}, SignIn, "auth 0 Signing in to Twitter was cancelled."},
-        {1, {}, {}, SignIn, "auth 0 Signing in to Facebook was cancelled."},
-        {1, "/v19.0/oauth/access_token", {200, "not json"}, SignIn, "auth 0 Facebook sent an answer that could not be read."},
-        {2, "/api/v1/apps", {422, R"({"error":"Validation failed"})"}, SignIn, "auth 0 Mastodon refused the request: Validation failed"},
-        {2, "/oauth/token", {400, R"({"error":"invalid_grant"})"}, SignIn, "auth 0 Mastodon refused the request: invalid_grant"},
-    };
-    for (const Case& c : cases) {
-        const Provider& p = kProviders[c.provider];
-        SCOPED_TRACE(p.name.toStdString() + " " + c.path.toStdString());
+    for (const QByteArrayList& c : testdata::Table("sns-failures.tsv")) {
+        const Provider& p = kProviders[c[0].toInt()];
+        SCOPED_TRACE(c.join(' ').toStdString());
         World world(p);
-        world.server.refuse = c.path.isEmpty();
-        world.server.answers[c.path] = c.answer;
+        world.server.refuse = c[1].isEmpty();
+        world.server.answers[c[1]] = {c[2].toInt(), c[3], c[2] == "hang"};
         world.gateway.AddAuthResult(p.name, {"old", "Bearer"});
-        if (c.step == SignIn) world.gateway.Authenticate(p.name, {}, {});
-        if (c.step == Check) world.gateway.IsLoggedIn(p.name);
-        if (c.step == Post) world.gateway.UpdateMyStatusText(p.name, "hi");
-        EXPECT_EQ(world.Next(), c.expected);
+        if (c[4] == "sign in") world.gateway.Authenticate(p.name, {}, {});
+        if (c[4] == "check") world.gateway.IsLoggedIn(p.name);
+        if (c[4] == "post") world.gateway.UpdateMyStatusText(p.name, "hi");
+        EXPECT_EQ(world.Next(), c[5].toStdString());
     }
 }
 

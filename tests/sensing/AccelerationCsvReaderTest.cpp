@@ -31,9 +31,6 @@ Parsed parse(std::string_view text) {
     return p;
 }
 
-// Data lines with a NUL byte in the middle of a value.
-const char kNulLine[] = "0,1,2,3\n0.1,1,2\0,3\n";
-
 const char kPhoneHeader[] =
     "\"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\","
     "\"Acceleration z (m/s^2)\"\n";
@@ -80,30 +77,16 @@ TEST(AccelerationCsvReaderTest, EveryValueReadsAsTheCorrectlyRoundedDouble) {
     }
 }
 
+// The cases of tests/data/recording-times.tsv.
 TEST(AccelerationCsvReaderTest, TimeUnitsAllGiveNanoseconds) {
-    const char* headers[] = {"Time (s)", "Time (ms)", "Time (us)", "Time (ns)"};
-    const char* times[] = {"1.5e-3", "1.5", "1500", "1500000"};
-    for (int i = 0; i < 4; ++i) {
-        const std::string text = std::string(headers[i]) +
-                                 ",Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
-                                 "0,0,0,1\n" +
-                                 times[i] + ",0,0,1\n";
-        const Parsed p = parse(text.c_str());
-        ASSERT_TRUE(p.ok) << headers[i] << ": " << p.error.toStdString();
-        EXPECT_EQ(p.recording.TimeNs(1), 1'500'000) << headers[i];
+    for (const QByteArrayList& c : testdata::Table("recording-times.tsv")) {
+        const QByteArray text = "Time (" + c[0] +
+                                "),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n" +
+                                c[1] + ",0,0,1\n";
+        const Parsed p = parse(std::string_view(text.constData(), text.size()));
+        ASSERT_TRUE(p.ok) << text.constData() << p.error.toStdString();
+        EXPECT_EQ(p.recording.TimeNs(0), c[2].toLongLong()) << text.constData();
     }
-    // Decimal seconds are taken exactly: thirty milliseconds is 30,000,000 ns.
-    const Parsed exact = parse(
-        "Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n"
-        "-0.5,0,0,1\n0.030,0,0,1\n12345.999999999,0,0,1\n"
-        "12345.9999999995,0,0,1\n12346.00000000000000000001,0,0,1\n");
-    ASSERT_TRUE(exact.ok) << exact.error.toStdString();
-    EXPECT_EQ(exact.recording.TimeNs(0), -500'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(1), 30'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(2), 12'345'999'999'999);
-    // Beyond nanoseconds the time is rounded to the nearest one.
-    EXPECT_EQ(exact.recording.TimeNs(3), 12'346'000'000'000);
-    EXPECT_EQ(exact.recording.TimeNs(4), 12'346'000'000'000);
 }
 
 TEST(AccelerationCsvReaderTest, AcceptsLooseLayouts) {
@@ -124,62 +107,19 @@ TEST(AccelerationCsvReaderTest, AcceptsLooseLayouts) {
     EXPECT_EQ(p.recording.TimeNs(1), 30'000'000);
 }
 
+// The cases of tests/data/malformed-recordings.tsv, and lines too long to be a recording's.
 TEST(AccelerationCsvReaderTest, MalformedFilesAreRejectedWithFileLineAndProblem) {
-    const std::string header =
-        "Time (s),Acceleration x (m/s^2),Acceleration y (m/s^2),Acceleration z (m/s^2)\n";
-    struct Case {
-        std::string text;
-        const char* expected;
-    };
-    const Case cases[] = {
-        {"", "walk.csv: the file is empty"},
-        {"\n  \n", "walk.csv: the file is empty"},
-        {header, "walk.csv: no samples after the header line"},
-        {"0.0,1,2,3\n0.1,1,2,3\n", "walk.csv: line 1: no header line"},
-        {"Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
-         "walk.csv: line 1: no time column"},
-        {"Time (s),Acceleration x (g),Acceleration y (g)\n0,1,2\n",
-         "walk.csv: line 1: no column for acceleration z"},
-        {"Time (min),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
-         "walk.csv: line 1: column 1 \"Time (min)\" has the unknown time unit \"min\""},
-        {"Time,Acceleration x (g),Acceleration y (g),Acceleration z (g)\n",
-         "walk.csv: line 1: column 1 \"Time\" gives no unit"},
-        {"Time (s),Acceleration x (ft/s^2),Acceleration y (g),Acceleration z (g)\n",
-         "walk.csv: line 1: column 2 \"Acceleration x (ft/s^2)\" has the unknown acceleration "
-         "unit \"ft/s^2\""},
-        {header + "0,1,2,3\n0.1,1,2\n",
-         "walk.csv: line 3: missing value for column 4 (\"Acceleration z (m/s^2)\")"},
-        {header + "0,1,2,3\n0.1,1,,3\n",
-         "walk.csv: line 3: empty value in column 3 (\"Acceleration y (m/s^2)\")"},
-        {header + "0,1,2,3\n\n0.1,1,abc,3\n",
-         "walk.csv: line 4: \"abc\" in column 3 (\"Acceleration y (m/s^2)\") is not a number"},
-        {header + "0,1,2,3\n0.1,1,2,3x\n", "walk.csv: line 3: \"3x\" in column 4"},
-        {header + "0,1,2,3\n0.1,nan,2,3\n", "is not a number"},
-        {header + "0,1,2,3\n0.1,1e300,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
-        {header + "0,1,2,3\n0.1,1e999,2,3\n", "(\"Acceleration x (m/s^2)\") is out of range"},
-        {header + std::string(kNulLine, sizeof kNulLine - 1), "line 3: \"2?\" in column 3"},
-        {header + "zero,1,2,3\n", "walk.csv: line 2: \"zero\" in column 1 (\"Time (s)\")"},
-        {header + "1e20,1,2,3\n",
-         "walk.csv: line 2: \"1e20\" in column 1 (\"Time (s)\") is out "
-         "of range"},
-        {header + "0,1,2,3\n0.5,1,2,3\n0.49,1,2,3\n",
-         "walk.csv: line 4: time goes backwards, from 0.500000000 s to 0.490000000 s"},
-        {header + "0,1,2,3\n86400.000000001,1,2,3\n",
-         "walk.csv: line 3: time jumps from 0.000000000 s to 86400.000000001 s"},
-        {header + "0,1,2,3\n0.1,9e15,2,3\n",
-         "line 3: 9e+15 in column 2 (\"Acceleration x (m/s^2)\") is more than 1000 g"},
-        {"Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n0,1,1,-1000.5\n",
-         "line 2: -1000.5 in column 4"},
-        {std::string(9000, 'x'), "walk.csv: line 1: the line is longer than 8192 bytes"},
-        {header + std::string(9000, '1') + "\n", "walk.csv: line 2: the line is longer"},
-    };
-    for (const Case& c : cases) {
-        const Parsed p = parse(c.text);
-        EXPECT_FALSE(p.ok) << c.text;
-        EXPECT_TRUE(p.error.startsWith(QString::fromUtf8(c.expected)) ||
-                    p.error.contains(QString::fromUtf8(c.expected)))
-            << "got: " << p.error.toStdString() << "\nwanted: " << c.expected;
-        EXPECT_TRUE(p.recording.IsEmpty()) << "half a recording was kept: " << c.text;
+    QList<QByteArrayList> cases = testdata::Table("malformed-recordings.tsv");
+    cases.append({QByteArray(9000, 'x'), "walk.csv: line 1: the line is longer than 8192 bytes"});
+    cases.append({"Time (s),Acceleration x (g),Acceleration y (g),Acceleration z (g)\n" +
+                      QByteArray(9000, '1') + "\n",
+                  "walk.csv: line 2: the line is longer"});
+    for (const QByteArrayList& c : cases) {
+        const Parsed p = parse(std::string_view(c[0].constData(), c[0].size()));
+        EXPECT_FALSE(p.ok) << c[0].constData();
+        EXPECT_TRUE(p.error.contains(QString::fromUtf8(c[1])))
+            << "got: " << p.error.toStdString() << "\nwanted: " << c[1].constData();
+        EXPECT_TRUE(p.recording.IsEmpty()) << "half a recording was kept: " << c[0].constData();
     }
 }
 

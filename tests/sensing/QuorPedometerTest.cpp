@@ -54,22 +54,18 @@ public:
         To(level_ - change);
         To(level_);
     }
-    float Sum() const { return sum_; }
-    int Samples() const { return samples_; }
 
 private:
     void Feed(float m) {
         window_.pop_front();
         window_.push_back(m);
         detector_.OnDataReceived(0.0f, 0.0f, m);
-        ++samples_;
     }
 
     QuorPedometer& detector_;
     std::deque<float> window_;
     float sum_ = 0.0f;
     float level_ = 0.0f;
-    int samples_ = 0;
 };
 
 // Per-sample sum changes: 0.5 moves only the walk channel (dead-band 0.3), 1.0 walk and
@@ -81,6 +77,9 @@ constexpr float kRunChange = 1.5f;
 // strides never asks for a negative magnitude.
 constexpr float kStrideBase = 8.0f;
 
+// RecordedWalksTest pins the classic detector's counts and gait split on real walks (the
+// warm-up, the wrap of a channel); these cases pin the state machine, the sample after a
+// step, the modes, the meter and the source, which walks reach rarely or not at all.
 class QuorPedometerTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -101,31 +100,6 @@ protected:
     std::unique_ptr<QuorPedometer> detector_;
     GaitLog steps_;
 };
-
-TEST_F(QuorPedometerTest, FirstEightSamplesNeverStepAndLeaveMachinesUnknown) {
-    for (int i = 0; i < 8; ++i) detector_->OnDataReceived(0.0f, 0.0f, i % 2 ? 3.0f : 0.5f);
-    EXPECT_TRUE(steps_.gaits.empty());
-    EXPECT_EQ(detector_->GetSampleCount(), 8);
-    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run}) {
-        EXPECT_EQ(detector_->GetState(c), 2);
-        // The sums grow against a previous sum that stays 0 during the warm-up.
-        EXPECT_EQ(detector_->GetChannel(c).prevSum, 0.0f);
-    }
-    EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Walk).sum, 14.0f);
-    EXPECT_EQ(detector_->GetChannel(Channel::Raw).maxValue, 3.0f);
-    EXPECT_EQ(detector_->GetChannel(Channel::Raw).minValue, 0.5f);
-}
-
-TEST_F(QuorPedometerTest, StillPhoneHoldsItsSumsAndNeverSteps) {
-    for (int i = 0; i < 2000; ++i) {
-        const float noise = (i % 3 - 1) * 0.01f;
-        detector_->OnDataReceived(0.02f, -0.01f, 1.0f + noise);
-    }
-    EXPECT_TRUE(steps_.gaits.empty());
-    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run}) {
-        EXPECT_EQ(detector_->GetState(c), 2);
-    }
-}
 
 TEST_F(QuorPedometerTest, StateMachineMovesOnlyOnChangesBeyondItsDelta) {
     QuorPedometer& d = *detector_;
@@ -154,23 +128,6 @@ TEST_F(QuorPedometerTest, StateMachineMovesOnlyOnChangesBeyondItsDelta) {
     EXPECT_EQ(d.GetState(Channel::Run), 2);
 }
 
-TEST_F(QuorPedometerTest, OnePeakAndTroughThenARiseGiveExactlyOneStep) {
-    SumDriver driver(*detector_, 4.0f);                                // resting sum 32
-    for (float s : {32.5f, 33.0f, 32.5f, 32.0f, 32.5f}) driver.To(s);  // crest 33, valley 32
-    EXPECT_TRUE(steps_.gaits.empty());
-    driver.To(33.0f);  // above the midpoint 32.5
-    EXPECT_EQ(steps_.gaits, std::vector<int>{1});
-    // Rising on and holding high: the recycle forgot the crest, so no second step.
-    for (float s : {33.5f, 34.0f}) driver.To(s);
-    driver.Hold(20);
-    EXPECT_EQ(steps_.gaits.size(), 1u);
-    // A new fall and rise gives the next one.
-    for (float s : {33.5f, 33.0f, 33.5f}) driver.To(s);
-    EXPECT_EQ(steps_.gaits.size(), 1u);
-    driver.To(34.0f);
-    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1}));
-}
-
 TEST_F(QuorPedometerTest, SampleAfterAStepNeverStepsAndItsFlagCarriesOver) {
     QuorPedometer& d = *detector_;
     // Crest 30, valley 2, rising: fires while the previous sum is below 31.
@@ -192,20 +149,6 @@ TEST_F(QuorPedometerTest, SampleAfterAStepNeverStepsAndItsFlagCarriesOver) {
     EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 1}));
 }
 
-TEST_F(QuorPedometerTest, StridesAreClassifiedByTheFastestMachineThatFired) {
-    SumDriver driver(*detector_, kStrideBase);
-    Prime(driver);
-    driver.Stride(kWalkChange);
-    driver.Stride(kRunChange);  // run, jog and walk fire together: run
-    EXPECT_EQ(steps_.gaits, (std::vector<int>{1, 3}));
-    // Each step recycles the gait channels and restarts the refractory count.
-    EXPECT_EQ(detector_->GetChannelIndex(Channel::Walk), 8);
-    EXPECT_EQ(detector_->GetChannelIndex(Channel::Run), 8);
-    EXPECT_EQ(detector_->GetChannel(Channel::Jog).peak, -30000.0f);
-    EXPECT_FLOAT_EQ(detector_->GetChannel(Channel::Jog).sum, driver.Sum());
-}
-
-// Strides by the change they make per sample, and the gaits reported for them.
 TEST_F(QuorPedometerTest, EstablishedModesClaimStepsOfOtherGaits) {
     constexpr float W = kWalkChange, J = kJogChange, R = kRunChange;
     const struct {
@@ -233,32 +176,6 @@ TEST_F(QuorPedometerTest, EstablishedModesClaimStepsOfOtherGaits) {
     }
 }
 
-TEST_F(QuorPedometerTest, ChannelWrapsAfter81SamplesWithoutAStep) {
-    QuorPedometer& d = *detector_;
-    for (int i = 0; i < 88; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
-    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 88);
-    d.isStep(0.0f, 30.0f);  // record a crest and a valley on the walk channel
-    d.isStep(10.0f, 2.0f);
-    d.OnDataReceived(0.0f, 0.0f, 1.0f);  // 89th sample: every channel wraps
-    for (Channel c : {Channel::Walk, Channel::Jog, Channel::Run, Channel::Raw}) {
-        EXPECT_EQ(d.GetChannelIndex(c), 8);
-        EXPECT_FLOAT_EQ(d.GetChannel(c).sum, 8.0f);
-    }
-    EXPECT_EQ(d.GetChannel(Channel::Walk).peak, -30000.0f);
-    EXPECT_EQ(d.GetChannel(Channel::Walk).trough, 30000.0f);
-    EXPECT_EQ(d.GetChannel(Channel::Walk).maxValue, -30000.0f);  // extremes start over too
-    d.OnDataReceived(0.0f, 0.0f, 1.5f);
-    d.OnDataReceived(0.0f, 0.0f, 0.75f);
-    EXPECT_EQ(d.GetChannel(Channel::Jog).maxValue, 1.5f);
-    EXPECT_EQ(d.GetChannel(Channel::Jog).minValue, 0.75f);
-
-    for (int i = 0; i < 78; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);
-    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 88);
-    d.OnDataReceived(0.0f, 0.0f, 1.0f);
-    EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 8);
-    EXPECT_TRUE(steps_.gaits.empty());
-}
-
 TEST_F(QuorPedometerTest, RawWrapTakesItsSumFromTheRunBuffer) {
     QuorPedometer& d = *detector_;
     for (int i = 0; i < 100; ++i) d.OnDataReceived(0.0f, 0.0f, 1.0f);  // wrapped once at 89
@@ -271,6 +188,8 @@ TEST_F(QuorPedometerTest, RawWrapTakesItsSumFromTheRunBuffer) {
     EXPECT_FLOAT_EQ(d.GetChannel(Channel::Raw).sum, 8.0f);
     EXPECT_EQ(d.GetChannelIndex(Channel::Walk), 8);
     EXPECT_FLOAT_EQ(d.GetChannel(Channel::Walk).sum, 16.0f);
+    // The run channel's extremes are its twos written since the recycle, not the ones it kept.
+    EXPECT_EQ(d.GetChannel(Channel::Run).minValue, 2.0f);
 }
 
 TEST_F(QuorPedometerTest, MonitoringAloneClassifiesStepsWithoutReportingThem) {

@@ -51,13 +51,4 @@ TEST(RecordingAccelerometerSourceTest, PassesSamplesOnAndRecordsThemForReplay) {
     for (std::size_t i = 0; i < samples.size(); ++i) EXPECT_EQ(recording.Sample(i), samples[i]);
 }
 
-TEST(RecordingAccelerometerSourceTest, UnwritableFileIsReported) {
-    RecordingAccelerometerSource source(
-        std::make_unique<ScriptedSource>(std::vector<AccelerationSample>{}),
-        QStringLiteral("/nonexistent-folder/walk.csv"));
-    QString error;
-    EXPECT_FALSE(source.Open(&error));
-    EXPECT_TRUE(error.contains(QStringLiteral("walk.csv")));
-}
-
 }  // namespace

@@ -16,63 +16,29 @@ namespace {
 constexpr qint64 kMs = 1'000'000;
 
 // A recording of (milliseconds, x) pairs; y and z stay fixed.
-AccelerationRecording recordingOf(std::initializer_list<std::pair<qint64, float>> samples) {
+AccelerationRecording recordingOf(const std::vector<std::pair<qint64, float>>& samples) {
     AccelerationRecording r;
     for (const auto& [ms, x] : samples) r.Append(ms * kMs, {x, 0.0f, 1.0f});
     return r;
 }
 
-struct Delivery {
-    qint64 tickMs;
-    qint64 sampleMs;
-    float x;
-    friend bool operator==(const Delivery&, const Delivery&) = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Delivery& d) {
-    return out << "{tick " << d.tickMs << ", sample " << d.sampleMs << ", x " << d.x << "}";
-}
-
-std::vector<Delivery> delivered(const AccelerationRecording& recording) {
-    ReplayCursor cursor(recording);
-    ReplayTick tick;
-    std::vector<Delivery> out;
-    while (cursor.NextSample(tick)) {
-        out.push_back({tick.tickNs / kMs, tick.sampleTimeNs / kMs, tick.sample.x});
-    }
-    return out;
-}
-
+// The cases of tests/data/replay-ticks.tsv: each fresh tick's time, its sample's time and x.
 TEST(ReplayCursorTest, EachTickTakesTheLatestSampleAtOrBeforeIt) {
-    constexpr qint64 kDay = 86'400'000;
-    const struct {
-        const char* what;
-        AccelerationRecording recording;
-        std::vector<Delivery> expected;
-    } cases[] = {
-        {"ticks at 0, 30, 60, 90 ms; none at 120, after the last sample",
-         recordingOf({{0, 0}, {10, 1}, {25, 2}, {31, 3}, {59, 4}, {61, 5}, {95, 6}}),
-         {{0, 0, 0}, {30, 25, 2}, {60, 59, 4}, {90, 61, 5}}},
-        {"a last sample exactly on a tick",
-         recordingOf({{0, 1}, {60, 2}}),
-         {{0, 0, 1}, {60, 60, 2}}},
-        {"repeats are skipped, returning values are not",
-         recordingOf({{0, 7}, {30, 7}, {60, 8}, {90, 7}, {120, 7}, {150, 9}}),
-         {{0, 0, 7}, {60, 60, 8}, {90, 90, 7}, {150, 150, 9}}},
-        {"the same time takes the last in file order",
-         recordingOf({{0, 1}, {30, 2}, {30, 3}, {30, 4}}),
-         {{0, 0, 1}, {30, 30, 4}}},
-        {"nothing", AccelerationRecording(), {}},
-        {"one sample", recordingOf({{5, 1}}), {{0, 5, 1}}},
-        {"a day's gap, its end between ticks",
-         recordingOf(
-             {{0, 1}, {10, 1}, {kDay + 1, 2}, {kDay + 20, 2}, {kDay + 31, 3}, {kDay + 61, 4}}),
-         {{0, 0, 1}, {kDay + 30, kDay + 20, 2}, {kDay + 60, kDay + 31, 3}}},
-        {"a gap whose end falls on a tick",
-         recordingOf({{0, 1}, {9000, 2}, {9030, 3}}),
-         {{0, 0, 1}, {9000, 9000, 2}, {9030, 9030, 3}}},
-    };
-    for (const auto& c : cases) EXPECT_EQ(delivered(c.recording), c.expected) << c.what;
+    for (const QByteArrayList& c : testdata::Table("replay-ticks.tsv")) {
+        std::vector<std::pair<qint64, float>> samples;
+        for (const QByteArray& s : c.value(1).split(' ')) {
+            if (s.contains(':')) samples.push_back({s.split(':')[0].toLongLong(), s.split(':')[1].toFloat()});
+        }
+        const AccelerationRecording recording = recordingOf(samples);  // the cursor keeps a reference
+        ReplayCursor cursor(recording);
+        ReplayTick t;
+        QByteArrayList got;
+        while (cursor.NextSample(t)) {
+            got << QByteArray::number(t.tickNs / kMs) + '/' + QByteArray::number(t.sampleTimeNs / kMs) +
+                       '/' + QByteArray::number(t.sample.x);
+        }
+        EXPECT_EQ(got.join(' '), c.value(2)) << c[0].constData();
+    }
 }
 
 TEST(ReplayCursorTest, TicksRunUpToAndIncludingTheLastSample) {
@@ -102,40 +68,35 @@ TEST(CsvReplaySourceTest, FeedDeliversEveryFreshTickWithItsTimes) {
     EXPECT_EQ(tickMs, (std::vector<qint64>{0, 60, 90}));
 }
 
-TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThread) {
+// Played in real time the source delivers the same samples on its own thread and says when
+// it is done; looping, it starts over until stopped, and nothing arrives once Stop returned.
+TEST(CsvReplaySourceTest, RealTimePlayDeliversTheSameSamplesOnTheSensorThreadOrLoops) {
     auto r = std::make_shared<AccelerationRecording>();
     for (int i = 0; i < 8; ++i) r->Append(i * 30 * kMs, {static_cast<float>(i % 3), 0.0f, 1.0f});
     CsvReplaySource replay(r);
     SampleLog fast;
     replay.Feed(fast);
-
-    auto ownedLive = std::make_unique<SampleLog>();  // outlives the source's thread
-    SampleLog& live = *ownedLive;
     std::atomic<bool> finished{false};
     QObject::connect(&replay, &CsvReplaySource::Finished, [&] { finished = true; });
     ASSERT_TRUE(replay.IsAvailable());
-    replay.Start(&live);
-    ASSERT_TRUE(SpinUntil([&] { return finished.load(); }));
-    replay.Stop();
-    EXPECT_FALSE(replay.IsRunning());
-    EXPECT_EQ(live.Xs(), fast.Xs());
-    EXPECT_TRUE(live.OffThread());
-}
-
-TEST(CsvReplaySourceTest, LoopingPlayStartsOverUntilStopped) {
-    auto r = std::make_shared<AccelerationRecording>(recordingOf({{0, 1}, {30, 2}, {60, 3}}));
-    CsvReplaySource replay(r);
-    replay.SetLooping(true);
-    auto ownedLive = std::make_unique<SampleLog>();
-    SampleLog& live = *ownedLive;
-    replay.Start(&live);
-    ASSERT_TRUE(live.WaitFor(7));
-    replay.Stop();
-    const std::size_t afterStop = live.Count();
-    const std::vector<float> xs = live.Xs();
-    for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], static_cast<float>(i % 3 + 1));
-    QThread::msleep(100);
-    EXPECT_EQ(live.Count(), afterStop);  // nothing arrives once Stop has returned
+    for (const bool looping : {false, true}) {
+        auto ownedLive = std::make_unique<SampleLog>();  // outlives the source's thread
+        SampleLog& live = *ownedLive;
+        finished = false;
+        replay.SetLooping(looping);
+        replay.Start(&live);
+        ASSERT_TRUE(looping ? live.WaitFor(20) : SpinUntil([&] { return finished.load(); }));
+        replay.Stop();
+        EXPECT_FALSE(replay.IsRunning());
+        const std::vector<float> xs = live.Xs();
+        if (!looping) {
+            EXPECT_EQ(xs, fast.Xs());
+        }
+        for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(xs[i], fast.Xs()[i % 8]) << i;
+        EXPECT_TRUE(live.OffThread());
+        QThread::msleep(looping ? 100 : 0);
+        EXPECT_EQ(live.Count(), xs.size()) << "a sample arrived after Stop";
+    }
 }
 
 TEST(CsvReplaySourceTest, BadFileGivesNoSourceAndTheReadersMessage) {

@@ -3,15 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <cmath>
+#include <cstdlib>
 
 #include "Body.h"
 #include "FakeSoundPlayer.h"
 #include "PedometerOptions.h"
+#include "TestData.h"
 
 namespace {
 
-enum { kOff = 0, kSpeed = 1, kPace = 2, kRate = 3 };
+enum { kSpeed = 1, kPace = 2, kRate = 3 };
 
 class MetronomeTest : public ::testing::Test {
 protected:
@@ -41,47 +42,23 @@ protected:
     Metronome metronome;
 };
 
-// The beat interval of each mode (step sizes 0.75, 1.0 and 1.25 m), recomputed on every
+// The beat interval of each mode (tests/data/pacer-intervals.tsv), recomputed on every
 // update; a zero or not-a-number target or the mode off is silent, and an unknown mode
 // changes nothing.
 TEST_F(MetronomeTest, EachModeBeatsAtTheIntervalOfItsTarget) {
-    const double nan = std::nan("");
-    const struct {
-        int mode, frequency;
-        double speed, pace;
-        int interval;
-    } cases[] = {
-        {kRate, 120, 6.0, 12.0, 500},   // 60000 / 120
-        {kRate, 7, 6.0, 12.0, 8571},    
-        {kSpeed, 7, 6.0, 12.0, 450},    // walking: 60000 / ((6000 / 0.75) / 60)
-        {kSpeed, 7, 7.39, 12.0, 365},   // 3600 * 0.75 / 7.39 = 365.36
-        {kSpeed, 7, 7.4, 12.0, 486},    // jogging from 7.4 on: 3600 * 1.0 / 7.4 = 486.49
-        {kSpeed, 7, 9.65, 12.0, 373},   // 3600 * 1.0 / 9.65 = 373.06
-        {kSpeed, 7, 9.66, 12.0, 465},   // running from 9.66 on: 3600 * 1.25 / 9.66 = 465.84
-        {kPace, 7, 6.0, 12.0, 540},     // 60 * 12 * 0.75: the step of the target speed
-        {kPace, 7, 10.0, 12.0, 900},    // a pace of 12 min/km, yet the running step
-        {kOff, 120, 6.0, 12.0, 0},      
-        {kSpeed, 120, 0.0, 12.0, 0},    
-        {kSpeed, 120, nan, 12.0, 0},    
-        {kPace, 120, 6.0, 0.0, 0},      
-        {kRate, 0, 6.0, 12.0, 0},       
-        {kRate, 60, 6.0, 12.0, 1000},   
-        {7, 120, 6.0, 12.0, 1000},      // unknown: as before
-    };
     options.pacerType = kRate;
     metronome.Start();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.mode << " " << c.frequency << " " << c.speed << " "
-                                        << c.pace);
-        options.pacerType = c.mode;
-        options.pacerFrequency = c.frequency;
-        options.pacerSpeed = c.speed;
-        options.pacerPace = c.pace;
+    for (const QByteArrayList& c : testdata::Table("pacer-intervals.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        options.pacerType = c[0].toInt();
+        options.pacerFrequency = c[1].toInt();
+        options.pacerSpeed = std::strtod(c[2].constData(), nullptr);  // "nan" too
+        options.pacerPace = c[3].toDouble();
         metronome.Update();
-        EXPECT_EQ(metronome.GetInterval(), c.interval);
-        EXPECT_EQ(metronome.GetRuntime(), c.interval);
-        if (!std::isnan(c.speed)) {
-            EXPECT_EQ(metronome.IsRunning(), c.interval > 0);
+        EXPECT_EQ(metronome.GetInterval(), c[4].toInt());
+        EXPECT_EQ(metronome.GetRuntime(), c[4].toInt());
+        if (c[2] != "nan") {
+            EXPECT_EQ(metronome.IsRunning(), c[4].toInt() > 0);
         }
     }
     options.pacerType = kSpeed;

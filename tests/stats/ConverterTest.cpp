@@ -16,16 +16,6 @@ private:
     QLocale saved_;
 };
 
-TEST(ConverterTest, UnitRoundTrips) {
-    EXPECT_DOUBLE_EQ(Converter::ConvertMilesToKilometers(1.0), 1.609344);
-    EXPECT_NEAR(Converter::ConvertKilometersToMiles(Converter::ConvertMilesToKilometers(7.3)), 7.3,
-                1e-12);
-    EXPECT_DOUBLE_EQ(Converter::InchToCm(1.0), 2.54);
-    EXPECT_NEAR(Converter::CmToInch(254.0), 100.0, 1e-12);
-    EXPECT_NEAR(Converter::KgToPnd(0.45359237), 1.0, 1e-12);
-    EXPECT_NEAR(Converter::PndToKg(Converter::KgToPnd(68.0)), 68.0, 1e-12);
-}
-
 TEST(ConverterTest, AverageSpeed) {
     EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(1000, 0), 0.0);
     EXPECT_DOUBLE_EQ(Converter::GetAverageSpeedKMH(0, 600), 0.0);

@@ -1,5 +1,7 @@
 #include "TestData.h"
 
+#include <gtest/gtest.h>
+
 #include <QDir>
 #include <QFile>
 
@@ -29,6 +31,33 @@ bool WriteFile(const QString& path, const QByteArray& text) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
     return file.write(text) == text.size();
+}
+
+QList<QByteArrayList> Table(const QString& name) {
+    QFile file(QStringLiteral(PEDOMETER_SOURCE_DIR "/tests/data/") + name);
+    QList<QByteArrayList> rows;
+    for (const QByteArray& line : file.open(QIODevice::ReadOnly) ? file.readAll().split('\n')
+                                                                 : QByteArrayList()) {
+        if (line.trimmed().isEmpty() || line.startsWith('#')) continue;
+        QByteArrayList row;
+        for (const QByteArray& cell : line.split('\t')) {
+            QByteArray text;
+            for (qsizetype i = 0; i < cell.size(); ++i) {
+                if (cell[i] != '\\' || i + 1 == cell.size()) {
+                    text += cell[i];
+                } else if (const char c = cell[++i]; c == 'x') {
+                    text += char(cell.mid(i + 1, 2).toInt(nullptr, 16));
+                    i += 2;
+                } else {
+                    text += c == 'n' ? '\n' : c == 't' ? '\t' : c;
+                }
+            }
+            row << text;
+        }
+        rows << row;
+    }
+    EXPECT_FALSE(rows.isEmpty()) << "no cases in " << name.toStdString();
+    return rows;
 }
 
 }  // namespace testdata

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayList>
 #include <QString>
 #include <QTemporaryDir>
 #include <memory>
@@ -22,6 +23,11 @@ std::unique_ptr<QTemporaryDir> MakeTempDir();
 
 // Writes `text` to `path`; returns false on failure.
 bool WriteFile(const QString& path, const QByteArray& text);
+
+// The rows of tests/data/NAME, a table of cases: cells separated by tabs, blank lines and
+// lines starting with '#' left out. In a cell \n, \t, \\ and \xHH stand for those bytes.
+// A missing or empty table fails the test.
+QList<QByteArrayList> Table(const QString& name);
 
 }  // namespace testdata
 
