@@ -233,6 +233,55 @@ void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, doubl
         bindDate(update, 2, today);
     });
 }
+// The sums of today's laps entered by hand, in the units of the alarm's progress.
+// They count towards the alarm as they count in the day's totals, so the progress
+// read adds them and the progress stored leaves them out.
+DAOSygnal todaysCorrections(DatabaseConnection& connection) {
+    DAOSygnal sums;
+    const DayRange today = todayRange();
+    connection.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT total(totalCalories),total(totalDistance)/1000.0,"
+                                 "total(totalSeconds),total(totalSteps) FROM Lap WHERE manual=1 "
+                                 "AND startDate>=? AND startDate<?");
+        SQLite::bind(select, DbDateTime::ToText(today.from), DbDateTime::ToText(today.to));
+        if (!select.executeStep()) return;
+        sums.calories = select.getColumn(0).getDouble();
+        sums.distance = select.getColumn(1).getDouble();
+        sums.activityTime = select.getColumn(2).getInt();
+        sums.steps = select.getColumn(3).getInt();
+    });
+    return sums;
+}
+
+DAOSygnal operator+(DAOSygnal progress, const DAOSygnal& more) {
+    progress.calories += more.calories;
+    progress.distance += more.distance;
+    progress.activityTime += more.activityTime;
+    progress.steps += more.steps;
+    return progress;
+}
+
+// Layout 4: the columns and triggers that keep Lap.total* (as in db/Statistics.sql).
+QString lapTotalsUpgrade() {
+    const QString refresh = QStringLiteral(
+        "UPDATE Lap SET (totalSteps,totalDistance,totalCalories,totalSeconds)=(SELECT "
+        "total(steps),total(distance),total(calories),total(secondsCompleted) FROM LapMinutes "
+        "WHERE lapId=Lap.id)");
+    auto trigger = [&](const char* name, const char* event, const char* laps) {
+        return QStringLiteral("CREATE TRIGGER %1 AFTER %2 BEGIN %3 WHERE id%4; END;")
+            .arg(QLatin1String(name), QLatin1String(event), refresh, QLatin1String(laps));
+    };
+    QString sql;
+    for (const char* column : {"totalSteps", "totalDistance", "totalCalories", "totalSeconds"})
+        sql += QStringLiteral("ALTER TABLE Lap ADD COLUMN %1 REAL DEFAULT 0.0;").arg(column);
+    return sql + refresh + QLatin1Char(';') +
+           trigger("LapTotalsAfterMinuteInsert", "INSERT ON LapMinutes", "=NEW.lapId") +
+           trigger("LapTotalsAfterMinuteUpdate", "UPDATE ON LapMinutes",
+                   " IN (OLD.lapId,NEW.lapId)") +
+           trigger("LapTotalsAfterMinuteDelete", "DELETE ON LapMinutes", "=OLD.lapId") +
+           trigger("LapTotalsAfterLapInsert", "INSERT ON Lap", "=NEW.id");
+}
 }  // namespace
 
 // --- Connections --------------------------------------------------------------
@@ -266,7 +315,10 @@ PedometerDBManager::PedometerDBManager()
            // sums get an index of their own.
            QStringLiteral("ALTER TABLE Lap ADD COLUMN manual INTEGER DEFAULT 0;"
                           "CREATE INDEX IF NOT EXISTS LapMinutesTotals ON LapMinutes "
-                          "(lapId, steps, distance, calories, secondsCompleted);")}) {}
+                          "(lapId, steps, distance, calories, secondsCompleted);"),
+           // 4: each lap keeps the sums of its minutes, summed once here and then kept
+           // by triggers.
+           lapTotalsUpgrade()}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -547,7 +599,8 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
         sygnal.steps = select.getColumn(3).getInt();
         found = true;
     });
-    if (found || !queried) return sygnal;
+    if (!queried) return sygnal;
+    if (found) return sygnal + todaysCorrections(statistics_);
 
     // First request of the day: earlier days' progress is dropped, today's starts at 0.
     ClearSygnals();
@@ -556,15 +609,18 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
                       "INSERT INTO SygnalValues (calories,distance,activityTime,sygnalDate) "
                       "VALUES (0.0,0.0,0,?)",
                       [&](SQLite::Statement& insert) { bindDate(insert, 1, now); });
-    return DAOSygnal{};
+    return todaysCorrections(statistics_);
 }
 
 void PedometerDBManager::UpdateSygnal(const DAOSygnal& sygnal) {
+    const DAOSygnal corrections = todaysCorrections(statistics_);
     execInTransaction(statistics_,
                       "UPDATE SygnalValues SET  calories=?,distance=?,activityTime=?,steps=?",
                       [&](SQLite::Statement& update) {
-                          SQLite::bind(update, sygnal.calories, sygnal.distance,
-                                       sygnal.activityTime, sygnal.steps);
+                          SQLite::bind(update, sygnal.calories - corrections.calories,
+                                       sygnal.distance - corrections.distance,
+                                       sygnal.activityTime - corrections.activityTime,
+                                       sygnal.steps - corrections.steps);
                       });
 }
 
