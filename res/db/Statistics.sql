@@ -7,12 +7,18 @@
 
 -- Lap.manual is 1 for a lap entered by hand to correct its day: steps added, or steps
 -- taken away from the lap that started a second before it (all values negative).
+-- Lap.total* are the sums of the lap's minutes, kept by the triggers below on every
+-- write, so the day totals and streaks read one row per lap instead of every minute.
 CREATE TABLE Lap (
   id INTEGER PRIMARY KEY,
   startDate DATETIME,
   endDate DATETIME,   -- NULL while the lap is open
   techDate DATETIME,  -- the start day at 00:00:00
-  manual INTEGER DEFAULT 0
+  manual INTEGER DEFAULT 0,
+  totalSteps REAL DEFAULT 0.0,
+  totalDistance REAL DEFAULT 0.0,
+  totalCalories REAL DEFAULT 0.0,
+  totalSeconds REAL DEFAULT 0.0
 );
 CREATE INDEX LapStartDate ON Lap (startDate);
 
@@ -26,10 +32,33 @@ CREATE TABLE LapMinutes (
   secondsCompleted INTEGER DEFAULT 0
 );
 CREATE INDEX LapMinutesLap ON LapMinutes (lapId, lapMinute);
--- The sums of each lap's minutes (the day and period totals, streaks) read this index
--- alone, never the table.
+-- The sums of each lap's minutes (Lap.total*) read this index alone, never the table.
 CREATE INDEX LapMinutesTotals ON LapMinutes (lapId, steps, distance, calories,
                                              secondsCompleted);
+
+-- Lap.total* follow every insert, change and removal of a minute, and a lap added to
+-- minutes already there (an import) takes their sums: each is summed anew rather than
+-- adjusted, so it is exactly what summing the minutes gives.
+CREATE TRIGGER LapTotalsAfterMinuteInsert AFTER INSERT ON LapMinutes BEGIN
+  UPDATE Lap SET (totalSteps, totalDistance, totalCalories, totalSeconds) =
+    (SELECT total(steps), total(distance), total(calories), total(secondsCompleted)
+     FROM LapMinutes WHERE lapId = Lap.id) WHERE id = NEW.lapId;
+END;
+CREATE TRIGGER LapTotalsAfterMinuteUpdate AFTER UPDATE ON LapMinutes BEGIN
+  UPDATE Lap SET (totalSteps, totalDistance, totalCalories, totalSeconds) =
+    (SELECT total(steps), total(distance), total(calories), total(secondsCompleted)
+     FROM LapMinutes WHERE lapId = Lap.id) WHERE id IN (OLD.lapId, NEW.lapId);
+END;
+CREATE TRIGGER LapTotalsAfterMinuteDelete AFTER DELETE ON LapMinutes BEGIN
+  UPDATE Lap SET (totalSteps, totalDistance, totalCalories, totalSeconds) =
+    (SELECT total(steps), total(distance), total(calories), total(secondsCompleted)
+     FROM LapMinutes WHERE lapId = Lap.id) WHERE id = OLD.lapId;
+END;
+CREATE TRIGGER LapTotalsAfterLapInsert AFTER INSERT ON Lap BEGIN
+  UPDATE Lap SET (totalSteps, totalDistance, totalCalories, totalSeconds) =
+    (SELECT total(steps), total(distance), total(calories), total(secondsCompleted)
+     FROM LapMinutes WHERE lapId = Lap.id) WHERE id = NEW.id;
+END;
 
 -- Five-second intervals of the current lap only (emptied when a lap starts).
 CREATE TABLE LastFiveMinutes (
@@ -94,4 +123,4 @@ CREATE TABLE GoalHistory (
 
 -- The layout version (PRAGMA user_version): the number of upgrades the app knows,
 -- all of which this file already has.
-PRAGMA user_version = 3;
+PRAGMA user_version = 4;

@@ -111,8 +111,10 @@ QString DatabaseSchema::Refusal(sqlite3* db) const {
             .arg(found.version)
             .arg(version_);
     }
-    if (!found.others.isEmpty())
-        return QStringLiteral("it holds a %1, which the app never makes").arg(found.others.first());
+    for (const QString& other : found.others) {
+        if (!layout_.others.contains(other, Qt::CaseInsensitive))
+            return QStringLiteral("it holds a %1, which the app never makes").arg(other);
+    }
     for (auto table = found.tableColumns.cbegin(); table != found.tableColumns.cend(); ++table) {
         if (!layout_.tableColumns.contains(table.key()))
             return QStringLiteral("it holds a table %1 the app does not know").arg(table.key());

@@ -12,9 +12,11 @@ struct sqlite3;
 //
 // Used to judge a database from elsewhere (a backup): it is accepted only when each of
 // its tables is one of ours with columns of ours (an older version of the app may have
-// made fewer), each index is one of ours on the same table, it has no trigger and no
-// view, its version is not newer than ours, and it passes integrity_check. Its rows are then copied into a fresh database made from the
-// same SQL, so nothing of the foreign file but its rows is ever used.
+// made fewer), each index is one of ours on the same table, each trigger or view is
+// one of ours by name, its version is not newer than ours, and it passes
+// integrity_check. Its rows are then copied into a fresh database made from the same
+// SQL (whose triggers sum the laps anew), so nothing of the foreign file but its rows
+// is ever used.
 class DatabaseSchema {
 public:
     // Reads "db/NAME.sql" for the database file `fileName` ("Statistics.db3");

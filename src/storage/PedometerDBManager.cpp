@@ -4,12 +4,14 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 #include <SQLiteCpp/VariadicBind.h>
 
 #include "Body.h"
 #include "Clock.h"
 #include "DbDateTime.h"
+#include "OptionsColumns.h"
 
 namespace {
 // --- Statement helpers -------------------------------------------------------
@@ -233,6 +235,55 @@ void setTodaysMeasurement(DatabaseConnection& connection, const char* sql, doubl
         bindDate(update, 2, today);
     });
 }
+// The sums of today's laps entered by hand, in the units of the alarm's progress.
+// They count towards the alarm as they count in the day's totals, so the progress
+// read adds them and the progress stored leaves them out.
+DAOSygnal todaysCorrections(DatabaseConnection& connection) {
+    DAOSygnal sums;
+    const DayRange today = todayRange();
+    connection.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT total(totalCalories),total(totalDistance)/1000.0,"
+                                 "total(totalSeconds),total(totalSteps) FROM Lap WHERE manual=1 "
+                                 "AND startDate>=? AND startDate<?");
+        SQLite::bind(select, DbDateTime::ToText(today.from), DbDateTime::ToText(today.to));
+        if (!select.executeStep()) return;
+        sums.calories = select.getColumn(0).getDouble();
+        sums.distance = select.getColumn(1).getDouble();
+        sums.activityTime = select.getColumn(2).getInt();
+        sums.steps = select.getColumn(3).getInt();
+    });
+    return sums;
+}
+
+DAOSygnal operator+(DAOSygnal progress, const DAOSygnal& more) {
+    progress.calories += more.calories;
+    progress.distance += more.distance;
+    progress.activityTime += more.activityTime;
+    progress.steps += more.steps;
+    return progress;
+}
+
+// Layout 4: the columns and triggers that keep Lap.total* (as in db/Statistics.sql).
+QString lapTotalsUpgrade() {
+    const QString refresh = QStringLiteral(
+        "UPDATE Lap SET (totalSteps,totalDistance,totalCalories,totalSeconds)=(SELECT "
+        "total(steps),total(distance),total(calories),total(secondsCompleted) FROM LapMinutes "
+        "WHERE lapId=Lap.id)");
+    auto trigger = [&](const char* name, const char* event, const char* laps) {
+        return QStringLiteral("CREATE TRIGGER %1 AFTER %2 BEGIN %3 WHERE id%4; END;")
+            .arg(QLatin1String(name), QLatin1String(event), refresh, QLatin1String(laps));
+    };
+    QString sql;
+    for (const char* column : {"totalSteps", "totalDistance", "totalCalories", "totalSeconds"})
+        sql += QStringLiteral("ALTER TABLE Lap ADD COLUMN %1 REAL DEFAULT 0.0;").arg(column);
+    return sql + refresh + QLatin1Char(';') +
+           trigger("LapTotalsAfterMinuteInsert", "INSERT ON LapMinutes", "=NEW.lapId") +
+           trigger("LapTotalsAfterMinuteUpdate", "UPDATE ON LapMinutes",
+                   " IN (OLD.lapId,NEW.lapId)") +
+           trigger("LapTotalsAfterMinuteDelete", "DELETE ON LapMinutes", "=OLD.lapId") +
+           trigger("LapTotalsAfterLapInsert", "INSERT ON Lap", "=NEW.id");
+}
 }  // namespace
 
 // --- Connections --------------------------------------------------------------
@@ -266,7 +317,10 @@ PedometerDBManager::PedometerDBManager()
            // sums get an index of their own.
            QStringLiteral("ALTER TABLE Lap ADD COLUMN manual INTEGER DEFAULT 0;"
                           "CREATE INDEX IF NOT EXISTS LapMinutesTotals ON LapMinutes "
-                          "(lapId, steps, distance, calories, secondsCompleted);")}) {}
+                          "(lapId, steps, distance, calories, secondsCompleted);"),
+           // 4: each lap keeps the sums of its minutes, summed once here and then kept
+           // by triggers.
+           lapTotalsUpgrade()}) {}
 
 PedometerDBManager& PedometerDBManager::GetInstance() {
     static PedometerDBManager instance;
@@ -547,7 +601,8 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
         sygnal.steps = select.getColumn(3).getInt();
         found = true;
     });
-    if (found || !queried) return sygnal;
+    if (!queried) return sygnal;
+    if (found) return sygnal + todaysCorrections(statistics_);
 
     // First request of the day: earlier days' progress is dropped, today's starts at 0.
     ClearSygnals();
@@ -556,15 +611,18 @@ DAOSygnal PedometerDBManager::GetTodaySygnal() {
                       "INSERT INTO SygnalValues (calories,distance,activityTime,sygnalDate) "
                       "VALUES (0.0,0.0,0,?)",
                       [&](SQLite::Statement& insert) { bindDate(insert, 1, now); });
-    return DAOSygnal{};
+    return todaysCorrections(statistics_);
 }
 
 void PedometerDBManager::UpdateSygnal(const DAOSygnal& sygnal) {
+    const DAOSygnal corrections = todaysCorrections(statistics_);
     execInTransaction(statistics_,
                       "UPDATE SygnalValues SET  calories=?,distance=?,activityTime=?,steps=?",
                       [&](SQLite::Statement& update) {
-                          SQLite::bind(update, sygnal.calories, sygnal.distance,
-                                       sygnal.activityTime, sygnal.steps);
+                          SQLite::bind(update, sygnal.calories - corrections.calories,
+                                       sygnal.distance - corrections.distance,
+                                       sygnal.activityTime - corrections.activityTime,
+                                       sygnal.steps - corrections.steps);
                       });
 }
 
@@ -730,45 +788,27 @@ void PedometerDBManager::LoadOptions() {
 void PedometerDBManager::LoadOptions(PedometerOptions& o) {
     options_.Run([&](SQLite::Database& db) {
         // Both tables hold one row each; the join without a condition pairs them.
-        SQLite::Statement select(
-            db,
-            "SELECT SOUNDS.STEPS,SOUNDS.BUTTONS,SOUNDS.START,SOUNDS.COUNTDOWN,SOUNDS.METRONOM,"
-            "SCREEN.MEASURMENT_SYSTEM,SCREEN.TEMP_PRIOR_SPEED,SCREEN.SHOW_BMI, "
-            "SCREEN.COUNT_DOWN_TIME,SCREEN.FIRST_STATR,SCREEN.MAIN_VALUES,SCREEN.MAIN_GRAPHIC,"
-            "SCREEN.PACER_TYPE,SCREEN.PACER_OFF_ACT,SCREEN.PACER_DIFF,SCREEN.PACER_SPEED,"
-            "SCREEN.PACER_TEMP,SCREEN.PACER_FREQ,SCREEN.PACER_DIF_SPEED,SCREEN.PACER_DIF_TEMP,"
-            "SCREEN.PACER_DIF_FREQ,SCREEN.SYGNAL_TYPE,SCREEN.SYGNAL_CALORIES,"
-            "SCREEN.SYGNAL_DISTANCE,SCREEN.SYGNAL_ACTIVITY, SCREEN.START_ON_BLOCK,"
-            "SCREEN.SYGNAL_STEPS FROM SOUNDS "
-            ",SCREEN");
+        std::string sql;
+        for (const OptionsColumns::Column& column : OptionsColumns::All())
+            sql += std::string(sql.empty() ? "SELECT " : ",") + column.table + '.' + column.name;
+        SQLite::Statement select(db, sql + " FROM SOUNDS,SCREEN");
         if (!select.executeStep()) return;
-        o.soundSteps = isSet(select.getColumn(0));
-        o.soundButtons = isSet(select.getColumn(1));
-        o.soundStart = isSet(select.getColumn(2));
-        o.soundCountdown = isSet(select.getColumn(3));
-        o.soundMetronome = isSet(select.getColumn(4));
-        o.measurementSystem = isSet(select.getColumn(5));
-        o.paceInsteadOfSpeed = isSet(select.getColumn(6));
-        o.showBmi = isSet(select.getColumn(7));
-        o.countDownTime = select.getColumn(8).getInt();
-        o.firstStart = isSet(select.getColumn(9));
-        o.mainValues = select.getColumn(10).getInt();
-        o.mainGraphic = select.getColumn(11).getInt();
-        o.pacerType = select.getColumn(12).getInt();
-        o.pacerOffOnStanding = isSet(select.getColumn(13));
-        o.pacerDiff = isSet(select.getColumn(14));
-        o.pacerSpeed = select.getColumn(15).getDouble();
-        o.pacerPace = select.getColumn(16).getDouble();
-        o.pacerFrequency = select.getColumn(17).getInt();
-        o.pacerDiffSpeed = select.getColumn(18).getDouble();
-        o.pacerDiffPace = select.getColumn(19).getDouble();
-        o.pacerDiffFrequency = select.getColumn(20).getInt();
-        o.sygnalType = select.getColumn(21).getInt();
-        o.sygnalCalories = select.getColumn(22).getInt();
-        o.sygnalDistance = select.getColumn(23).getDouble();
-        o.sygnalActivity = select.getColumn(24).getInt();
-        o.startOnBlock = isSet(select.getColumn(25));
-        o.sygnalSteps = select.getColumn(26).getInt();
+        int index = 0;
+        for (const OptionsColumns::Column& column : OptionsColumns::All()) {
+            const SQLite::Column value = select.getColumn(index++);
+            std::visit(
+                [&](auto member) {
+                    using Value = typename std::remove_reference_t<decltype(o.*member)>::value_type;
+                    if constexpr (std::is_same_v<Value, bool>) {
+                        o.*member = isSet(value);
+                    } else if constexpr (std::is_same_v<Value, int>) {
+                        o.*member = value.getInt();
+                    } else {
+                        o.*member = value.getDouble();
+                    }
+                },
+                column.member);
+        }
     });
 }
 
@@ -777,47 +817,33 @@ void PedometerDBManager::SaveOptions() {
 }
 
 void PedometerDBManager::SaveOptions(const PedometerOptions& o) {
+    // Both tables in one transaction: the settings are saved whole or not at all.
     options_.Run([&](SQLite::Database& db) {
-        SQLite::Statement sounds(
-            db, "UPDATE SOUNDS SET  STEPS=?,BUTTONS=?,START=?,COUNTDOWN=?,METRONOM=?");
-        sounds.bind(1, flag(o.soundSteps));
-        sounds.bind(2, flag(o.soundButtons));
-        sounds.bind(3, flag(o.soundStart));
-        sounds.bind(4, flag(o.soundCountdown));
-        sounds.bind(5, flag(o.soundMetronome));
-        sounds.exec();
-
         SQLite::Transaction transaction(db);
-        SQLite::Statement screen(
-            db,
-            "UPDATE SCREEN SET  MEASURMENT_SYSTEM=?,TEMP_PRIOR_SPEED=?,SHOW_BMI=?, "
-            "COUNT_DOWN_TIME=?,FIRST_STATR=?,MAIN_VALUES=?,MAIN_GRAPHIC=?,PACER_TYPE=?,"
-            "PACER_OFF_ACT=?,PACER_DIFF=?,PACER_SPEED=?,PACER_TEMP=?,PACER_FREQ=?,"
-            "PACER_DIF_SPEED=?,PACER_DIF_TEMP=?,PACER_DIF_FREQ=?,SYGNAL_TYPE=?,SYGNAL_CALORIES=?,"
-            "SYGNAL_DISTANCE=?,SYGNAL_ACTIVITY=?, START_ON_BLOCK=?,SYGNAL_STEPS=?");
-        screen.bind(1, flag(o.measurementSystem));
-        screen.bind(2, flag(o.paceInsteadOfSpeed));
-        screen.bind(3, flag(o.showBmi));
-        screen.bind(4, o.countDownTime.load());
-        screen.bind(5, flag(o.firstStart));
-        screen.bind(6, o.mainValues.load());
-        screen.bind(7, o.mainGraphic.load());
-        screen.bind(8, o.pacerType.load());
-        screen.bind(9, flag(o.pacerOffOnStanding));
-        screen.bind(10, flag(o.pacerDiff));
-        screen.bind(11, o.pacerSpeed.load());
-        screen.bind(12, o.pacerPace.load());
-        screen.bind(13, o.pacerFrequency.load());
-        screen.bind(14, o.pacerDiffSpeed.load());
-        screen.bind(15, o.pacerDiffPace.load());
-        screen.bind(16, o.pacerDiffFrequency.load());
-        screen.bind(17, o.sygnalType.load());
-        screen.bind(18, o.sygnalCalories.load());
-        screen.bind(19, o.sygnalDistance.load());
-        screen.bind(20, o.sygnalActivity.load());
-        screen.bind(21, flag(o.startOnBlock));
-        screen.bind(22, o.sygnalSteps.load());
-        screen.exec();
+        for (const std::string table : {"SOUNDS", "SCREEN"}) {
+            std::string sql;
+            for (const OptionsColumns::Column& column : OptionsColumns::All()) {
+                if (column.table != table) continue;
+                sql += std::string(sql.empty() ? "UPDATE " + table + " SET " : ",") + column.name +
+                       "=?";
+            }
+            SQLite::Statement update(db, sql);
+            int index = 1;
+            for (const OptionsColumns::Column& column : OptionsColumns::All()) {
+                if (column.table != table) continue;
+                std::visit(
+                    [&](auto member) {
+                        const auto value = (o.*member).load();
+                        if constexpr (std::is_same_v<decltype(value), const bool>) {
+                            update.bind(index++, flag(value));
+                        } else {
+                            update.bind(index++, value);
+                        }
+                    },
+                    column.member);
+            }
+            update.exec();
+        }
         transaction.commit();
     });
 }

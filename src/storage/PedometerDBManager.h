@@ -103,8 +103,9 @@ public:
     int GetTodaySteps();
 
     // --- Goal alarm progress (statistics) ------------------------------------
-    // Today's progress; on the first request of a day the old rows are dropped and
-    // a zero row is started.
+    // Today's progress, with today's laps entered by hand counted in (they are
+    // taken out again when progress is stored); on the first request of a day the
+    // old rows are dropped and a zero row is started.
     DAOSygnal GetTodaySygnal();
     void UpdateSygnal(const DAOSygnal& sygnal);
     void ClearSygnals();

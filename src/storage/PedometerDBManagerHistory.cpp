@@ -10,19 +10,14 @@ std::vector<DAODayTotals> PedometerDBManager::GetDayTotals(const QDate& from, co
     std::vector<DAODayTotals> days;
     if (!from.isValid() || !to.isValid() || from > to) return days;
     // Half-open on the start date-time, so a lap opened at the midnight after `to`
-    // belongs to the next day and stays out. The inner query sums each lap's minutes
-    // in the order of the start-date index (startDate, id), which needs no sorting;
-    // only its one row per lap is then grouped by day. Grouping the joined minutes by
-    // day directly would sort every minute row, which takes longer than reading them.
+    // belongs to the next day and stays out. Each lap row holds the sums of its
+    // minutes (kept by triggers), so only one row per lap is read.
     const bool done = statistics_.Run([&](SQLite::Database& db) {
         SQLite::Statement select(
             db,
-            "SELECT substr(start,1,10),count(*),total(steps),total(distance),total(calories),"
-            "total(seconds) FROM (SELECT Lap.startDate AS start,total(m.steps) AS steps,"
-            "total(m.distance) AS distance,total(m.calories) AS calories,"
-            "total(m.secondsCompleted) AS seconds FROM Lap LEFT JOIN LapMinutes AS m ON "
-            "m.lapId=Lap.id WHERE Lap.startDate>=? AND Lap.startDate<? GROUP BY Lap.startDate,"
-            "Lap.id) GROUP BY 1 ORDER BY 1");
+            "SELECT substr(startDate,1,10),count(*),total(totalSteps),total(totalDistance),"
+            "total(totalCalories),total(totalSeconds) FROM Lap WHERE startDate>=? AND "
+            "startDate<? GROUP BY 1 ORDER BY 1");
         select.bind(1, DbDateTime::ToText(from.startOfDay()));
         select.bind(2, DbDateTime::ToText(to.addDays(1).startOfDay()));
         while (select.executeStep()) {

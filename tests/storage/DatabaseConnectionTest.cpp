@@ -399,7 +399,12 @@ TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening
              Exec(QFile::encodeName(file).toStdString(),
                   "DROP INDEX LapStartDate; DROP TABLE GoalHistory; ALTER TABLE TargetValues "
                   "DROP COLUMN steps; ALTER TABLE SygnalValues DROP COLUMN steps; "
-                  "ALTER TABLE Lap DROP COLUMN manual; PRAGMA user_version=0");
+                  "ALTER TABLE Lap DROP COLUMN manual; PRAGMA user_version=0;"
+                  "DROP TRIGGER LapTotalsAfterMinuteInsert; DROP TRIGGER "
+                  "LapTotalsAfterMinuteUpdate; DROP TRIGGER LapTotalsAfterMinuteDelete; "
+                  "DROP TRIGGER LapTotalsAfterLapInsert; ALTER TABLE Lap DROP COLUMN "
+                  "totalSteps; ALTER TABLE Lap DROP COLUMN totalDistance; ALTER TABLE Lap "
+                  "DROP COLUMN totalCalories; ALTER TABLE Lap DROP COLUMN totalSeconds");
          },
          true, ""},
         {"newer layout",
@@ -445,7 +450,7 @@ TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening
         ASSERT_EQ(::stat(QFile::encodeName(home_).constData(), &folder), 0);
         EXPECT_EQ(folder.st_mode & 07777, home_.endsWith("file") ? 01777u : 0700u);
         EXPECT_EQ(QFile::permissions(file) & 0x7777, QFileDevice::Permissions(0x6600));
-        EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 3);
+        EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 4);
         EXPECT_EQ(QueryInt(StatisticsPath(),
                            "SELECT count(*) FROM sqlite_master WHERE name='LapStartDate'"),
                   1);

@@ -1,5 +1,7 @@
 // pedometer-cli history and seed-history, run as the user runs them.
+#include "Body.h"
 #include "Cli.h"
+#include "DayCorrection.h"
 #include "StorageTestSupport.h"
 
 using storagetest::StorageTest;
@@ -34,12 +36,18 @@ TEST_F(HistoryCommandTest, SeededHistoryIsPrintedDayByDay) {
                   "SELECT substr(techDate,1,10) FROM Lap GROUP BY techDate ORDER BY count(*) DESC, "
                   "techDate LIMIT 1");
     const QString day = QString::fromStdString(busiest);
+    std::vector<std::unique_ptr<DAOLap>> correction;
+    correction.push_back(DayCorrection::Added(
+        QDateTime(QDate::fromString(day, Qt::ISODate), QTime(23, 0)), 500, 1, Body::GetInstance()));
+    ASSERT_TRUE(manager().ImportHistory(correction, {}));
+    manager().Reopen();
     const CliRun history = Cli({"history", day, "--data-dir", home_});
     ASSERT_EQ(history.status, 0) << history.err.toStdString();
     const QStringList lines = history.out.split('\n', Qt::SkipEmptyParts);
     const auto dayLaps = manager().GetLapsForDate(QDate::fromString(day, Qt::ISODate).startOfDay());
     ASSERT_EQ(lines.size(), int(dayLaps.size()) + 3) << history.out.toStdString();
     EXPECT_TRUE(lines[0].startsWith(day + QStringLiteral(": %1 laps").arg(dayLaps.size())));
+    EXPECT_TRUE(lines[lines.size() - 2].contains(" by hand ")) << history.out.toStdString();
     int steps = 0;
     for (const auto& lap : dayLaps) {
         for (const auto& minute : lap->minutes) steps += minute->steps;

@@ -37,7 +37,7 @@ TEST_F(LayoutUpgradeTest, LayoutOneKeepsEveryGoalAlarmAndLapAndGainsSteps) {
     const DAOSygnal progress = manager().GetTodaySygnal();
     EXPECT_EQ(std::tuple(progress.activityTime, progress.steps), std::tuple(105, 0));
     EXPECT_EQ(manager().GetDayTotals(QDate(2024, 3, 12), QDate(2024, 3, 14)).size(), 3u);
-    EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 3);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 4);
     EXPECT_EQ(QueryInt(OptionsPath(), "PRAGMA user_version"), 2);
 
     // The goal set before counts as in force since always.

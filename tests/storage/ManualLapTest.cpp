@@ -124,7 +124,7 @@ TEST_F(ManualLapTest, LayoutTwoKeepsEveryLapAndMarksThemCounted) {
     const auto days = manager().GetDayTotals(QDate(2024, 3, 12), QDate(2024, 3, 14));
     ASSERT_EQ(days.size(), 2u);
     EXPECT_EQ(std::tuple(days[0].steps, days[1].steps), std::tuple(251, 251));
-    EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 3);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "PRAGMA user_version"), 4);
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap WHERE manual=0"), 2);
 }
 

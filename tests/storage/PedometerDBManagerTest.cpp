@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "Body.h"
+#include "DayCorrection.h"
 #include "StorageTestSupport.h"
 
 using storagetest::Moment;
@@ -66,6 +67,11 @@ TEST_F(PedometerDBManagerTest, MinuteRowCreatedWithItsKeyOnlyStartsAtZero) {
                         "secondsCompleted||' '||typeof(calories)) FROM LapMinutes WHERE lapId=7 "
                         "AND lapMinute=3"),
               "0 0.0 0.0 0 real");
+    // A lap stored after its minutes (an import) takes their sums.
+    minute.lapMinute = 3;
+    manager().UpdateLapMinute(minute);
+    Exec(StatisticsPath(), "INSERT INTO Lap (id,startDate) VALUES (7,'2024-03-14 11:00:00')");
+    EXPECT_EQ(manager().GetDayTotals(QDate(2024, 3, 14), QDate(2024, 3, 14))[0].steps, 55);
 }
 
 TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
@@ -113,11 +119,18 @@ TEST_F(PedometerDBManagerTest, IntervalWritesReadBackInOrder) {
                          interval.caloriesNoise),
               std::tuple(8, 0.25, 5.5, 3.1));
 
+    // The day's sums follow every write of a minute.
+    const auto daySteps = [] {
+        return manager().GetDayTotals(QDate(2024, 3, 14), QDate(2024, 3, 14))[0].steps;
+    };
+    EXPECT_EQ(daySteps(), 104);
+
     // A new lap empties the five-second table; the minutes stay.
     manager().ClearLapSeconds();
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LastFiveMinutes"), 0);
     manager().ClearLapMinutes(lap->id);
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LapMinutes"), 0);
+    EXPECT_EQ(daySteps(), 0);
 }
 
 TEST_F(PedometerDBManagerTest, TodayLastLapIsTheLatestStartOfTodayOnly) {
@@ -143,6 +156,7 @@ TEST_F(PedometerDBManagerTest, TodaysSumsIncludeBothMidnights) {
     LapAt(Moment(15, 0, 0, 0), 40.0, 4.0, 240);       // next midnight
     LapAt(Moment(15, 0, 0, 1), 3000.0, 300.0, 1800);  // tomorrow
     Clock::SetNow(Moment(14, 18, 0));
+    manager().CreateNewLap();  // without minutes: adds nothing
 
     EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 70.0);
     EXPECT_DOUBLE_EQ(manager().GetTodayCalories(), 7.0);
@@ -151,16 +165,6 @@ TEST_F(PedometerDBManagerTest, TodaysSumsIncludeBothMidnights) {
     Clock::SetNow(Moment(15, 9, 0));
     EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 3040.0);
     EXPECT_EQ(manager().GetTodayActivity(), 2040);
-}
-
-TEST_F(PedometerDBManagerTest, LapsWithoutMinutesAddNothingToTodaysSums) {
-    const int id = LapAt(Moment(14, 8, 0), 500.0, 25.0, 300);
-    manager().CreateNewLap();  // no minutes at all
-    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 500.0);
-    manager().ClearLapMinutes(id);
-    EXPECT_DOUBLE_EQ(manager().GetTodayDistance(), 0.0);
-    EXPECT_DOUBLE_EQ(manager().GetTodayCalories(), 0.0);
-    EXPECT_EQ(manager().GetTodayActivity(), 0);
 }
 
 TEST_F(PedometerDBManagerTest, LapsForDateAndPeriodCarryTheirMinutes) {
@@ -176,8 +180,7 @@ TEST_F(PedometerDBManagerTest, LapsForDateAndPeriodCarryTheirMinutes) {
 
     auto day = manager().GetLapsForDate(Moment(14, 0, 0));
     ASSERT_EQ(day.size(), 2u);
-    EXPECT_EQ(day[0]->id, first);
-    EXPECT_EQ(day[1]->id, second);
+    EXPECT_EQ(std::tuple(day[0]->id, day[1]->id), std::tuple(first, second));
     EXPECT_FALSE(day[0]->endDate.has_value());
     ASSERT_TRUE(day[1]->endDate.has_value());
     EXPECT_EQ(*day[1]->endDate, Moment(14, 20, 0));
@@ -194,16 +197,13 @@ TEST_F(PedometerDBManagerTest, LapsForDateAndPeriodCarryTheirMinutes) {
     EXPECT_EQ(period[2]->id, second);
     EXPECT_TRUE(manager().GetLapsForPeriod(Moment(15, 0, 0), Moment(15, 0, 0)).empty());
 
-    const std::vector<QDateTime> days = manager().GetAllDays();
-    ASSERT_EQ(days.size(), 3u);
-    EXPECT_EQ(days[0], Moment(16, 0, 0));
-    EXPECT_EQ(days[1], Moment(14, 0, 0));
-    EXPECT_EQ(days[2], Moment(12, 0, 0));
+    EXPECT_EQ(manager().GetAllDays(),
+              (std::vector<QDateTime>{Moment(16, 0, 0), Moment(14, 0, 0), Moment(12, 0, 0)}));
 }
 
 TEST_F(PedometerDBManagerTest, ResetLogsOfOneDayKeepsTheOtherDays) {
     const int before = LapAt(Moment(13, 23, 0));
-    const int a = LapAt(Moment(14, 0, 0));
+    LapAt(Moment(14, 0, 0));
     const int b = LapAt(Moment(14, 23, 59, 59));
     const int after = LapAt(Moment(15, 0, 0, 1));
     DAOLapSeconds interval;
@@ -216,12 +216,8 @@ TEST_F(PedometerDBManagerTest, ResetLogsOfOneDayKeepsTheOtherDays) {
     const std::string remaining = "SELECT group_concat(id) FROM (SELECT id FROM Lap ORDER BY id)";
     EXPECT_EQ(QueryText(StatisticsPath(), remaining),
               std::to_string(before) + "," + std::to_string(after));
-    for (const int gone : {a, b}) {
-        EXPECT_EQ(QueryInt(StatisticsPath(),
-                           "SELECT count(*) FROM LapMinutes WHERE lapId=" + std::to_string(gone)),
-                  0);
-    }
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LapMinutes"), 2);
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT group_concat(lapId) FROM LapMinutes"),
+              std::to_string(before) + "," + std::to_string(after));
     // The current lap's intervals are not part of the reset.
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LastFiveMinutes"), 1);
 }
@@ -245,6 +241,19 @@ TEST_F(PedometerDBManagerTest, AlarmProgressRestartsOnANewDay) {
               std::tuple(120.5, 2.25, 1500));
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM SygnalValues"), 1);
 
+    // Today's corrections count as they do in the day's totals, and are not stored twice.
+    std::vector<std::unique_ptr<DAOLap>> corrections;
+    corrections.push_back(DayCorrection::Added(Moment(13, 9, 0), 900, 1, Body::GetInstance()));
+    corrections.push_back(DayCorrection::Added(Moment(14, 9, 0), 500, 1, Body::GetInstance()));
+    ASSERT_TRUE(manager().ImportHistory(corrections, {}));
+    DAOSygnal corrected = manager().GetTodaySygnal();
+    EXPECT_EQ(std::tuple(corrected.steps, corrected.activityTime > 1500, corrected.distance > 2.25),
+              std::tuple(500, true, true));
+    corrected.steps += 10;
+    manager().UpdateSygnal(corrected);
+    EXPECT_EQ(manager().GetTodaySygnal().steps, 510);
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT steps FROM SygnalValues"), 10);
+
     Clock::SetNow(Moment(15, 6, 45));
     const DAOSygnal nextDay = manager().GetTodaySygnal();
     EXPECT_EQ(std::tuple(nextDay.calories, nextDay.activityTime), std::tuple(0.0, 0));
@@ -259,6 +268,10 @@ TEST_F(PedometerDBManagerTest, AlarmProgressRestartsOnANewDay) {
 // --- Body log -------------------------------------------------------------------
 
 TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
+    // The log dates of an empty log are today.
+    EXPECT_TRUE(manager().GetBodyLogs().empty());
+    EXPECT_EQ(std::pair(manager().GetFirstLogDate(), manager().GetLastLogDate()),
+              std::pair(Moment(14, 0, 0), Moment(14, 0, 0)));
     const DAOBodyLog empty = manager().GetTodayBodyLog();
     EXPECT_EQ(empty.logDate, Moment(14, 0, 0));
     EXPECT_EQ(empty.weight, 0.0);
@@ -282,11 +295,10 @@ TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
 
     const std::vector<DAOBodyLog> logs = manager().GetBodyLogs();
     ASSERT_EQ(logs.size(), 2u);
-    EXPECT_EQ(logs[0].logDate, Moment(14, 0, 0));
-    EXPECT_EQ(logs[1].logDate, Moment(16, 0, 0));
-    EXPECT_DOUBLE_EQ(logs[1].weight, 80.0);
-    EXPECT_EQ(manager().GetFirstLogDate(), Moment(14, 0, 0));
-    EXPECT_EQ(manager().GetLastLogDate(), Moment(16, 0, 0));
+    EXPECT_EQ(std::tuple(logs[0].logDate, logs[1].logDate, logs[1].weight),
+              std::tuple(Moment(14, 0, 0), Moment(16, 0, 0), 80.0));
+    EXPECT_EQ(std::pair(manager().GetFirstLogDate(), manager().GetLastLogDate()),
+              std::pair(Moment(14, 0, 0), Moment(16, 0, 0)));
 
     manager().ResetWheight();
     manager().ResetHips();
@@ -295,13 +307,6 @@ TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
     manager().ResetChest();
     manager().ResetWaist();
     EXPECT_EQ(QueryDouble(StatisticsPath(), "SELECT sum(chest+waist) FROM BODYLOGS"), 0.0);
-}
-
-TEST_F(PedometerDBManagerTest, LogDatesOfAnEmptyLogAreToday) {
-    Clock::SetNow(Moment(20, 17, 42, 3));
-    EXPECT_EQ(manager().GetLastLogDate(), Moment(20, 0, 0));
-    EXPECT_EQ(manager().GetFirstLogDate(), Moment(20, 0, 0));
-    EXPECT_TRUE(manager().GetBodyLogs().empty());
 }
 
 // --- Goals, body profile, social ------------------------------------------------

@@ -1,5 +1,6 @@
 #include "PedometerOptions.h"
 
+#include <tuple>
 #include <vector>
 
 #include "StorageTestSupport.h"
@@ -69,16 +70,13 @@ TEST_F(PedometerOptionsTest, OnlyOneSetsAFlagAndSavingWritesZeroOrOne) {
     Exec(OptionsPath(), "UPDATE SOUNDS SET BUTTONS=2");
     PedometerOptions options;
     manager().LoadOptions(options);
-    EXPECT_FALSE(options.showBmi);
-    EXPECT_FALSE(options.firstStart);
-    EXPECT_FALSE(options.soundButtons);
-    EXPECT_TRUE(options.pacerDiff);
-
+    EXPECT_EQ(std::tuple(options.showBmi.load(), options.firstStart.load(),
+                         options.soundButtons.load(), options.pacerDiff.load()),
+              std::tuple(false, false, false, true));
     manager().SaveOptions(options);
-    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT SHOW_BMI FROM SCREEN"), 0);
-    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT FIRST_STATR FROM SCREEN"), 0);
-    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT BUTTONS FROM SOUNDS"), 0);
-    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT PACER_DIFF FROM SCREEN"), 1);
+    EXPECT_EQ(QueryText(OptionsPath(),
+                        "SELECT SHOW_BMI||FIRST_STATR||BUTTONS||PACER_DIFF FROM SCREEN,SOUNDS"),
+              "0001");
 }
 
 TEST_F(PedometerOptionsTest, WithoutASettingsRowNothingIsLoadedOrCreated) {
@@ -94,6 +92,16 @@ TEST_F(PedometerOptionsTest, WithoutASettingsRowNothingIsLoadedOrCreated) {
     EXPECT_EQ(QueryInt(OptionsPath(), "SELECT count(*) FROM SCREEN"), 0);
     manager().LoadOptions(options);
     EXPECT_EQ(Values(options), before);
+}
+
+TEST_F(PedometerOptionsTest, ASaveThatFailsHalfwayChangesNeitherTable) {
+    manager().IsOptionsUsable();
+    Exec(OptionsPath(), "CREATE TRIGGER Refuse BEFORE UPDATE ON SCREEN BEGIN "
+                        "SELECT RAISE(ABORT, 'refused'); END");
+    PedometerOptions options;
+    ChangeEverything(options);
+    manager().SaveOptions(options);
+    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT STEPS FROM SOUNDS"), 0);
 }
 
 TEST_F(PedometerOptionsTest, ASecondSettingsRowIsIgnoredWhenLoading) {

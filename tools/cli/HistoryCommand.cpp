@@ -15,9 +15,11 @@ const char kHelp[] =
     "Usage: pedometer-cli history [OPTIONS] [DAY]\n"
     "\n"
     "Prints the laps started on DAY (YYYY-MM-DD, today by default): for each lap its\n"
-    "start and end time, steps, distance in km, calories in kcal and minutes of\n"
-    "activity, then the day's totals. A lap started at exactly midnight belongs to the\n"
-    "day before as well. The databases are opened read-only and never changed.\n"
+    "start and end time ('open' while counting, 'by hand' for a correction entered by\n"
+    "hand, whose steps may be negative), steps, distance in km, calories in kcal and\n"
+    "minutes of activity, then the day's totals. A lap started at exactly midnight\n"
+    "belongs to the day before as well. The databases are opened read-only and never\n"
+    "changed.\n"
     "\n"
     "Options:\n"
     "%s"
@@ -90,8 +92,9 @@ int runHistory(const QStringList& args) {
         dayTotals.calories += t.calories;
         dayTotals.seconds += t.seconds;
         const QString start = lap->startDate.toString(QStringLiteral("HH:mm:ss"));
-        const QString end = lap->endDate ? lap->endDate->toString(QStringLiteral("HH:mm:ss"))
-                                         : QStringLiteral("open");
+        const QString end = lap->manual    ? QStringLiteral("by hand")
+                            : lap->endDate ? lap->endDate->toString(QStringLiteral("HH:mm:ss"))
+                                           : QStringLiteral("open");
         printRow(qPrintable(QString::number(++number)), start, end, t);
     }
     printRow("Total", QString(), QString(), dayTotals);
