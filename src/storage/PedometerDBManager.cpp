@@ -384,19 +384,28 @@ void PedometerDBManager::FinishLap(int id) {
 
 void PedometerDBManager::DeleteLap(int id) {
     // Steps taken away from the lap by hand (a manual lap of negative steps starting a
-    // second after it) go with it, so that no total is left short of steps.
+    // second after it) go with it, so that no total is left short of steps. Their minutes
+    // and intervals go too: the next lap may be given a deleted lap's id.
     statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
-        SQLite::Statement takenAway(
+        SQLite::Statement laps(
             db,
-            "DELETE FROM Lap WHERE manual=1 AND startDate=(SELECT datetime(startDate,"
-            "'+1 second') FROM Lap WHERE id=?) AND (SELECT total(steps) FROM LapMinutes "
-            "WHERE lapId=Lap.id)<0");
-        takenAway.bind(1, id);
-        takenAway.exec();
-        SQLite::Statement del(db, "DELETE FROM Lap WHERE id=?");
-        del.bind(1, id);
-        del.exec();
+            "SELECT id FROM Lap WHERE id=?1 OR (manual=1 AND startDate=(SELECT datetime("
+            "startDate,'+1 second') FROM Lap WHERE id=?1) AND (SELECT total(steps) FROM "
+            "LapMinutes WHERE lapId=Lap.id)<0)");
+        laps.bind(1, id);
+        std::vector<int> ids;
+        while (laps.executeStep()) ids.push_back(laps.getColumn(0).getInt());
+        for (const char* sql : {"DELETE FROM LapMinutes WHERE lapId=?",
+                                "DELETE FROM LastFiveMinutes WHERE lapId=?",
+                                "DELETE FROM Lap WHERE id=?"}) {
+            SQLite::Statement del(db, sql);
+            for (const int lap : ids) {
+                del.bind(1, lap);
+                del.exec();
+                del.reset();
+            }
+        }
         transaction.commit();
     });
 }
