@@ -86,42 +86,34 @@ protected:
 // a typed value is stored only when in range; otherwise it is kept as typed and explained.
 // A fraction field holds metres (three digits) or tenths of a mile or unit.
 TEST_F(GoalScreensTest, TabsAndTypedEntriesStoreOnlyWhatIsInRange) {
+    const double kMile = Converter::ConvertMilesToKilometers(1.0);
     const struct {
         Kind kind;
-        bool miles;
         int tab;
         const char* typed;  // "whole.fraction" for two fields
-        const char* shown;  // what the (whole) field shows after
-        double stored;  // when accepted
-        const char* message;
+        double stored;      // when accepted
+        const char* message = "";
+        bool miles = false;
+        const char* shown = nullptr;  // what the (whole) field shows, if not as typed
     } cases[] = {
-        {GOAL, false, 2, "1500", "1500", 1500, ""},
-        {GOAL, false, 2, "0", "0", 1500, "Too small: at least 10 Cal."},
-        {GOAL, false, 2, "", "", 1500, "Please enter a number."},
-        {GOAL, false, 3, "45x", "45", 45, ""},  // the field takes digits only
-        {GOAL, false, 3, "3", "3", 45, "Too small: at least 5 min."},
-        {GOAL, false, 4, "123456", "12345", 12345, ""},  // five digits at most
-        {GOAL, false, 4, "99", "99", 12345, "Too small: at least 100 steps."},
-        {GOAL, false, 1, "2.5", "2", 2.005, ""},  // labelled "m": 5 metres
-        {GOAL, false, 1, "0.99", "0", 2.005, "Too small: at least 0.1 km."},
-        {GOAL, true, 1, "0.1", "0", 0.1609344, ""},
-        {ALARM, false, 0, "9", "9", 300, "Too small: at least 10 Cal."},
-        {ALARM, false, 0, "450", "450", 450, ""},
-        {ALARM, false, 2, "3", "3", 30, "Too small: at least 5 min."},
-        {ALARM, false, 3, "42", "42", 10000, "Too small: at least 100 steps."},
-        {ALARM, false, 1, "0.0", "0", 5.0, "Too small: at least 0.1 km."},
-        {ALARM, false, 1, "2.5", "2", 2.005, ""},
-        {ALARM, true, 1, "0.1", "0", 0.1609344, ""},
-        {PACER, false, 1, "6.5", "6", 6.5, ""},
-        {PACER, false, 1, "0.5", "0", 6.5, "Too small: at least 1.0 km/h."},
-        {PACER, false, 1, "45.0", "45", 6.5, "Too large: at most 30.0 km/h."},
-        {PACER, false, 2, "1.9", "1", 0, "Too small: at least 2.0 min/km."},
-        {PACER, false, 2, "9.2", "9", 9.2, ""},
-        {PACER, false, 3, "120", "120", 120, ""},
-        {PACER, false, 3, "300", "300", 120, "Too large: at most 250 steps/min."},
-        {PACER, false, 3, "", "", 120, "Please enter a number."},
-        {PACER, true, 2, "9.0", "9", Converter::ConvertMilesToKilometers(9.0), ""},
-        {PACER, true, 1, "3.1", "3", Converter::ConvertMilesToKilometers(3.1), ""},
+        {GOAL, 2, "1500", 1500}, {GOAL, 2, "0", 0, "Too small: at least 10 Cal."},
+        {GOAL, 2, "", 0, "Please enter a number."}, {GOAL, 3, "45x", 45, "", false, "45"},
+        {GOAL, 3, "3", 0, "Too small: at least 5 min."},
+        {GOAL, 4, "123456", 12345, "", false, "12345"},  // five digits at most
+        {GOAL, 4, "99", 0, "Too small: at least 100 steps."},
+        {GOAL, 1, "2.5", 2.005}, {GOAL, 1, "0.99", 0, "Too small: at least 0.1 km."},
+        {GOAL, 1, "0.1", 0.1 * kMile, "", true},  // tenths of a mile, metres otherwise
+        {ALARM, 0, "9", 0, "Too small: at least 10 Cal."}, {ALARM, 0, "450", 450},
+        {ALARM, 2, "3", 0, "Too small: at least 5 min."},
+        {ALARM, 3, "42", 0, "Too small: at least 100 steps."},
+        {ALARM, 1, "0.0", 0, "Too small: at least 0.1 km."}, {ALARM, 1, "2.5", 2.005},
+        {ALARM, 1, "0.1", 0.1 * kMile, "", true}, {PACER, 1, "6.5", 6.5},
+        {PACER, 1, "0.5", 0, "Too small: at least 1.0 km/h."},
+        {PACER, 1, "45.0", 0, "Too large: at most 30.0 km/h."},
+        {PACER, 2, "1.9", 0, "Too small: at least 2.0 min/km."}, {PACER, 2, "9.2", 9.2},
+        {PACER, 3, "120", 120}, {PACER, 3, "300", 0, "Too large: at most 250 steps/min."},
+        {PACER, 3, "", 0, "Please enter a number."}, {PACER, 2, "9.0", 9 * kMile, "", true},
+        {PACER, 1, "3.1", 3.1 * kMile, "", true},
     };
     int clicks = 0;
     for (const auto& c : cases) {
@@ -144,7 +136,7 @@ TEST_F(GoalScreensTest, TabsAndTypedEntriesStoreOnlyWhatIsInRange) {
         QLineEdit* field = Field(twoFields);
         Enter(field, typed.section('.', 0, 0));
         if (twoFields) Enter(Fraction(), typed.section('.', 1));
-        EXPECT_EQ(field->text(), c.shown);
+        EXPECT_EQ(field->text(), c.shown ? QString::fromUtf8(c.shown) : typed.section('.', 0, 0));
         EXPECT_EQ(static_cast<TivNumberField*>(field)->GetMessage(), c.message);
         EXPECT_NEAR(StoredValue(c.kind, c.tab), *c.message == '\0' ? c.stored : before, 1e-9);
     }
