@@ -304,6 +304,14 @@ TEST_F(GoalScreensTest, AlarmProgressFollowsTheCountingWhileShown) {
     form.OnRefreshTick();
     EXPECT_EQ(form.GetStartPauseButton()->GetActionId(), SygnalForm::ID_START);
     EXPECT_EQ(form.GetProgressLabel()->GetText(), "Goal reached!");
+
+    Options().sygnalDistance = 2.5;  // a running distance alarm, in km
+    AddProgress(0.0, 0, 1.0);
+    Options().sygnalType = 5;
+    auto& distance = Push<SygnalForm>();
+    ASSERT_NE(distance.GetProgressBar(), nullptr);
+    EXPECT_EQ(distance.GetProgressBar()->value(), 40);
+    EXPECT_EQ(distance.GetProgressLabel()->GetText(), "Progress so far: 1.0 of 2.5 km");
 }
 
 TEST_F(GoalScreensTest, ARunningAlarmAtItsTargetBecomesCompletedOnOpening) {
