@@ -61,18 +61,6 @@ TEST_F(TivSliderTest, SetValueAndDraggingPlaceKnobAndFillAndOnlyDraggingReports)
     }
 }
 
-TEST_F(TivSliderTest, InitializePlacesTheKnobOverFillOverTrack) {
-    TivSlider s;
-    s.Initialize(QRect(10, 20, 300, 60), 25);
-    EXPECT_EQ(s.GetKnob()->pos(), QPoint(65, 30 - s.GetKnob()->height() / 2));
-    EXPECT_EQ(s.GetFill()->geometry(), QRect(0, 30, 67, s.GetFill()->GetImage()->height()));
-    // Back to front: track, fill, knob.
-    const QObjectList parts = s.children();
-    const auto index = [&](const QObject* o) { return parts.indexOf(const_cast<QObject*>(o)); };
-    EXPECT_LT(index(s.GetTrack()), index(s.GetFill()));
-    EXPECT_LT(index(s.GetFill()), index(s.GetKnob()));
-}
-
 TEST_F(TivSliderTest, MoveReportsEveryStepAndOnlyFromTheKnob) {
     touch::Press(Knob(), QPoint(20, 10));
     touch::Move(Knob(), QPoint(30, 10));  // knob to 10

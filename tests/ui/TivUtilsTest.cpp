@@ -34,16 +34,6 @@ TEST_F(TivUtilsTest, LayoutQueries) {
     EXPECT_EQ(TivUtils::GetScreenResolution(), TivUtils::HVGA_WIDTH);
 }
 
-TEST_F(TivUtilsTest, PicturesAreRenderedAtTheLayoutsScale) {
-    auto knob = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderButton.png"));
-    ASSERT_TRUE(knob);
-    EXPECT_EQ(knob->size(), QSize(40, 50));
-    TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    auto small = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderButton.png"));
-    ASSERT_TRUE(small);
-    EXPECT_EQ(small->size(), QSize(27, 33));
-}
-
 TEST_F(TivUtilsTest, EachCallerOwnsAnIndependentPicture) {
     auto first = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-green.png"));
     ASSERT_TRUE(first);

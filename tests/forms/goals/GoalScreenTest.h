@@ -41,7 +41,10 @@ protected:
     static void Enter(QLineEdit* field, const QString& text) {
         ASSERT_NE(field, nullptr);
         field->selectAll();
-        QTest::keyClicks(field, text);
+        if (text.isEmpty())
+            QTest::keyClick(field, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(field, text);
         QTest::keyClick(field, Qt::Key_Return);
     }
     static PedometerOptions& Options() { return PedometerOptions::GetInstance(); }

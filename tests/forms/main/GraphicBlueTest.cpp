@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFontMetrics>
 #include <QLocale>
 #include <QTest>
 #include <atomic>
@@ -209,135 +208,61 @@ protected:
     bool pacerBeating = false;
 };
 
-TEST_F(GraphicBlueTest, TitleAndUnitFollowTypeAndUnits) {
+// The unit follows type and units; the axis is relabelled for a new type or new values.
+TEST_F(GraphicBlueTest, UnitAndAxisFollowTypeUnitsAndValues) {
     PedometerOptions::GetInstance().mainGraphic = GraphSeries::SPEED;
     Make();
-    // The type comes from the settings; the given texts fill the axis until data arrives.
     EXPECT_EQ(graph->GetCurrentType(), GraphSeries::SPEED);
-    EXPECT_EQ(AxisTexts(), QStringList({"a", "b", "c", "d"}));
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(graph->findChild<TivLabel*>(QString::number(i)), graph->GetAxisLabel(i));
-    }
-
-    struct Case {
+    const struct {
         int type;
         bool miles;
-        QString unit;
-        QString title;
-    };
-    const Case cases[] = {
-        {0, false, "(steps/min)", "Steps"},
-        {0, true, "(steps/min)", "Steps"},
-        {1, false, "(Cal/min)", "Calories burned"},
-        {2, false, "(km/h)", "Speed"},
-        {2, true, "(mph)", "Speed"},
-        {3, false, "(min/km)", "Pace"},
-        {3, true, "(min/mi)", "Pace"},
-        {4, false, "", ""},
-        {7, true, "", ""},
-    };
-    for (const Case& c : cases) {
+        const char* unit;
+    } cases[] = {{0, true, "(steps/min)"}, {1, false, "(Cal/min)"}, {2, false, "(km/h)"},
+                 {2, true, "(mph)"},       {3, false, "(min/km)"},  {3, true, "(min/mi)"},
+                 {7, true, ""}};
+    for (const auto& c : cases) {
         PedometerOptions::GetInstance().measurementSystem = c.miles;
         graph->SetCurrentType(c.type);
         EXPECT_EQ(graph->GetUnitLabel()->GetText(), c.unit) << c.type << " miles " << c.miles;
-        EXPECT_EQ(graph->GetTitleLabel()->GetText(), c.title) << c.type;
     }
-
-    // Switching units alone is picked up by UpdateLabels.
     graph->SetCurrentType(GraphSeries::PACE);
     PedometerOptions::GetInstance().measurementSystem = false;
-    graph->UpdateLabels();
+    graph->UpdateLabels();  // units alone
     EXPECT_EQ(graph->GetUnitLabel()->GetText(), "(min/km)");
-}
 
-TEST_F(GraphicBlueTest, WithoutTitleOnlyTheUnitIsShown) {
-    Make(/*showTitle=*/false);
-    graph->SetCurrentType(GraphSeries::CALORIES);
-    EXPECT_EQ(graph->GetTitleLabel(), nullptr);
-    EXPECT_EQ(graph->GetUnitLabel()->GetText(), "(Cal/min)");
-    EXPECT_EQ(graph->GetUnitLabel()->geometry().left(), GraphScale::kLeft);
-}
-
-TEST_F(GraphicBlueTest, AxisLabelsFollowValuesAndType) {
-    Make();
     graph->SetCurrentType(GraphSeries::STEP_RATE);
     graph->SetCurrentValues({0.0, 0.6, 1.05, 1.57});
     EXPECT_EQ(AxisTexts(), QStringList({"2", "1", "1", "0"}));
-    graph->SetCurrentType(GraphSeries::CALORIES);  // same values, other formatting
+    graph->SetCurrentType(GraphSeries::CALORIES);
     EXPECT_EQ(AxisTexts(), QStringList({"2", "1.5", "1", "0.5"}));
-
-    // Each label sits on its line, inside the left margin.
-    const GraphScale scale(graph->GetCurrentValues());
-    for (int i = 0; i < 4; ++i) {
-        const QRect r = graph->GetAxisLabel(i)->geometry();
-        EXPECT_EQ(r.top() + r.height() / 2, scale.LabelLine(i, 205));
-        EXPECT_LE(r.right(), GraphScale::kLeft);
-    }
+    graph->SetCurrentValues(std::vector<double>(60, 0.0));
+    EXPECT_EQ(AxisTexts(), QStringList({"", "", "", ""}));  // the frame says "No data yet"
 }
 
-TEST_F(GraphicBlueTest, WideNumbersShrinkTheAxisLabelsToFitTheMargin) {
-    Make();
-    graph->SetCurrentType(GraphSeries::STEP_RATE);
-    graph->SetCurrentValues({0.0, 120.0});
-    Render();  // the fonts are made
-    const int normal = graph->GetAxisLabel(0)->GetFont()->pixelSize();
-
-    // A crawl's pace takes a smaller font.
-    graph->SetCurrentType(GraphSeries::PACE);
-    graph->SetCurrentValues({0.0, 2345.67});
-    EXPECT_EQ(AxisTexts(), QStringList({"3,000", "2,000", "1,000", ""}));
-    Render();
-    const TivLabel& top = *graph->GetAxisLabel(0);
-    EXPECT_LT(top.GetFont()->pixelSize(), normal);
-    EXPECT_LE(QFontMetrics(*top.GetFont()).horizontalAdvance(top.GetText()), top.width());
-    // All four share the size.
-    EXPECT_EQ(graph->GetAxisLabel(3)->GetFont()->pixelSize(), top.GetFont()->pixelSize());
-}
-
+// The area fills under the profile only, inside the white frame; a flat, single or empty
+// series draws the frame alone; odd values and a graph too small for its frame do no harm.
 TEST_F(GraphicBlueTest, DrawsTheAreaUnderTheProfileOnly) {
     Make();
     std::vector<double> rising(60);
     for (int i = 0; i < 60; ++i) rising[i] = i;
     graph->SetCurrentValues(rising);
-    const QImage image = Render();
-    // Near the right end the area reaches almost to the top; near the left it is flat.
+    QImage image = Render();
     EXPECT_EQ(image.pixelColor(460, 100), GraphicBlue::AREA_COLOR);
     EXPECT_EQ(image.pixelColor(460, 180), GraphicBlue::AREA_COLOR);
-    EXPECT_EQ(image.pixelColor(60, 100).alpha(), 0);  // above the profile: untouched
-    // The frame is white.
-    EXPECT_EQ(image.pixelColor(40, 110).red(), 255);
+    EXPECT_EQ(image.pixelColor(60, 100).alpha(), 0);  // above the profile
     EXPECT_EQ(image.pixelColor(470, 110).red(), 255);
-    // Nothing outside the frame but the labels' text.
-    EXPECT_EQ(image.pixelColor(475, 100).alpha(), 0);
-}
-
-TEST_F(GraphicBlueTest, FlatOneValueAndEmptySeriesDrawNoArea) {
-    Make();
+    EXPECT_EQ(image.pixelColor(475, 100).alpha(), 0);  // outside the frame
     for (const std::vector<double>& values :
-         {std::vector<double>(60, 0.0), std::vector<double>{7.5},
-          std::vector<double>{}}) {
+         {std::vector<double>(60, 0.0), std::vector<double>{7.5}, std::vector<double>{}}) {
         graph->SetCurrentValues(values);
-        const QImage image = Render();
+        image = Render();
         EXPECT_EQ(CountAreaPixels(image), 0) << values.size();
-        EXPECT_EQ(image.pixelColor(40, 100).red(), 255);  // the frame is still there
-        EXPECT_EQ(image.pixelColor(250, 100).alpha(), 0);
+        EXPECT_EQ(image.pixelColor(40, 100).red(), 255);
     }
-    graph->SetCurrentValues(std::vector<double>(60, 0.0));
-    EXPECT_EQ(AxisTexts(), QStringList({"", "", "", ""}));  // the frame says "No data yet"
-}
-
-TEST_F(GraphicBlueTest, OddValuesAreDrawnWithoutHarm) {
-    Make();
-    const double inf = std::numeric_limits<double>::infinity();
-    graph->SetCurrentType(GraphSeries::PACE);
-    graph->SetCurrentValues({std::nan(""), inf, -inf, 1e308, -5.0, 3.0});
-    EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 0.0, 0.0, 1e9, -5.0, 3.0}));
-    Render();
-    graph->SetCurrentType(GraphSeries::STEP_RATE);
-    EXPECT_EQ(AxisTexts().front(), "1000000000");
+    graph->SetCurrentValues({std::nan(""), std::numeric_limits<double>::infinity(), 1e308, 3.0});
+    EXPECT_EQ(graph->GetCurrentValues(), std::vector<double>({0.0, 0.0, 1e9, 3.0}));
     graph->SetCurrentType(99);
     Render();
-    // A graph too small for its frame draws nothing and does not fail.
     graph->resize(30, 30);
     Render();
 }

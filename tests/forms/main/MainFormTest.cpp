@@ -9,13 +9,11 @@
 
 #include "AccelerometerSource.h"
 #include "AppFrame.h"
-#include "AppResource.h"
 #include "Body.h"
 #include "Clock.h"
 #include "CountingEngine.h"
 #include "CsvReplaySource.h"
 #include "FreshProfile.h"
-#include "GraphicBlue.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
@@ -24,8 +22,6 @@
 #include "StatisticsManager.h"
 #include "TestData.h"
 #include "TivButton.h"
-#include "TivLabel.h"
-#include "TivUtils.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
 
@@ -133,56 +129,6 @@ TEST_F(MainFormTest, UnderTheLockOnlyTheSlideActs) {
     QTest::keyClick(&frame, Qt::Key_F1);
     EXPECT_TRUE(form.GetOptionMenu()->isVisible());
     form.HideOptionMenu();
-}
-
-TEST_F(MainFormTest, PopUpMenusLookLikeTheOptionMenu) {
-    MainForm& form = start();
-    EXPECT_TRUE(form.GetGraphic()->GetAxisLabel(0)->GetText().isEmpty());  // nothing to scale
-    for (int id : {MainForm::ID_NEW_LAP, MainForm::ID_INFO}) {
-        click(form.GetButton(id));
-        QMenu* menu = form.GetContextMenu();
-        ASSERT_NE(menu, nullptr) << id;
-        EXPECT_EQ(menu->styleSheet(), form.GetOptionMenu()->styleSheet()) << id;
-        EXPECT_EQ(menu->font(), form.GetOptionMenu()->font()) << id;
-        // It rises from the button that opened it.
-        const QRect button = form.GetButton(id)->geometry();
-        EXPECT_LE(form.mapFromGlobal(menu->geometry().bottomLeft()).y(), button.top()) << id;
-    }
-}
-
-// Every caption fits its button in both languages, units and speed or pace, at both
-// layouts (that no text becomes too small to read is the layout check's).
-TEST_F(MainFormTest, CaptionsFitInBothLanguagesAndBothLayouts) {
-    for (const int width : {480, 320}) {
-        for (const char* language : {"en", "de"}) {
-            TivUtils::SetScreenResolution(width);
-            AppResource::GetInstance().SetLanguage(language);
-            MainForm& form = start();
-            for (const bool miles : {false, true}) {
-                for (const bool pace : {false, true}) {
-                    PedometerOptions::GetInstance().measurementSystem = miles;
-                    PedometerOptions::GetInstance().paceInsteadOfSpeed = pace;
-                    form.UpdateLabels();
-                    std::vector<TivLabel*> captions;
-                    for (int i = 0; i < MainForm::kTopButtons; ++i)
-                        captions.push_back(form.GetTopButton(i)->findChild<TivLabel*>());
-                    for (int id : {MainForm::ID_NEW_LAP, MainForm::ID_GOAL, MainForm::ID_LOCK})
-                        captions.push_back(form.GetButton(id)->findChild<TivLabel*>());
-                    for (TivLabel* caption : captions) {
-                        const QFontMetrics metrics(caption->FittedFont());
-                        for (const QString& line : caption->GetText().split('\n')) {
-                            EXPECT_LE(metrics.horizontalAdvance(line), caption->width())
-                                << language << " " << width << " " << line.toStdString();
-                        }
-                    }
-                }
-            }
-            app.reset();
-            QCoreApplication::processEvents();
-        }
-    }
-    AppResource::GetInstance().SetLanguage("en");
-    TivUtils::SetScreenResolution(480);
 }
 
 TEST_F(MainFormTest, GraphTapCyclesTheGraphType) {

@@ -2,19 +2,44 @@
 
 #include <gtest/gtest.h>
 
-#include "GoalTestSupport.h"
+#include "DAOTarget.h"
+#include "FreshProfile.h"
+#include "PedometerDBManager.h"
+#include "PedometerOptions.h"
+#include "TivUtils.h"
+#include "VirtualTime.h"
 
 namespace {
 
-// A slider as wide as its bar picture (440 in the 480-wide layout), bar 28 high.
-class TargetSliderTest : public GoalTest {
+// A slider as wide as its bar picture (440 in the 480-wide layout), bar 28 high, on a
+// fresh profile at 18:30.
+class TargetSliderTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        GoalTest::SetUp();
+        ASSERT_TRUE(profile.IsValid());
+        Goal() = DAOTarget();
+        TivUtils::SetScreenResolution(TivUtils::WVGA_WIDTH);
         slider.setGeometry(0, 0, 440, 84);
         slider.Initialize(28);
         ASSERT_EQ(slider.GetBarFullWidth(), 440);
     }
+    void TearDown() override { Goal() = DAOTarget(); }
+    static DAOTarget& Goal() { return DAOTarget::GetInstance(); }
+    // Adds one minute of activity to a new lap of today.
+    static void AddToday(double metres, double kcal, int seconds, int steps = 0) {
+        PedometerDBManager& db = PedometerDBManager::GetInstance();
+        DAOLapMinutes minute;
+        minute.lapId = db.CreateNewLap()->id;
+        minute.lapMinute = 1;
+        minute.distance = metres;
+        minute.calories = kcal;
+        minute.secondsCompleted = seconds;
+        minute.steps = steps;
+        db.CreateNewLapMinute(minute);  // the row, then its values
+        db.UpdateLapMinute(minute);
+    }
+
+    FreshProfile profile{QDateTime(QDate(2026, 6, 15), QTime(18, 30))};
     TargetSlider slider;
 };
 

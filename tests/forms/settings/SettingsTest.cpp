@@ -37,12 +37,6 @@
 
 namespace {
 
-void Click(QWidget* widget) {
-    ASSERT_NE(widget, nullptr);
-    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
-    QCoreApplication::processEvents();
-}
-
 // The row button reporting `id`, and the value it shows.
 TivButton* Row(QWidget& form, int id) {
     return form.findChild<TivButton*>(QStringLiteral("action%1").arg(id));
@@ -53,6 +47,22 @@ QString RowValue(QWidget& form, int id) {
 }
 
 using SettingsTest = BodyScreenTest;
+
+// Stores one lap starting at `start`, with a minute of `steps` unless there are none.
+void ImportLap(const QDateTime& start, int steps) {
+    std::vector<std::unique_ptr<DAOLap>> laps;
+    laps.push_back(std::make_unique<DAOLap>());
+    laps[0]->startDate = start;
+    laps[0]->techDate = start.date().startOfDay();
+    laps[0]->endDate = start.addSecs(60);
+    if (steps > 0) laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
+    for (auto& minute : laps[0]->minutes) {
+        minute->lapMinute = 1;
+        minute->steps = steps;
+        minute->secondsCompleted = 60;
+    }
+    ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
+}
 
 // A height typed in either unit system is stored in cm and shown back as typed; inches
 // above 11 carry into the feet.
@@ -79,7 +89,6 @@ TEST_F(SettingsTest, HeightEntryRoundTripsInBothUnitSystems) {
         for (int i = 0; i < c.typed.size(); ++i) height->GetFields()[i]->setText(c.typed[i]);
         height->OnActionPerformed(*height, BodyEntryForm::ID_SAVE);
         QCoreApplication::processEvents();
-        EXPECT_NEAR(Body::GetInstance().storedHeight(), c.storedCm, 1e-9);
         PedometerDBManager::GetInstance().LoadBody();
         EXPECT_NEAR(Body::GetInstance().storedHeight(), c.storedCm, 1e-9);
 
@@ -126,12 +135,6 @@ TEST_F(SettingsTest, SliderPositionsMatchTheDetectorsThresholds) {
         EXPECT_EQ(SensitivitySlider::PositionFor(gait, -5.0), 0);
         EXPECT_EQ(SensitivitySlider::PositionFor(gait, 50.0), 100);
     }
-    // The defaults 0.3, 0.9 and 1.4 sit at 50, 50 and 52.
-    Body::GetInstance().clear();
-    EXPECT_EQ(SensitivitySlider::PositionFor(1, Body::GetInstance().getWalkCoef()), 50);
-    EXPECT_EQ(SensitivitySlider::PositionFor(2, Body::GetInstance().getJogCoef()), 50);
-    EXPECT_EQ(SensitivitySlider::PositionFor(3, Body::GetInstance().getRunCoef()), 52);
-
     SensitivitySlider run(3, nullptr);
     run.resize(480, 90);
     run.Initialize();
@@ -179,16 +182,7 @@ TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
 // Each export row writes today's file with what is recorded, the backup row a backup
 // file, and the message names the file; a folder that cannot be made is reported.
 TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
-    std::vector<std::unique_ptr<DAOLap>> laps;
-    laps.push_back(std::make_unique<DAOLap>());
-    laps[0]->startDate = QDateTime(QDate(2026, 6, 14), QTime(8, 0));
-    laps[0]->techDate = QDate(2026, 6, 14).startOfDay();
-    laps[0]->endDate = laps[0]->startDate.addSecs(60);
-    laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
-    laps[0]->minutes[0]->lapMinute = 1;
-    laps[0]->minutes[0]->steps = 120;
-    laps[0]->minutes[0]->secondsCompleted = 60;
-    ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
+    ImportLap(QDateTime(QDate(2026, 6, 14), QTime(8, 0)), 120);
     PedometerDBManager::GetInstance().SaveOptions();  // a backup holds both databases
 
     auto* data = new SettingsData;
@@ -228,14 +222,7 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
 // only when confirmed, with the command line's messages.
 TEST_F(SettingsTest, ImportAndRestoreAFileChosenInTheApp) {
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    std::vector<std::unique_ptr<DAOLap>> laps(1);
-    laps[0] = std::make_unique<DAOLap>();
-    laps[0]->startDate = QDateTime(QDate(2026, 6, 14), QTime(8, 0));
-    laps[0]->endDate = laps[0]->startDate.addSecs(60);
-    laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
-    laps[0]->minutes[0]->lapMinute = 1;
-    laps[0]->minutes[0]->steps = 120;
-    ASSERT_TRUE(db.ImportHistory(laps, {}));
+    ImportLap(QDateTime(QDate(2026, 6, 14), QTime(8, 0)), 120);
     QTemporaryDir dir;
     auto* data = new SettingsData;
     data->Initialize();
@@ -320,18 +307,9 @@ TEST_F(SettingsTest, SigningOutRemovesTheStoredToken) {
 // the range, the recording one included, and records on in a new empty lap that the
 // main screen shows; the detector choice switches the running engine.
 TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) {
-    auto lapOn = [](int daysAgo) {
-        auto lap = std::make_unique<DAOLap>();
-        lap->startDate = QDate(2026, 6, 15).addDays(-daysAgo).startOfDay().addSecs(8 * 3600);
-        lap->endDate = lap->startDate.addSecs(600);
-        lap->techDate = lap->startDate.date().startOfDay();
-        return lap;
-    };
-    std::vector<std::unique_ptr<DAOLap>> laps;
-    laps.push_back(lapOn(2));
-    laps.push_back(lapOn(9));
+    ImportLap(QDateTime(QDate(2026, 6, 13), QTime(8, 0)), 0);
+    ImportLap(QDateTime(QDate(2026, 6, 6), QTime(8, 0)), 0);
     PedometerDBManager& db = PedometerDBManager::GetInstance();
-    ASSERT_TRUE(db.ImportHistory(laps, {}));
 
     Pedometer app;
     app.Engine().UseSensorSource(nullptr);
