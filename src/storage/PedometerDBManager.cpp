@@ -360,6 +360,14 @@ std::unique_ptr<DAOLap> PedometerDBManager::CreateNewLap() {
     lap->techDate = DbDateTime::DayStart(lap->startDate);
     statistics_.Run([&](SQLite::Database& db) {
         SQLite::Transaction transaction(db);
+        // A lap of an earlier day left open (the app was closed while counting) ends where
+        // its counted time ends: the new lap takes over, and history shows it finished.
+        SQLite::Statement close(db,
+                                "UPDATE Lap SET endDate=datetime(startDate,'+'||CAST(coalesce("
+                                "totalSeconds,0) AS INTEGER)||' seconds') WHERE endDate IS NULL "
+                                "AND manual=0 AND startDate<?");
+        bindDate(close, 1, lap->techDate);
+        close.exec();
         SQLite::Statement insert(db, "INSERT INTO LAP (startDate,endDate,techDate) VALUES (?,?,?)");
         bindDate(insert, 1, lap->startDate);
         insert.bind(2);  // NULL: the lap is open

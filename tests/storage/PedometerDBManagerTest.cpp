@@ -59,6 +59,15 @@ TEST_F(PedometerDBManagerTest, NewLapIsStoredOpenWithItsDayAndRowId) {
                                std::to_string(second->id) + ",1,555)");
     manager().DeleteLap(second->id);
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM LapMinutes"), 0);
+    // A lap of an earlier day left open ends where its counted time ends once a new day's
+    // lap starts; today's open lap stays open.
+    const std::string earlier = std::to_string(LapAt(Moment(13, 22, 0, 0), 100, 5, 90));
+    const std::string today = std::to_string(LapAt(Moment(14, 9, 0, 0)));
+    Clock::SetNow(Moment(14, 12, 0, 0));
+    manager().CreateNewLap();
+    EXPECT_EQ(QueryText(StatisticsPath(), "SELECT endDate FROM Lap WHERE id=" + earlier),
+              "2024-03-13 22:01:30");
+    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT endDate IS NULL FROM Lap WHERE id=" + today), 1);
 }
 
 TEST_F(PedometerDBManagerTest, MinuteRowCreatedWithItsKeyOnlyStartsAtZero) {
@@ -186,7 +195,8 @@ TEST_F(PedometerDBManagerTest, LapsForDateAndPeriodCarryTheirMinutes) {
     auto day = manager().GetLapsForDate(Moment(14, 0, 0));
     ASSERT_EQ(day.size(), 2u);
     EXPECT_EQ(std::tuple(day[0]->id, day[1]->id), std::tuple(first, second));
-    EXPECT_FALSE(day[0]->endDate.has_value());
+    // Closed by the later day's lap, where its minute of counting ends.
+    EXPECT_EQ(day[0]->endDate, Moment(14, 7, 1));
     ASSERT_TRUE(day[1]->endDate.has_value());
     EXPECT_EQ(*day[1]->endDate, Moment(14, 20, 0));
     ASSERT_EQ(day[1]->minutes.size(), 1u);
