@@ -138,17 +138,7 @@ TEST_F(DatabaseConnectionTest, ADatabaseWithoutOurTablesIsRefused) {
 TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouchingTheFile) {
     // Enough history for many pages, then scribble over everything after the schema.
     std::vector<std::unique_ptr<DAOLap>> laps;
-    for (int i = 0; i < 300; ++i) {
-        auto lap = std::make_unique<DAOLap>();
-        lap->startDate = Moment(1).addSecs(3600LL * i);
-        lap->techDate = DbDateTime::DayStart(lap->startDate);
-        for (int m = 0; m < 20; ++m) {
-            auto minute = std::make_unique<DAOLapMinutes>();
-            minute->lapMinute = m;
-            lap->minutes.push_back(std::move(minute));
-        }
-        laps.push_back(std::move(lap));
-    }
+    for (int i = 0; i < 300; ++i) laps.push_back(storagetest::MakeLap(Moment(1).addSecs(3600LL * i), 20));
     ASSERT_TRUE(manager().ImportHistory(laps, {}));
     manager().Reopen();  // closing checkpoints the log into the file
     const QString path = HomeFile("Statistics.db3");

@@ -16,17 +16,7 @@ protected:
     // Stores a finished lap started at `start` with one minute of the given values.
     void LapAt(const QDateTime& start, int steps, double metres = 0.0, int seconds = 60) {
         std::vector<std::unique_ptr<DAOLap>> laps;
-        laps.push_back(std::make_unique<DAOLap>());
-        laps[0]->startDate = start;
-        laps[0]->endDate = start.addSecs(seconds);
-        laps[0]->techDate = start.date().startOfDay();
-        auto minute = std::make_unique<DAOLapMinutes>();
-        minute->lapMinute = 1;
-        minute->steps = steps;
-        minute->distance = metres;
-        minute->calories = steps / 20.0;
-        minute->secondsCompleted = seconds;
-        laps[0]->minutes.push_back(std::move(minute));
+        laps.push_back(storagetest::MakeLap(start, 1, steps, metres, seconds));
         ASSERT_TRUE(manager().ImportHistory(laps, {}));
     }
 };

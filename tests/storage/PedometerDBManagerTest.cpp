@@ -380,21 +380,7 @@ TEST_F(PedometerDBManagerTest, GoalsBodyAndSocialSettingsSurviveSaveAndLoad) {
 
 TEST_F(PedometerDBManagerTest, ImportedHistoryReadsBackLikeRecordedHistory) {
     std::vector<std::unique_ptr<DAOLap>> laps;
-    for (int day : {10, 11}) {
-        auto lap = std::make_unique<DAOLap>();
-        lap->startDate = Moment(day, 7, 15);
-        lap->endDate = Moment(day, 7, 17);
-        lap->techDate = Moment(day, 0, 0);
-        for (int m = 0; m < 2; ++m) {
-            auto minute = std::make_unique<DAOLapMinutes>();
-            minute->lapMinute = m;
-            minute->steps = 100 + m;
-            minute->distance = 70.0;
-            minute->secondsCompleted = 60;
-            lap->minutes.push_back(std::move(minute));
-        }
-        laps.push_back(std::move(lap));
-    }
+    for (int day : {10, 11}) laps.push_back(storagetest::MakeLap(Moment(day, 7, 15), 2, 101, 70.0));
     DAOBodyLog log;
     log.logDate = Moment(11, 9, 30);  // stored as the day
     log.weight = 80.5;
