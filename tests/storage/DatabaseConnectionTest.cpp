@@ -278,10 +278,8 @@ TEST(DatabaseDurabilityTest, DISABLED_WriterChild) {
     m.CreateNewLapMinute(minute);
     for (int second = 5; second <= 5 * 200000; second += 5) {
         DAOLapSeconds interval;
-        interval.lapId = lap->id;
-        interval.currentSecond = second;
-        interval.steps = 9;
-        interval.distance = 6.3;
+        std::tie(interval.lapId, interval.currentSecond, interval.steps, interval.distance) =
+            std::tuple(lap->id, second, 9, 6.3);
         minute.steps += 9;
         minute.distance += 6.3;
         minute.secondsCompleted += 5;
