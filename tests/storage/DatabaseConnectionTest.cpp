@@ -50,15 +50,6 @@ TEST_F(DatabaseConnectionTest, FirstUseCopiesBothSeedsIntoAPrivateFolder) {
     EXPECT_EQ(QueryText(StatisticsPath(), "PRAGMA journal_mode"), "wal");
     EXPECT_EQ(QueryText(OptionsPath(), "PRAGMA journal_mode"), "wal");
 
-    // Existing databases are never overwritten.
-    DAOTarget goals;
-    goals.calories = 777;
-    manager().SaveTagets(goals);
-    manager().CreateNewLap();
-    manager().Reopen();
-    manager().LoadTargets(goals = DAOTarget{});
-    EXPECT_EQ(goals.calories, 777);
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), 1);
 }
 
 // --- Files that cannot be used ----------------------------------------------------
