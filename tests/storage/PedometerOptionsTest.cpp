@@ -76,22 +76,9 @@ TEST_F(PedometerOptionsTest, OnlyOneSetsAFlagAndSavingWritesZeroOrOne) {
               "0001");
 }
 
-TEST_F(PedometerOptionsTest, WithoutASettingsRowNothingIsLoadedOrCreated) {
-    manager().IsOptionsUsable();
-    Exec(OptionsPath(), "DELETE FROM SCREEN");
-    PedometerOptions options;
-    ChangeEverything(options);
-    const std::vector<double> before = Values(options);
-    manager().LoadOptions(options);
-    EXPECT_EQ(Values(options), before);
-
-    manager().SaveOptions(options);
-    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT count(*) FROM SCREEN"), 0);
-    manager().LoadOptions(options);
-    EXPECT_EQ(Values(options), before);
-}
-
-TEST_F(PedometerOptionsTest, ASaveThatFailsHalfwayChangesNeitherTable) {
+// A save that fails halfway changes neither table; without a settings row nothing is
+// loaded and saving creates none.
+TEST_F(PedometerOptionsTest, AFailedSaveOrAMissingSettingsRowChangesNothing) {
     manager().IsOptionsUsable();
     Exec(OptionsPath(), "CREATE TRIGGER Refuse BEFORE UPDATE ON SCREEN BEGIN "
                         "SELECT RAISE(ABORT, 'refused'); END");
@@ -99,6 +86,15 @@ TEST_F(PedometerOptionsTest, ASaveThatFailsHalfwayChangesNeitherTable) {
     ChangeEverything(options);
     manager().SaveOptions(options);
     EXPECT_EQ(QueryInt(OptionsPath(), "SELECT STEPS FROM SOUNDS"), 0);
+
+    Exec(OptionsPath(), "DROP TRIGGER Refuse; DELETE FROM SCREEN");
+    const std::vector<double> before = Values(options);
+    manager().LoadOptions(options);
+    EXPECT_EQ(Values(options), before);
+    manager().SaveOptions(options);
+    EXPECT_EQ(QueryInt(OptionsPath(), "SELECT count(*) FROM SCREEN"), 0);
+    manager().LoadOptions(options);
+    EXPECT_EQ(Values(options), before);
 }
 
 // Preferences: a fallback until stored, the newest value after, and a file seeded before
