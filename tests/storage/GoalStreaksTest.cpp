@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "DAOTarget.h"
 #include "TestData.h"
 
@@ -38,24 +40,14 @@ TEST(GoalStreaksTest, RunsFollowTheGoalOfEachDay) {
     }
 }
 
+// The cases of tests/data/goal-kinds.tsv.
 TEST(GoalStreaksTest, EachKindIsJudgedInItsOwnUnit) {
     DAODayTotals day;
-    day.distance = 2500.0;
-    day.calories = 120.0;
-    day.seconds = 59 * 60 + 59;
-    day.steps = 3000;
-    const struct {
-        DailyGoal goal;
-        bool reached;
-    } cases[] = {
-        {{DAOTarget::DISTANCE, 2.5}, true},  {{DAOTarget::DISTANCE, 2.6}, false},
-        {{DAOTarget::CALORIES, 120}, true},  {{DAOTarget::CALORIES, 121}, false},
-        {{DAOTarget::ACTIVITY, 59}, true},   {{DAOTarget::ACTIVITY, 60}, false},
-        {{DAOTarget::STEPS, 3000}, true},    {{DAOTarget::STEPS, 3001}, false},
-        {{DAOTarget::OFF, 0}, false},        {{7, 0}, false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.goal.ReachedBy(day), c.reached) << c.goal.kind << " " << c.goal.target;
+    std::tie(day.distance, day.calories, day.seconds, day.steps) =
+        std::tuple(2500.0, 120.0, 59 * 60 + 59, 3000);
+    for (const QByteArrayList& c : testdata::Table("goal-kinds.tsv")) {
+        const DailyGoal goal{c[0].toInt(), c[1].toDouble()};
+        EXPECT_EQ(goal.ReachedBy(day), c[2] == "yes") << c.join(' ').constData();
     }
 }
 
