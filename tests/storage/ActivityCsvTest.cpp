@@ -60,37 +60,15 @@ TEST_F(ActivityCsvTest, MinutesRoundTripIntoAnEmptyFolderAndImportTwiceAddsNothi
 }
 
 TEST_F(ActivityCsvTest, ABadLineIsNamedAndNothingOfTheFileIsStored) {
-    const struct {
-        QByteArray csv;
-        const char* error;
-    } cases[] = {
-        {"steps\n", "line 1: not an activity export"},
-        {kMinutes + "2024-03-14 08:00:00,,1,-5,0,0,0\n", "line 5: steps"},
-        {kMinutes + "2024-03-14 08:00:00,,1,5,nan,0,0\n", "line 5: steps"},
-        {kMinutes + "2024-03-14 8:00,,1,5,0,0,0\n", "line 5: '2024-03-14 8:00' is not a start"},
-        {kMinutes + "2024-03-14 08:00:00,2024-03-14 07:00:00,1,5,0,0,0\n", "line 5: the lap ends"},
-        {kMinutes + "2024-03-13 08:00:00,2024-03-13 08:02:00,2,1,0,0,0\n", "line 5: minute 2"},
-        {kMinutes + QByteArray(5000, '1'), "line 5: the line is too long"},
-        {kMinutes + "2024-03-14 08:00:00,,1,9223372036854775807,0,0,0\n", "line 5: more than"},
-        {kMinutes + "2024-03-14 08:00:00,,1,5,1e308,0,0\n", "line 5: more than"},
-        {kMinutes + "2024-03-14 08:00:00,,1,5,0,0,9000000000000000000\n", "line 5: more than"},
-        {kMinutes + "2024-03-14 08:00:00,,0,5,0,0,0\n", "line 5: minute 0 is outside"},
-        {kMinutes + "2024-03-14 08:00:00,2024-03-14 08:30:00,32,5,0,0,0\n", "line 5: minute 32"},
-        {kMinutes + QByteArray("2024-03-14 08:00:00,,1,10\0,0,0,0\n", 33), "line 5: a NUL"},
-        {"lap_start,lap_end,steps,calories_kcal,distance_m,active_s\n"
-         "2024-03-14 08:00:00,2024-03-14 08:01:00,1201,0,0,0\n",
-         "line 2: more than"},
-        {kMinutes.left(63) + ",manual\n2024-03-14 08:00:00,,1,5,0,0,0,2\n", "line 2: manual must"},
-        {kMinutes.left(63) + ",manual\n2024-03-14 08:00:00,,1,-9223372036854775808,0,0,0,1\n",
-         "line 2: steps"},
-        {"", "the file is empty"},
-    };
-    for (const auto& c : cases) {
+    QList<QByteArrayList> cases = testdata::Table("activity-csv-bad-lines.tsv");
+    cases.append({"+" + QByteArray(5000, '1'), "line 5: the line is too long"});
+    for (const QByteArrayList& c : cases) {
         ActivityCsv::ImportResult result;
         QString error;
-        EXPECT_FALSE(Import(c.csv, &result, &error)) << c.error;
-        EXPECT_TRUE(error.startsWith(QLatin1String(c.error))) << error.toStdString();
-        EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), 0) << c.error;
+        const QByteArray csv = c[0].startsWith('+') ? kMinutes + c[0].mid(1) : c[0];
+        EXPECT_FALSE(Import(csv, &result, &error)) << c[1].constData();
+        EXPECT_TRUE(error.startsWith(QString::fromUtf8(c[1]))) << error.toStdString();
+        EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT count(*) FROM Lap"), 0) << c[1].constData();
     }
 }
 

@@ -33,7 +33,6 @@ TEST(BodyCsvExportText, IsTransposedNewestFirstWithIsoDatesUnitsAndRoundedNumber
         bool imperial;
         QString text;
     } cases[] = {
-        {"empty log", {}, false, ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n"},
         {"two days", two, false,
          ";2024-03-13;2024-03-12;\nChest (cm);0;90.5;\nWaist (cm);80.25;0;\nHips (cm);0;100;\n"
          "Weight (kg);0;72.005;\n"},

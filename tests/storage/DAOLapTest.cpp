@@ -39,10 +39,8 @@ TEST_F(SharedLapTest, UpdaterAndGuiThreadsShareALapAndTheDatabase) {
     std::thread updater([&] {
         for (int second = 5; second <= kIntervals * 5; second += 5) {
             auto interval = std::make_unique<DAOLapSeconds>();
-            interval->lapId = lap->id;
-            interval->currentSecond = second;
-            interval->steps = 9;
-            interval->distance = 6.0;
+            std::tie(interval->lapId, interval->currentSecond, interval->steps, interval->distance) =
+                std::tuple(lap->id, second, 9, 6.0);
             {
                 std::lock_guard lock(lap->recordsMutex);
                 current->steps += 9;

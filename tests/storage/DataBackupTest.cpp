@@ -45,37 +45,19 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     EXPECT_FALSE(DataBackup::Backup(current, current + "/Statistics.db3", &error));
     EXPECT_TRUE(error.contains("own database")) << error.toStdString();
 
-    const struct {
-        const char* what;
-        const char* sql;  // applied to the source's Statistics.db3 before its backup
-        const char* error;
-    } crafts[] = {
-        {"trigger",
-         "CREATE TRIGGER t AFTER INSERT ON LapMinutes BEGIN DELETE FROM Lap; END", "trigger"},
-        {"view", "CREATE VIEW v AS SELECT * FROM Lap", "view"},
-        {"foreign column", "ALTER TABLE Lap ADD COLUMN note TEXT", "column note"},
-        {"foreign table", "CREATE TABLE Extra (x)", "table extra"},
-        {"foreign index", "CREATE INDEX Extra ON Lap (endDate)", "index extra"},
-        {"newer version", "PRAGMA user_version=99", "newer version"},
-        {"damaged index",
-         "PRAGMA writable_schema=ON; UPDATE sqlite_master SET sql='CREATE INDEX LapStartDate ON "
-         "Lap (techDate)' WHERE name='LapStartDate'",
-         "damaged"},
-        {"truncated", "", "cut short"},
-        {"not a backup", "", "not a pedometer backup"},
-    };
-    for (const auto& craft : crafts) {
-        SCOPED_TRACE(craft.what);
-        const QString source = Folder(folder_->filePath(craft.what), 3);
-        if (*craft.sql) Exec(QFile::encodeName(source + "/Statistics.db3").toStdString(), craft.sql);
-        const QString file = folder_->filePath(QStringLiteral("%1.backup").arg(craft.what));
+    for (const QByteArrayList& craft : testdata::Table("crafted-backups.tsv")) {
+        SCOPED_TRACE(craft[0].constData());
+        const QString source = Folder(folder_->filePath(craft[0]), 3);
+        if (!craft[1].isEmpty())
+            Exec(QFile::encodeName(source + "/Statistics.db3").toStdString(), craft[1].toStdString());
+        const QString file = folder_->filePath(craft[0] + ".backup");
         ASSERT_TRUE(DataBackup::Backup(source, file, &error)) << error.toStdString();
         QFile cut(file);
-        ASSERT_TRUE(cut.resize(QString(craft.what) == "truncated" ? cut.size() - 100
-                               : *craft.sql                        ? cut.size()
-                                                                   : 5));
+        ASSERT_TRUE(cut.resize(craft[0] == "truncated" ? cut.size() - 100
+                               : craft[1].isEmpty()    ? 5
+                                                       : cut.size()));
         EXPECT_FALSE(DataBackup::Restore(file, current, &error));
-        EXPECT_TRUE(error.contains(craft.error)) << error.toStdString();
+        EXPECT_TRUE(error.contains(QString::fromUtf8(craft[2]))) << error.toStdString();
         EXPECT_EQ(Laps(current), 2);
         EXPECT_TRUE(Left(current).isEmpty()) << Left(current).join(' ').toStdString();
         EXPECT_TRUE(QDir(current).entryList({"aside-*"}, QDir::Dirs).isEmpty());

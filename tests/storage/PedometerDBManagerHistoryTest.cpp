@@ -16,17 +16,7 @@ protected:
     // Stores a finished lap started at `start` with one minute of the given values.
     void LapAt(const QDateTime& start, int steps, double metres = 0.0, int seconds = 60) {
         std::vector<std::unique_ptr<DAOLap>> laps;
-        laps.push_back(std::make_unique<DAOLap>());
-        laps[0]->startDate = start;
-        laps[0]->endDate = start.addSecs(seconds);
-        laps[0]->techDate = start.date().startOfDay();
-        auto minute = std::make_unique<DAOLapMinutes>();
-        minute->lapMinute = 1;
-        minute->steps = steps;
-        minute->distance = metres;
-        minute->calories = steps / 20.0;
-        minute->secondsCompleted = seconds;
-        laps[0]->minutes.push_back(std::move(minute));
+        laps.push_back(storagetest::MakeLap(start, 1, steps, metres, seconds));
         ASSERT_TRUE(manager().ImportHistory(laps, {}));
     }
 };
@@ -37,25 +27,14 @@ TEST_F(DayTotalsTest, BothEndDaysAreWholeAndMidnightRowsGoToTheDayTheyOpen) {
     LapAt(Moment(13, 18, 0, 0), 20, 15.5, 90);
     LapAt(Moment(15, 23, 59, 59), 300);   // last day, its last second
     LapAt(Moment(16, 0, 0, 0), 4000);     // the midnight after the range
-    struct Case {
-        QDate from, to;
-        std::vector<std::pair<int, int>> dayAndSteps;  // day of March 2024, steps
-    } cases[] = {
-        {QDate(2024, 3, 13), QDate(2024, 3, 15), {{13, 30}, {15, 300}}},
-        {QDate(2024, 3, 13), QDate(2024, 3, 13), {{13, 30}}},
-        {QDate(2024, 3, 14), QDate(2024, 3, 14), {}},
-        {QDate(2024, 3, 12), QDate(2024, 3, 16), {{12, 1}, {13, 30}, {15, 300}, {16, 4000}}},
-        {QDate(2024, 3, 15), QDate(2024, 3, 13), {}},  // reversed
-        {QDate(), QDate(2024, 3, 13), {}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.from.toString(Qt::ISODate).toStdString() + " to " +
-                     c.to.toString(Qt::ISODate).toStdString());
-        const std::vector<DAODayTotals> rows = manager().GetDayTotals(c.from, c.to);
-        ASSERT_EQ(rows.size(), c.dayAndSteps.size());
-        for (size_t i = 0; i < rows.size(); ++i) {
-            EXPECT_EQ(std::pair(rows[i].day.day(), rows[i].steps), c.dayAndSteps[i]);
-        }
+    for (const QByteArrayList& c : testdata::Table("day-totals.tsv")) {
+        SCOPED_TRACE(c.join(' ').constData());
+        QStringList rows;
+        for (const DAODayTotals& row : manager().GetDayTotals(
+                 QDate::fromString(QString::fromUtf8(c[0]), Qt::ISODate),
+                 QDate::fromString(QString::fromUtf8(c[1]), Qt::ISODate)))
+            rows << QStringLiteral("%1:%2").arg(row.day.day()).arg(row.steps);
+        EXPECT_EQ(rows.join(' '), QString::fromUtf8(c.value(2)));
     }
     const DAODayTotals first = manager().GetDayTotals(QDate(2024, 3, 13), QDate(2024, 3, 13))[0];
     EXPECT_EQ(std::tuple(first.laps, first.distance, first.calories, first.seconds),

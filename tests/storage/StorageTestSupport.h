@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "AppPaths.h"
 #include "Clock.h"
@@ -22,6 +23,23 @@ namespace storagetest {
 // Thursday 14 March 2024, 10:30:00 local time.
 inline QDateTime Moment(int day = 14, int hour = 10, int minute = 30, int second = 0) {
     return QDateTime(QDate(2024, 3, day), QTime(hour, minute, second));
+}
+
+// A finished lap from `start` of `minutes` minutes, each with `steps` steps, `metres` metres,
+// steps / 20 kcal and `seconds` active seconds.
+inline std::unique_ptr<DAOLap> MakeLap(const QDateTime& start, int minutes = 1, int steps = 0,
+                                       double metres = 0.0, int seconds = 60) {
+    auto lap = std::make_unique<DAOLap>();
+    lap->startDate = start;
+    lap->endDate = start.addSecs(qint64(minutes) * seconds);
+    lap->techDate = start.date().startOfDay();
+    for (int m = 1; m <= minutes; ++m) {
+        auto minute = std::make_unique<DAOLapMinutes>();
+        std::tie(minute->lapMinute, minute->steps, minute->distance, minute->calories,
+                 minute->secondsCompleted) = std::tuple(m, steps, metres, steps / 20.0, seconds);
+        lap->minutes.push_back(std::move(minute));
+    }
+    return lap;
 }
 
 class StorageTest : public ::testing::Test {
