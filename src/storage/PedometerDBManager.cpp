@@ -803,28 +803,35 @@ void PedometerDBManager::LoadOptions() {
 }
 
 void PedometerDBManager::LoadOptions(PedometerOptions& o) {
+    // Each table holds one row, read on its own: the sound switches still load when the
+    // settings row is missing (and are not saved back with their defaults).
     options_.Run([&](SQLite::Database& db) {
-        // Both tables hold one row each; the join without a condition pairs them.
-        std::string sql;
-        for (const OptionsColumns::Column& column : OptionsColumns::All())
-            sql += std::string(sql.empty() ? "SELECT " : ",") + column.table + '.' + column.name;
-        SQLite::Statement select(db, sql + " FROM SOUNDS,SCREEN");
-        if (!select.executeStep()) return;
-        int index = 0;
-        for (const OptionsColumns::Column& column : OptionsColumns::All()) {
-            const SQLite::Column value = select.getColumn(index++);
-            std::visit(
-                [&](auto member) {
-                    using Value = typename std::remove_reference_t<decltype(o.*member)>::value_type;
-                    if constexpr (std::is_same_v<Value, bool>) {
-                        o.*member = isSet(value);
-                    } else if constexpr (std::is_same_v<Value, int>) {
-                        o.*member = value.getInt();
-                    } else {
-                        o.*member = value.getDouble();
-                    }
-                },
-                column.member);
+        for (const std::string table : {"SOUNDS", "SCREEN"}) {
+            std::string sql;
+            for (const OptionsColumns::Column& column : OptionsColumns::All()) {
+                if (column.table == table)
+                    sql += std::string(sql.empty() ? "SELECT " : ",") + column.name;
+            }
+            SQLite::Statement select(db, sql + " FROM " + table);
+            if (!select.executeStep()) continue;
+            int index = 0;
+            for (const OptionsColumns::Column& column : OptionsColumns::All()) {
+                if (column.table != table) continue;
+                const SQLite::Column value = select.getColumn(index++);
+                std::visit(
+                    [&](auto member) {
+                        using Value =
+                            typename std::remove_reference_t<decltype(o.*member)>::value_type;
+                        if constexpr (std::is_same_v<Value, bool>) {
+                            o.*member = isSet(value);
+                        } else if constexpr (std::is_same_v<Value, int>) {
+                            o.*member = value.getInt();
+                        } else {
+                            o.*member = value.getDouble();
+                        }
+                    },
+                    column.member);
+            }
         }
     });
 }
