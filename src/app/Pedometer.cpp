@@ -163,10 +163,9 @@ void Pedometer::ReconsiderForeground() {
     const bool now = visible && !suspended && !away;
     if (now == foreground_) return;
     foreground_ = now;
-    if (engine_->Statistics().Detector() != nullptr) {
-        if (AccelerometerSource* source = engine_->Detector().Source())
-            source->SetWindowShown(now);
-    }
+    const QuorPedometer* detector = engine_->Statistics().Detector();
+    if (AccelerometerSource* source = detector ? detector->Source() : nullptr)
+        source->SetWindowShown(now);
     if (now) {
         OnForeground();
     } else {
