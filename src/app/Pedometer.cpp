@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QTimer>
 
+#include "AccelerometerSource.h"
 #include "AppFrame.h"
 #include "Clock.h"
 #include "CountingEngine.h"
@@ -14,6 +15,7 @@
 #include "PedometerDBManager.h"
 #include "PedometerOptions.h"
 #include "PowerManager.h"
+#include "QuorPedometer.h"
 #include "SessionAwayState.h"
 #include "SoundsManager.h"
 #include "StatisticsManager.h"
@@ -161,6 +163,10 @@ void Pedometer::ReconsiderForeground() {
     const bool now = visible && !suspended && !away;
     if (now == foreground_) return;
     foreground_ = now;
+    if (engine_->Statistics().Detector() != nullptr) {
+        if (AccelerometerSource* source = engine_->Detector().Source())
+            source->SetWindowShown(now);
+    }
     if (now) {
         OnForeground();
     } else {

@@ -23,4 +23,8 @@ public:
     // The system is back from sleep: a source on a device opens it anew at its next
     // reading, for a device may come back renumbered or reset. Any thread.
     virtual void ReopenAfterResume() {}
+    // The app's window was shown or hidden. While it is shown the desktop's orientation
+    // service reads the same device to turn the screen, so a source that would lock it
+    // out (an IIO buffer) reads in a way that shares the device. Any thread.
+    virtual void SetWindowShown(bool) {}
 };

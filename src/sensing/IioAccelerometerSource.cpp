@@ -131,8 +131,9 @@ void IioAccelerometerSource::Start(AccelerometerListener* listener) {
     if (listener == nullptr || IsRunning()) return;
     Stop();
     auto capture = std::make_shared<IioCapture>(options_, listener);
-    thread_ = std::thread([capture] { capture->Run(); });
     std::lock_guard lock(captureMutex_);
+    capture->ShareDevice(windowShown_);
+    thread_ = std::thread([capture] { capture->Run(); });
     capture_ = std::move(capture);
 }
 
@@ -160,6 +161,12 @@ bool IioAccelerometerSource::IsRunning() const {
 void IioAccelerometerSource::ReopenAfterResume() {
     std::lock_guard lock(captureMutex_);
     if (capture_) capture_->Reopen();
+}
+
+void IioAccelerometerSource::SetWindowShown(bool shown) {
+    std::lock_guard lock(captureMutex_);
+    windowShown_ = shown;
+    if (capture_) capture_->ShareDevice(shown);
 }
 
 bool IioAccelerometerSource::IsBuffered() const {

@@ -55,6 +55,9 @@ public:
     void Stop() override;
     bool IsRunning() const override;
     void ReopenAfterResume() override;
+    // While the window is shown the device is polled, never buffered: a buffer makes the
+    // driver refuse the orientation service's reads.
+    void SetWindowShown(bool shown) override;
     // The device the source would open now; empty when none qualifies.
     QString DevicePath() const;
     // Whether the running source reads the buffer (else it polls, or has no device).
@@ -76,5 +79,6 @@ private:
     const Options options_;
     mutable std::mutex captureMutex_;      // ReopenAfterResume may come from any thread
     std::shared_ptr<IioCapture> capture_;  // under captureMutex_; the thread holds its own
+    bool windowShown_ = false;             // under captureMutex_
     std::thread thread_;                   // GUI thread
 };

@@ -15,6 +15,8 @@
 namespace {
 // A rate to lay the buffer out for when the device does not say its own.
 constexpr double kAssumedHz = 50.0;
+// The name of the hrtimer trigger used by drivers without a trigger of their own.
+constexpr char kTimerTrigger[] = "pedometer";
 
 QString describe(const QString& path, int error) {
     return QStringLiteral("%1: %2").arg(path, QString::fromLocal8Bit(std::strerror(error)));
@@ -28,20 +30,22 @@ QString IioBuffer::PickTrigger(const QString& device) {
     const QString own[] = {QStringLiteral("%1-dev%2").arg(QString::fromLatin1(name), number),
                            QString::fromLatin1(name) + QStringLiteral("-trigger")};
     const QDir devices(QFileInfo(device).absolutePath());
-    QString fallback;
+    QString fallback, timer;
     for (const QString& entry : devices.entryList({QStringLiteral("trigger*")}, QDir::Dirs)) {
+        const QString folder = devices.filePath(entry);
         const QString trigger =
-            QString::fromLatin1(IioSysfs::Text(devices.filePath(entry) + QStringLiteral("/name")));
-        if (trigger == own[0] || trigger == own[1]) return trigger;
+            QString::fromLatin1(IioSysfs::Text(folder + QStringLiteral("/name")));
+        if (trigger == own[0] || trigger == own[1]) return folder;
         if (fallback.isEmpty() && trigger.startsWith(QString::fromLatin1(name)) &&
             !trigger.contains(QLatin1String("motion")))
-            fallback = trigger;
+            fallback = folder;
+        if (trigger == QLatin1String(kTimerTrigger)) timer = folder;
     }
-    return fallback;
+    return fallback.isEmpty() ? timer : fallback;
 }
 
-IioBuffer::Result IioBuffer::Open(const QString& device, const QString& devRoot,
-                                  double minimumHz, QString* why) {
+IioBuffer::Result IioBuffer::Open(const QString& device, const QString& devRoot, double minimumHz,
+                                  QString* why) {
     Close();
     device_ = device;
     const QString buffer = device + QStringLiteral("/buffer");
@@ -84,7 +88,14 @@ IioBuffer::Result IioBuffer::Open(const QString& device, const QString& devRoot,
     if (QFileInfo::exists(currentTrigger) && IioSysfs::Text(currentTrigger).isEmpty()) {
         const QString trigger = PickTrigger(device);
         if (trigger.isEmpty()) return fail(currentTrigger, ENODEV);
-        if (const int error = IioSysfs::Write(currentTrigger, trigger.toLatin1()))
+        const QByteArray name = IioSysfs::Text(trigger + QStringLiteral("/name"));
+        // A timer trigger fires at its own rate, which the device's rate must match.
+        const QString timerRate = trigger + QStringLiteral("/sampling_frequency");
+        if (name == kTimerTrigger) {
+            if (const int error = IioSysfs::Write(timerRate, QByteArray::number(rateHz_)))
+                return fail(timerRate, error);
+        }
+        if (const int error = IioSysfs::Write(currentTrigger, name))
             return fail(currentTrigger, error);
     }
     const int second = std::max(1, int(std::lround(rateHz_)));

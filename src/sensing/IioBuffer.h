@@ -34,6 +34,8 @@ public:
     const QString& RateProblem() const { return rateProblem_; }
 
 private:
+    // The device's own data-ready trigger, else an hrtimer trigger named "pedometer"
+    // that the administrator made (see the README), as its folder; empty when none.
     static QString PickTrigger(const QString& device);
 
     QString device_;

@@ -76,6 +76,10 @@ void IioCapture::Reopen() {
     [[maybe_unused]] const ssize_t put = ::write(wake_, &one, sizeof one);
 }
 
+void IioCapture::ShareDevice(bool share) {
+    if (shareDevice_.exchange(share) != share) Reopen();
+}
+
 bool IioCapture::WaitUntilFinished(int ms) {
     std::unique_lock lock(finishedMutex_);
     return finishedChanged_.wait_for(lock, std::chrono::milliseconds(ms),
@@ -103,7 +107,7 @@ void IioCapture::Run() {
             continue;
         }
         Outcome outcome = Outcome::NoBuffer;
-        if (options_.buffered) outcome = ReadBuffer(device);
+        if (options_.buffered && !shareDevice_.load()) outcome = ReadBuffer(device);
         buffered_.store(false);
         if (outcome == Outcome::NoBuffer) outcome = Poll(device);
         if (outcome == Outcome::Lost || outcome == Outcome::Busy) Wait(kRetryMs);

@@ -38,6 +38,9 @@ public:
     void RequestStop();
     // Open the device anew (back from a suspend). Any thread.
     void Reopen();
+    // Poll even where the buffer could be had, so that other programs can read the
+    // device too; switching reopens the device. Any thread.
+    void ShareDevice(bool share);
     // Waits up to `ms` for Run to return; true if it did.
     bool WaitUntilFinished(int ms);
     bool IsBuffered() const { return buffered_.load(); }
@@ -67,6 +70,7 @@ private:
     std::atomic<bool> stopping_{false};
     std::atomic<bool> reopen_{false};
     std::atomic<bool> buffered_{false};
+    std::atomic<bool> shareDevice_{false};
     mutable std::mutex deliveryMutex_;  // held by a delivery and by RequestStop
     bool stopped_ = false;      // under deliveryMutex_
     std::mutex finishedMutex_;

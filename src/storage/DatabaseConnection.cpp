@@ -1,6 +1,7 @@
 #include "DatabaseConnection.h"
 
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -218,6 +219,9 @@ bool DatabaseConnection::StartCheckLocked() {
             SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW, kBusyTimeoutMs);
         checker->execAndGet("SELECT count(*) FROM sqlite_master");  // it can read the file
         verdict_ = std::async(std::launch::async, [checker = std::move(checker)] {
+            // The lowest priority: reading the whole file must not hold back the first
+            // paint of the window on a phone's few cores.
+            setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), 19);
             try {
                 return quickCheck(*checker);
             } catch (const std::exception& e) {

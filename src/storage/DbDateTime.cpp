@@ -47,7 +47,11 @@ QDateTime DbDateTime::FromText(const char* text) {
     if (hour < 0 || minute < 0 || second < 0) return {};
     const QTime time(hour, minute, second);
     if (!time.isValid()) return {};
-    return QDateTime(date, time);
+    const QDateTime when(date, time);
+    if (when.isValid()) return when;
+    // A time the clocks skipped (the hour of the spring change) is read as the zone's rules
+    // place it: that long after midnight, so 02:30 on a day that jumps from 02:00 is 03:30.
+    return date.startOfDay().addSecs(QTime(0, 0).secsTo(time));
 }
 
 QDateTime DbDateTime::DayStart(const QDateTime& when) {

@@ -17,6 +17,7 @@ int TivButton::Initialize(const QRect& bounds) {
     enabled_ = true;
     normal_.reset();
     pressedBitmap_.reset();
+    pressedName_.clear();
     disabled_.reset();
     AddTouchEventDelegate(nullptr);
     AddActionEventDelegate(nullptr);
@@ -57,6 +58,29 @@ void TivButton::FitPictures() {
 }
 void TivButton::SetPressedBitmap(const QPixmap* bitmap) {
     Copy(pressedBitmap_, bitmap);
+    pressedName_.clear();
+}
+
+void TivButton::SetPictures(const QString& picture) {
+    const auto normal =
+        picture.isEmpty() ? nullptr : TivUtils::GetBitmapWithRightResolutionN(picture);
+    SetNormalBitmap(normal.get());
+    SetPressedBitmap(nullptr);
+    if (normal)
+        pressedName_ =
+            QString(picture).replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+    update();
+}
+
+void TivButton::RenderPressedPicture() {
+    if (pressedName_.isEmpty()) return;
+    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName_);
+    pressedName_.clear();
+    Copy(pressedBitmap_, pressed.get());
+    if (pressedBitmap_ && picturesFill_ &&
+        pressedBitmap_->deviceIndependentSize().toSize() != size()) {
+        if (auto fitted = TivUtils::RenderAgain(*pressedBitmap_, size())) pressedBitmap_ = *fitted;
+    }
 }
 void TivButton::SetDisabledBitmap(const QPixmap* bitmap) {
     Copy(disabled_, bitmap);
@@ -126,6 +150,7 @@ void TivButton::OnTouchFocusOut(const QWidget&, const QPoint& point, const Touch
 void TivButton::paintEvent(QPaintEvent*) {
     // The background is transparent: what lies behind the button shows through.
     FitPictures();
+    if (pressed_) RenderPressedPicture();
     QPainter painter(this);
     if (normal_ && !pressed_ && enabled_) painter.drawPixmap(0, 0, *normal_);
     if (pressedBitmap_ && pressed_) painter.drawPixmap(0, 0, *pressedBitmap_);

@@ -32,6 +32,10 @@ public:
     void SetNormalBitmap(const QPixmap* bitmap);
     void SetPressedBitmap(const QPixmap* bitmap);
     void SetDisabledBitmap(const QPixmap* bitmap);
+    // The named picture, and as the pressed picture its "-pressed" twin (the same name
+    // with "-pressed" before ".png"), which is rendered when the button is first pressed
+    // so that a screen full of buttons opens quickly. An empty name clears both.
+    void SetPictures(const QString& picture);
 
     void SetActionId(int actionId) { actionId_ = actionId; }
     int GetActionId() const { return actionId_; }
@@ -78,6 +82,7 @@ private:
     static void Copy(std::optional<QPixmap>& target, const QPixmap* source);
     // Renders the pictures again at the button's size when they fill it and it changed.
     void FitPictures();
+    void RenderPressedPicture();
 
     QPointer<QWidget> container_;
     bool pressed_ = false;
@@ -85,6 +90,7 @@ private:
     std::optional<QPixmap> normal_;
     bool picturesFill_ = false;  // the normal picture was made for the whole button
     std::optional<QPixmap> pressedBitmap_;
+    QString pressedName_;  // the pressed picture still to render, see SetPictures
     std::optional<QPixmap> disabled_;
     DelegatePointer<ITouchEventListener> touchDelegate_;
     DelegatePointer<IActionEventListener> actionDelegate_;

@@ -11,6 +11,7 @@
 #include <QSvgRenderer>
 #include <atomic>
 #include <cmath>
+#include <memory>
 #include <mutex>
 
 #include "AppPaths.h"
@@ -43,24 +44,34 @@ double DevicePixelRatio() {
     return qGuiApp != nullptr ? std::max(1.0, qGuiApp->devicePixelRatio()) : 1.0;
 }
 
-// Loads the artwork of `name`; false (with one warning) when it cannot be used.
-bool LoadArtwork(const QString& name, QSvgRenderer& renderer, QSizeF* drawn) {
+// A picture's artwork, parsed once per run: its reference size and every render at any
+// scale come from the same document (GUI thread only). Null, with one warning, when the
+// artwork cannot be used.
+struct Artwork {
+    QSvgRenderer renderer;
+    QSizeF drawn;
+};
+
+Artwork* LoadArtwork(const QString& name) {
     const QString path = TivUtils::GetArtworkPath(name);
     if (path.isEmpty()) {
         WarnMissing(name, QStringLiteral("no file name"));
-        return false;
+        return nullptr;
     }
-    if (!QFileInfo(path).isFile() || !renderer.load(path) || !renderer.isValid()) {
+    static QHash<QString, std::shared_ptr<Artwork>> loaded;
+    if (auto known = loaded.constFind(path); known != loaded.constEnd()) return known->get();
+    auto artwork = std::make_shared<Artwork>();
+    QSizeF& drawn = artwork->drawn;
+    QSvgRenderer& renderer = artwork->renderer;
+    if (QFileInfo(path).isFile() && renderer.load(path) && renderer.isValid()) {
+        drawn = renderer.defaultSize();
+        if (drawn.isEmpty()) drawn = renderer.viewBoxF().size();
+    }
+    if (drawn.isEmpty()) {
         WarnMissing(name, path);
-        return false;
+        return nullptr;  // not remembered: a file put in place later is found
     }
-    *drawn = renderer.defaultSize();
-    if (drawn->isEmpty()) *drawn = renderer.viewBoxF().size();
-    if (drawn->isEmpty()) {
-        WarnMissing(name, path);
-        return false;
-    }
-    return true;
+    return loaded.insert(path, std::move(artwork))->get();
 }
 
 // `size` logical pixels of the picture, rendered at the device pixel ratio; cached.
@@ -74,9 +85,8 @@ QPixmap Render(const QString& name, const QSize& size) {
                             .arg(ratio);
     QPixmap cached;
     if (QPixmapCache::find(key, &cached)) return cached;
-    QSvgRenderer renderer;
-    QSizeF drawn;
-    if (size.isEmpty() || !LoadArtwork(name, renderer, &drawn)) return {};
+    Artwork* artwork = size.isEmpty() ? nullptr : LoadArtwork(name);
+    if (artwork == nullptr) return {};
     QImage image(QSize(int(std::lround(size.width() * ratio)),
                        int(std::lround(size.height() * ratio))),
                  QImage::Format_ARGB32_Premultiplied);
@@ -85,7 +95,7 @@ QPixmap Render(const QString& name, const QSize& size) {
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(image.size())));
+        artwork->renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(image.size())));
     }
     image.setDevicePixelRatio(ratio);
     QPixmap pixmap = QPixmap::fromImage(std::move(image));
@@ -144,10 +154,10 @@ QString TivUtils::GetArtworkPath(const QString& name) {
 }
 
 QSize TivUtils::ReferenceSize(const QString& name) {
-    QSvgRenderer renderer;
-    QSizeF drawn;
-    if (!LoadArtwork(name, renderer, &drawn)) return {};
-    return QSize(int(std::lround(drawn.width())), int(std::lround(drawn.height())));
+    const Artwork* artwork = LoadArtwork(name);
+    if (artwork == nullptr) return {};
+    return QSize(int(std::lround(artwork->drawn.width())),
+                 int(std::lround(artwork->drawn.height())));
 }
 
 std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {

@@ -1,7 +1,7 @@
 #include "IioAccelerometerSource.h"
 
-#include <gtest/gtest.h>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -22,11 +23,13 @@
 #include "IioSamplingFrequency.h"
 #include "IioScanLayout.h"
 #include "IioStepCounter.h"
+#include "IioStepCounterSource.h"
 #include "NullAccelerometerSource.h"
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
 #include "SampleLog.h"
 #include "SensorStatus.h"
+#include "SpinUntil.h"
 #include "StepTally.h"
 #include "TestData.h"
 
@@ -93,7 +96,8 @@ TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
         buffered.Start(log.get());
         QByteArray blocks;  // two seconds at 50 Hz, the reading changing after the first
         for (int n = 0; n < 100; ++n)
-            blocks += device.Scan(n < 50 ? chip : AccelerationSample{0, 0, 1}, 1000 + n * 20'000'000LL);
+            blocks +=
+                device.Scan(n < 50 ? chip : AccelerationSample{0, 0, 1}, 1000 + n * 20'000'000LL);
         ASSERT_TRUE(Feed(feed, blocks));
         ASSERT_TRUE(log->WaitFor(2));
         EXPECT_TRUE(buffered.IsBuffered());
@@ -117,8 +121,9 @@ TEST(IioAccelerometerSourceTest, AWalkThroughEveryDriverBufferCountsAsTheRecordi
     PEDOMETER_WALKS_DIR(walks);
     AccelerationRecording walk;
     QString error;
-    ASSERT_TRUE(AccelerationCsvReader::ReadFile(walks + "/walker-a-inhand-samsung-1.csv", &walk,
-                                                &error)) << error.toStdString();
+    ASSERT_TRUE(
+        AccelerationCsvReader::ReadFile(walks + "/walker-a-inhand-samsung-1.csv", &walk, &error))
+        << error.toStdString();
     const int expected = RecordingStepCounter::Count(walk).Steps();
     for (const FakeIioDevice::Shape& shape : FakeIioDevice::Shapes()) {
         SCOPED_TRACE(shape.driver);
@@ -126,8 +131,8 @@ TEST(IioAccelerometerSourceTest, AWalkThroughEveryDriverBufferCountsAsTheRecordi
         const FakeIioDevice device(dir->path(), shape, 0);
         const int feed = device.OpenFeed();
         auto tally = std::make_unique<StepTally>();
-        auto detector = std::make_unique<QuorPedometer>(
-            std::make_unique<NullAccelerometerSource>(), DetectorKind::Classic);
+        auto detector = std::make_unique<QuorPedometer>(std::make_unique<NullAccelerometerSource>(),
+                                                        DetectorKind::Classic);
         detector->statistics = tally.get();
         detector->startUpdating();
         IioAccelerometerSource source(OptionsFor(device, true));
@@ -204,6 +209,60 @@ TEST(IioAccelerometerSourceTest, RecoversFromFaultsOfRealDevices) {
     }
 }
 
+// While the window is shown the device is polled and its buffer left to the desktop's
+// orientation service; hidden, the source takes the buffer, and gives it back when shown.
+TEST(IioAccelerometerSourceTest, TheBufferIsLeftFreeWhileTheWindowIsShown) {
+    const auto dir = testdata::MakeTempDir();
+    const FakeIioDevice device(dir->path(), FakeIioDevice::Shapes()[0], 0);
+    ASSERT_TRUE(device.SetReading({0.1f, -0.05f, 1.0f}));
+    const int feed = device.OpenFeed();
+    ASSERT_GE(feed, 0);
+    IioAccelerometerSource source(OptionsFor(device, true));
+    auto log = std::make_unique<SampleLog>();
+    source.SetWindowShown(true);
+    source.Start(log.get());
+    ASSERT_TRUE(log->WaitFor(1));
+    const auto bufferTurns = [&](const char* state) {
+        for (int i = 0; i < 100 && device.Read("buffer/enable") != state; ++i) QThread::msleep(20);
+        return device.Read("buffer/enable") == state;
+    };
+    EXPECT_TRUE(bufferTurns("0"));
+    EXPECT_FALSE(source.IsBuffered());
+    source.SetWindowShown(false);
+    EXPECT_TRUE(bufferTurns("1"));
+    source.SetWindowShown(true);
+    EXPECT_TRUE(bufferTurns("0"));
+    source.Stop();
+    ::close(feed);
+}
+
+// A driver without a trigger of its own runs on the administrator's hrtimer trigger
+// "pedometer", set to the device's rate.
+TEST(IioAccelerometerSourceTest, ADriverWithoutATriggerUsesThePedometerTimer) {
+    const auto dir = testdata::MakeTempDir();
+    const FakeIioDevice device(dir->path(), FakeIioDevice::Shapes()[0], 3);
+    const QString timer = device.DevicesRoot() + "/trigger9/";
+    ASSERT_TRUE(testdata::WriteFile(device.DevicesRoot() + "/trigger3/name", "other-dev1"));
+    ASSERT_TRUE(QDir().mkpath(timer));
+    ASSERT_TRUE(testdata::WriteFile(timer + "name", "pedometer"));
+    ASSERT_TRUE(testdata::WriteFile(timer + "sampling_frequency", "0"));
+    const int feed = device.OpenFeed();
+    IioAccelerometerSource source(OptionsFor(device, true, 12.5));
+    auto log = std::make_unique<SampleLog>();
+    source.Start(log.get());
+    QByteArray blocks;
+    for (int n = 0; n < 50; ++n)
+        blocks += device.Scan({0, 0, n < 25 ? 1.0f : 2.0f}, n * 50'000'000LL);
+    ASSERT_TRUE(Feed(feed, blocks));
+    ASSERT_TRUE(log->WaitFor(1));
+    EXPECT_EQ(device.Read("trigger/current_trigger"), "pedometer");
+    QFile rate(timer + "sampling_frequency");
+    ASSERT_TRUE(rate.open(QIODevice::ReadOnly));
+    EXPECT_EQ(rate.readAll().trimmed(), device.Read("sampling_frequency"));
+    source.Stop();
+    ::close(feed);
+}
+
 // Stop gives the caller back at once while a read hangs in the driver (a FIFO nobody
 // writes to stands in for it), and nothing is delivered after it.
 TEST(IioAccelerometerSourceTest, StopIsBoundedWhileAReadHangs) {
@@ -232,18 +291,20 @@ TEST(IioAccelerometerSourceTest, StopIsBoundedWhileAReadHangs) {
 TEST(IioAccelerometerSourceTest, FindsDevicesInOrder) {
     const auto dir = testdata::MakeTempDir();
     const auto& shapes = FakeIioDevice::Shapes();
-    FakeIioDevice(dir->path(), shapes[4], 1);   // ACCEL_LOCATION=base
+    FakeIioDevice(dir->path(), shapes[4], 1);  // ACCEL_LOCATION=base
     FakeIioDevice(dir->path(), shapes[0], 10);
     FakeIioDevice(dir->path(), shapes[2], 2);
-    const FakeIioDevice display(dir->path(), shapes[1], 4);  // udev +iio file: display
+    const FakeIioDevice display(dir->path(), shapes[1], 4);           // udev +iio file: display
     QDir().mkpath(dir->path() + "/sys/bus/iio/devices/iio:device0");  // a light sensor
     const QString devices = display.DevicesRoot(), udev = display.UdevDataRoot();
     QStringList names;
     for (const QString& path : IioAccelerometerSource::Accelerometers(devices, udev))
         names << QFileInfo(path).fileName();
     EXPECT_EQ(names.join(' '), "iio:device4 iio:device2 iio:device10 iio:device1");
-    EXPECT_TRUE(IioAccelerometerSource::FindDevice(devices, udev, "iio:device10").endsWith("device10"));
-    EXPECT_TRUE(IioAccelerometerSource::FindDevice(devices, udev, "iio:device9").endsWith("device4"));
+    EXPECT_TRUE(
+        IioAccelerometerSource::FindDevice(devices, udev, "iio:device10").endsWith("device10"));
+    EXPECT_TRUE(
+        IioAccelerometerSource::FindDevice(devices, udev, "iio:device9").endsWith("device4"));
 }
 
 // The chip's own counter (bma400, bmi270, bmi323): switched on, read as differences, a
@@ -269,6 +330,20 @@ TEST(IioAccelerometerSourceTest, HardwareStepCounterAddsDifferences) {
         ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", QByteArray(r.count) + "\n"));
         EXPECT_EQ(counter.Read(), r.steps) << r.count;
     }
+    // The source reads on its own thread, and at once after a resume.
+    struct Steps : AccelerometerListener {
+        void OnDataReceived(float, float, float) override {}
+        void OnStepsCounted(int steps) override { counted += steps; }
+        std::atomic<int> counted{0};
+    } listener;
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", "500\n"));
+    IioStepCounterSource source(dir->path());
+    source.Start(&listener);
+    QThread::msleep(200);
+    ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", "542\n"));
+    source.ReopenAfterResume();
+    EXPECT_TRUE(SpinUntil([&] { return listener.counted == 42; }, 2000));
+    source.Stop();
 }
 
 TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
@@ -293,10 +368,14 @@ TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
     const struct {
         const char* offered;
         double minimum, picked;
-    } rates[] = {{"1.5 12.5 25 100 50", 33, 50},  {"12.5 50 100", 12.5, 12.5},
-                 {"5 10 20", 33, 20},             {"[1 0.5 100]", 33, 33},
-                 {"[0.000100 10 40]", 12.5, 20.0001}, {"[1 2]", 33, 0},
-                 {"", 33, 0},                     {"fast", 33, 0}};
+    } rates[] = {{"1.5 12.5 25 100 50", 33, 50},
+                 {"12.5 50 100", 12.5, 12.5},
+                 {"5 10 20", 33, 20},
+                 {"[1 0.5 100]", 33, 33},
+                 {"[0.000100 10 40]", 12.5, 20.0001},
+                 {"[1 2]", 33, 0},
+                 {"", 33, 0},
+                 {"fast", 33, 0}};
     for (const auto& r : rates) {
         SCOPED_TRACE(r.offered);
         EXPECT_NEAR(IioSamplingFrequency::Pick(IioSamplingFrequency::Offered(r.offered, r.minimum),

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
 
 namespace {
@@ -17,6 +18,21 @@ TEST(DbDateTimeTest, TextIsLocalTimeToTheSecondAndReadsBack) {
     EXPECT_EQ(DbDateTime::ToText(DbDateTime::Unset()), "0001-01-01 00:00:00");
     EXPECT_EQ(DbDateTime::FromText("0001-01-01 00:00:00"), DbDateTime::Unset());
     EXPECT_EQ(DbDateTime::ToText(QDateTime()), "");
+}
+
+TEST(DbDateTimeTest, TimeInTheSpringGapIsReadAsTheZoneRulesSay) {
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "Europe/Berlin");
+    tzset();
+    EXPECT_EQ(DbDateTime::FromText("2026-03-29 02:30:00"),
+              QDateTime(QDate(2026, 3, 29), QTime(3, 30)));
+    EXPECT_EQ(DbDateTime::FromText("2026-03-29 03:30:00"),
+              QDateTime(QDate(2026, 3, 29), QTime(3, 30)));
+    if (zone.isNull())
+        qunsetenv("TZ");
+    else
+        qputenv("TZ", zone);
+    tzset();
 }
 
 TEST(DbDateTimeTest, TextOrderIsTimeOrder) {

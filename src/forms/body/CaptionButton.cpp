@@ -15,12 +15,7 @@ TivButton* CaptionButton::Create(QWidget* parent, const QString& picture, const 
                                  const QString& caption) {
     auto* button = new TivButton(parent);
     button->Initialize(QRect(at, Size()));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
-    QString pressedName = picture;
-    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
-    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
-    button->SetNormalBitmap(normal.get());
-    button->SetPressedBitmap(pressed ? pressed.get() : normal.get());
+    button->SetPictures(picture);
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     auto* label = new TivLabel(button);

@@ -101,12 +101,7 @@ TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption,
                                  int x) {
     auto* button = new TivButton(content_);
     button->Initialize(QRect(x, Scaled(kButtonTop), Scaled(kButtonWidth), Scaled(kButtonHeight)));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
-    QString pressedName = picture;
-    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
-    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
-    button->SetNormalBitmap(normal.get());
-    button->SetPressedBitmap(pressed ? pressed.get() : normal.get());
+    button->SetPictures(picture);
     button->SetActionId(actionId);
     button->AddActionEventDelegate(this);
     auto* label = new TivLabel(button);

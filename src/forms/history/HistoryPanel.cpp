@@ -40,14 +40,6 @@ TivLabel* MakeLabel(QWidget* parent, const QString& text, int size, const QColor
     return label;
 }
 
-void SetPictures(TivButton& button, const QString& picture) {
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
-    QString pressedName = picture;
-    pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
-    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
-    button.SetNormalBitmap(normal.get());
-    button.SetPressedBitmap(pressed ? pressed.get() : normal.get());
-}
 }  // namespace
 
 HistoryPanel::HistoryPanel(QWidget* parent) : QScrollArea(parent) {
@@ -170,7 +162,7 @@ TivButton* HistoryPanel::AddRowButton(const QString& text, int actionId,
     button->Initialize(QRect());
     Put(*button, QRect(kMargin, y, kInner, kButtonHeight));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
-    SetPictures(*button, QStringLiteral("history_row.png"));
+    button->SetPictures(QStringLiteral("history_row.png"));
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     TivLabel* label = MakeLabel(button, text, 22, Qt::white);
@@ -189,7 +181,7 @@ TivButton* HistoryPanel::AddResetButton(const QString& buttonText, const QString
     button->Initialize(QRect());
     Put(*button, QRect(kMargin, y, w, h));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
-    SetPictures(*button, QStringLiteral("btn-red.png"));
+    button->SetPictures(QStringLiteral("btn-red.png"));
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     TivLabel* label = MakeLabel(button, buttonText, 26, Qt::white, TivUtils::FONT_STYLE_BOLD);

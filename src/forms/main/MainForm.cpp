@@ -202,18 +202,7 @@ TivButton* MainForm::AddPictureButton(const QString& picture, const QRect& bound
 }
 
 void MainForm::SetButtonPicture(TivButton& button, const QString& picture) {
-    if (picture.isEmpty()) {
-        button.SetNormalBitmap(nullptr);
-        button.SetPressedBitmap(nullptr);
-    } else {
-        const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture);
-        QString pressedName = picture;
-        pressedName.replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
-        const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName);
-        button.SetNormalBitmap(normal.get());
-        button.SetPressedBitmap(pressed ? pressed.get() : normal.get());
-    }
-    button.update();
+    button.SetPictures(picture);
 }
 
 void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QString& secondKey) {
