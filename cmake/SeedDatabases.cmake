@@ -38,5 +38,5 @@ foreach(seed Options Statistics)
   list(APPEND PEDOMETER_SEED_DATABASES ${output})
 endforeach()
 add_custom_target(pedometer_seed_databases ALL DEPENDS ${PEDOMETER_SEED_DATABASES})
-# pedometer_core depends on the resources, so every test and tool finds the seeds.
+# pedometer_platform depends on the resources, so every test and tool finds the seeds.
 add_dependencies(pedometer_resources pedometer_seed_databases)

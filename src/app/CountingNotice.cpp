@@ -11,9 +11,6 @@
 #include "PedometerDBManager.h"
 
 namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 const QString kOpen = QStringLiteral("open");
 const QString kStop = QStringLiteral("stop");
 }  // namespace
@@ -63,10 +60,12 @@ void CountingNotice::Refresh() {
     }
     const int steps = TodaySteps();
     if (steps != shownSteps_) {
-        QString text = Text("notice__ Counting - %@ steps today");
+        QString text = AppResource::Text("notice__ Counting - %@ steps today");
         text.replace(QLatin1String("%@"), QLocale().toString(steps));
-        notifications_.Show(kCountingSlot, text, QString(),
-                            {kOpen, Text("notice__ Open"), kStop, Text("notice__ Stop")}, true);
+        notifications_.Show(
+            kCountingSlot, text, QString(),
+            {kOpen, AppResource::Text("notice__ Open"), kStop, AppResource::Text("notice__ Stop")},
+            true);
         shownSteps_ = steps;
     }
     refreshTimer_.Start(kRefreshMs);
@@ -99,10 +98,11 @@ void CountingNotice::CheckGoal() {
     const QDate today = Clock::Now().date();
     if (goalToldOn_ == today || !GoalReached()) return;
     goalToldOn_ = today;
-    notifications_.Show(kGoalSlot, Text("today_goal__ Today's goal"), Text("alarm__ Completed!"),
-                        {}, false);
+    notifications_.Show(kGoalSlot, AppResource::Text("today_goal__ Today's goal"),
+                        AppResource::Text("alarm__ Completed!"), {}, false);
 }
 
 void CountingNotice::ShowAlarm() {
-    notifications_.Show(kGoalSlot, Text("more__ Alarm"), Text("alarm__ Completed!"), {}, false);
+    notifications_.Show(kGoalSlot, AppResource::Text("more__ Alarm"),
+                        AppResource::Text("alarm__ Completed!"), {}, false);
 }

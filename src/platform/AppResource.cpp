@@ -11,6 +11,10 @@ AppResource& AppResource::GetInstance() {
     return instance;
 }
 
+QString AppResource::Text(const char* key) {
+    return GetInstance().GetString(QString::fromUtf8(key));
+}
+
 QString AppResource::GetString(const QString& key) {
     std::lock_guard lock(mutex_);
     EnsureLoaded();

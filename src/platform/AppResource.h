@@ -17,6 +17,8 @@ public:
     static AppResource& GetInstance();
 
     QString GetString(const QString& key);
+    // The text of `key` in the current language: AppResource::Text("meter__ STOP").
+    static QString Text(const char* key);
     // The text with its "%@" placeholders filled in order of appearance.
     QString GetString(const QString& key, const QStringList& values);
     // A text about `count` things: the key with "#one" appended when the count is 1,

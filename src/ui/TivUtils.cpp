@@ -123,6 +123,14 @@ double TivUtils::GetScale() {
     return layoutScale.load();
 }
 
+int TivUtils::Scaled(int size) {
+    return int(std::lround(size * GetScale()));
+}
+
+QRect TivUtils::Scaled(const QRect& rect) {
+    return QRect(Scaled(rect.x()), Scaled(rect.y()), Scaled(rect.width()), Scaled(rect.height()));
+}
+
 void TivUtils::SetScale(double scale) {
     if (scale > 0) layoutScale.store(scale);
 }

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QPixmap>
+#include <QRect>
 #include <QString>
 #include <memory>
 
@@ -42,6 +43,9 @@ public:
     // at. Set by the window from its size; non-positive values are ignored.
     static double GetScale();
     static void SetScale(double scale);
+    // A length, or each edge of a rectangle, in reference units at the current scale.
+    static int Scaled(int size);
+    static QRect Scaled(const QRect& rect);
 
     // The system text size in the toolkit's font units (see CreateFont).
     static int GetSystemFontSize();

@@ -15,17 +15,10 @@ const char kHelp[] =
     "Usage: pedometer-cli backup FILE [OPTIONS]\n"
     "\n"
     "Writes a consistent copy of Options.db3 and Statistics.db3 to FILE, even while the\n"
-    "app is counting (it waits for a few milliseconds at most). An existing FILE is replaced.\n"
-    "\n"
-    "Options:\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad argument, 1 when it cannot be done (the reason\n"
-    "is printed).\n";
+    "app is counting (it waits for a few milliseconds at most). An existing FILE is replaced.\n";
 
 int runBackup(const QStringList& args) {
-    CliParser parser("backup", kHelp);
+    CliParser parser("backup", kHelp, CliParser::kPlainFooter);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     const QString home = AppPaths::Home();

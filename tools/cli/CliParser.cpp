@@ -4,9 +4,10 @@
 
 #include "CliStorage.h"
 
-CliParser::CliParser(const char* command, const char* help)
+CliParser::CliParser(const char* command, const char* help, const char* footer)
     : command_(command),
       help_(help),
+      footer_(footer),
       helpOption_({QStringLiteral("h"), QStringLiteral("help")}, QString()) {
     setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
     addOption(helpOption_);
@@ -21,6 +22,7 @@ bool CliParser::Parse(const QStringList& args, int* status, int files) {
     }
     if (isSet(helpOption_)) {
         std::printf(help_, CliStorage::kDataDirHelp);
+        if (footer_) std::printf(footer_, CliStorage::kDataDirHelp);
         *status = 0;
         return false;
     }

@@ -11,7 +11,19 @@
 class CliParser : public QCommandLineParser {
 public:
     // `help` is the command's help text; a "%s" in it stands for the --data-dir lines.
-    CliParser(const char* command, const char* help);
+    // `footer`, when given, is printed after it, with the same "%s".
+    CliParser(const char* command, const char* help, const char* footer = nullptr);
+
+    // The end of the help of a command with no options of its own and only one way to
+    // fail: the option lines and the exit statuses.
+    static constexpr const char* kPlainFooter =
+        "\n"
+        "Options:\n"
+        "%s"
+        "  -h, --help        show this help\n"
+        "\n"
+        "Exit status: 0 on success, 2 on a bad argument, 1 when it cannot be done (the reason\n"
+        "is printed).\n";
 
     // Parses the arguments that follow the command's name and points the data folder at
     // --data-dir. False when the command ends here, with *status 0 after the help was
@@ -25,5 +37,6 @@ public:
 private:
     const char* command_;
     const char* help_;
+    const char* footer_;
     QCommandLineOption helpOption_;
 };

@@ -18,17 +18,10 @@ const char kHelp[] =
     "tables or columns), is refused and nothing changes. Both databases are prepared\n"
     "completely first, then switched in one step that is finished at the next start if\n"
     "it is interrupted. The current databases are moved into a folder aside-DATE-TIME in\n"
-    "the data folder, never overwritten. Close the app first.\n"
-    "\n"
-    "Options:\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad argument, 1 when it cannot be done (the reason\n"
-    "is printed).\n";
+    "the data folder, never overwritten. Close the app first.\n";
 
 int runRestore(const QStringList& args) {
-    CliParser parser("restore", kHelp);
+    CliParser parser("restore", kHelp, CliParser::kPlainFooter);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     // The databases are moved aside: never under a running app that has them open.

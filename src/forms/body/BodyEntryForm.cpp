@@ -28,9 +28,6 @@ const QColor kHintColor(0xC8, 0xD2, 0xE6);
 // Amber rather than red: a refused value is a request to correct, not a failure.
 const QColor kRefusalColor(0xFF, 0xB8, 0x4D);
 
-int S(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
 }  // namespace
 
 BodyEntryForm::BodyEntryForm(QWidget* parent) : PedometerForm(parent) {}
@@ -61,32 +58,34 @@ void BodyEntryForm::OnInitializing() {
     auto* prompt = new TivLabel(this);
     prompt->Initialize();
     prompt->setObjectName(QStringLiteral("prompt"));
-    prompt->setGeometry(S(20), top + S(kPromptTop), width() - S(40), S(kPromptHeight));
-    prompt->SetFontSize(S(32));
+    prompt->setGeometry(TivUtils::Scaled(20), top + TivUtils::Scaled(kPromptTop),
+                        width() - TivUtils::Scaled(40), TivUtils::Scaled(kPromptHeight));
+    prompt->SetFontSize(TivUtils::Scaled(32));
     prompt->SetText(PromptText());
 
     row_ = new QWidget(this);
-    row_->setGeometry(0, top + S(kRowTop), width(), S(kRowHeight));
+    row_->setGeometry(0, top + TivUtils::Scaled(kRowTop), width(), TivUtils::Scaled(kRowHeight));
     BuildRow();
     PlaceRow();
 
     message_ = new TivLabel(this);
     message_->Initialize();
     message_->setObjectName(QStringLiteral("message"));
-    message_->setGeometry(S(20), top + S(kMessageTop), width() - S(40), S(kMessageHeight));
-    message_->SetFontSize(S(24));
+    message_->setGeometry(TivUtils::Scaled(20), top + TivUtils::Scaled(kMessageTop),
+                          width() - TivUtils::Scaled(40), TivUtils::Scaled(kMessageHeight));
+    message_->SetFontSize(TivUtils::Scaled(24));
     message_->SetNeedOutline(false);
     ShowVerdict(false);
 
-    CaptionButton::Create(this, QStringLiteral("btn-green.png"),
-                          QPoint((width() - CaptionButton::Size().width()) / 2, top + S(kSaveTop)),
-                          ID_SAVE, this,
-                          AppResource::GetInstance().GetString(QStringLiteral("body__ Save")))
+    CaptionButton::Create(
+        this, QStringLiteral("btn-green.png"),
+        QPoint((width() - CaptionButton::Size().width()) / 2, top + TivUtils::Scaled(kSaveTop)),
+        ID_SAVE, this, AppResource::GetInstance().GetString(QStringLiteral("body__ Save")))
         ->setObjectName(QStringLiteral("save"));
 }
 
 QLineEdit* BodyEntryForm::AddField(int maxLength, const QString& text, int width) {
-    auto* field = new TivNumberField(row_, maxLength, S(48));
+    auto* field = new TivNumberField(row_, maxLength, TivUtils::Scaled(48));
     field->setText(text);
     connect(field, &QLineEdit::editingFinished, this, [this] { ShowVerdict(false); });
     // Enter saves and closes, as the Save button does.
@@ -99,18 +98,19 @@ QLineEdit* BodyEntryForm::AddField(int maxLength, const QString& text, int width
 void BodyEntryForm::AddText(const QString& text, int width) {
     auto* label = new TivLabel(row_);
     label->Initialize();
-    label->SetFontSize(S(34));
+    label->SetFontSize(TivUtils::Scaled(34));
     label->SetText(text);
     rowItems_.append({label, width});
 }
 
 void BodyEntryForm::PlaceRow() {
     int total = 0;
-    for (const auto& item : rowItems_) total += S(item.second) + S(kGap);
-    int x = (row_->width() - total + S(kGap)) / 2;
+    for (const auto& item : rowItems_)
+        total += TivUtils::Scaled(item.second) + TivUtils::Scaled(kGap);
+    int x = (row_->width() - total + TivUtils::Scaled(kGap)) / 2;
     for (const auto& item : rowItems_) {
-        item.first->setGeometry(x, 0, S(item.second), row_->height());
-        x += S(item.second) + S(kGap);
+        item.first->setGeometry(x, 0, TivUtils::Scaled(item.second), row_->height());
+        x += TivUtils::Scaled(item.second) + TivUtils::Scaled(kGap);
     }
 }
 

@@ -44,15 +44,6 @@ const Measurement kMeasurements[4] = {
      "body__ Please enter your weightfor 1 more day to start tracking", QColor(63, 193, 255)},
 };
 
-int S(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-QRect S(const QRect& r) {
-    return QRect(S(r.x()), S(r.y()), S(r.width()), S(r.height()));
-}
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 BodyMeterForm::BodyMeterForm(QWidget* parent) : PedometerForm(parent) {}
@@ -65,42 +56,43 @@ bool BodyMeterForm::Initialize() {
 void BodyMeterForm::OnInitializing() {
     SetBackgroundImage(Body::GetInstance().isMen() ? QStringLiteral("Body_bg.png")
                                                    : QStringLiteral("Body_woman_bg.png"));
-    SetTitleText(Text("body__ Body_tracker"));
+    SetTitleText(AppResource::Text("body__ Body_tracker"));
     ShowBackButton();
 
     int y = GetClientTop();
     auto* hint = new TivLabel(this);
     hint->Initialize();
-    hint->setGeometry(0, y, width(), S(kHintHeight));
-    hint->SetFontSize(S(19));
+    hint->setGeometry(0, y, width(), TivUtils::Scaled(kHintHeight));
+    hint->SetFontSize(TivUtils::Scaled(19));
     hint->SetTextColor(QColor(127, 127, 127));
     hint->SetNeedOutline(false);
-    hint->SetText(Text("body__ Tap any graph toenter update"));
-    y += S(kHintHeight);
+    hint->SetText(AppResource::Text("body__ Tap any graph toenter update"));
+    y += TivUtils::Scaled(kHintHeight);
 
     container_ = new QWidget(this);
-    container_->setGeometry(0, y, width(), S(kContainerHeight));
+    container_->setGeometry(0, y, width(), TivUtils::Scaled(kContainerHeight));
     // The four graphs take the height.
     SetGrowBand(int(std::lround(y / TivUtils::GetScale())),
                 int(std::lround(y / TivUtils::GetScale())) + kContainerHeight);
-    y += S(kContainerHeight);
+    y += TivUtils::Scaled(kContainerHeight);
 
-    const int footer = std::max(S(24), height() - y);
+    const int footer = std::max(TivUtils::Scaled(24), height() - y);
     legend_ = new TivLabel(this);
     legend_->Initialize();
-    legend_->setGeometry(S(kSlotX), y, width() * 3 / 5 - S(kSlotX), footer);
-    legend_->SetFontSize(S(22));
+    legend_->setGeometry(TivUtils::Scaled(kSlotX), y, width() * 3 / 5 - TivUtils::Scaled(kSlotX),
+                         footer);
+    legend_->SetFontSize(TivUtils::Scaled(22));
     legend_->SetTextColor(QColor(76, 217, 100));
     legend_->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     bmi_ = new TivLabel(this);
     bmi_->Initialize();
-    bmi_->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - S(kSlotX), footer);
-    bmi_->SetFontSize(S(22));
+    bmi_->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - TivUtils::Scaled(kSlotX), footer);
+    bmi_->SetFontSize(TivUtils::Scaled(22));
     bmi_->SetHorizontalAlligment(TivLabel::ALIGN_RIGHT);
 
     InitOptionMenu(ID_OPTION_KEY);
-    AddOptionKey(Text("more__ Goals"), ID_GOALS);
-    AddOptionKey(Text("body__ Report"), ID_REPORT);
+    AddOptionKey(AppResource::Text("more__ Goals"), ID_GOALS);
+    AddOptionKey(AppResource::Text("body__ Report"), ID_REPORT);
 }
 
 void BodyMeterForm::FormWillAppear() {
@@ -112,15 +104,16 @@ void BodyMeterForm::UpdateData() {
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool anyDesired =
         goal.chest != -1.0 || goal.waist != -1.0 || goal.hips != -1.0 || goal.wheight != -1.0;
-    legend_->SetText(anyDesired ? Text("body__ Green - desired values") : QString());
+    legend_->SetText(anyDesired ? AppResource::Text("body__ Green - desired values") : QString());
     legend_->update();
 
     const Body& body = Body::GetInstance();
     const bool bmiShown = body.storedHeight() != -1.0 && body.storedWeight() != -1.0 &&
                           PedometerOptions::GetInstance().showBmi;
-    bmi_->SetText(bmiShown ? Text("body__ BMI: %@").replace(
-                                 QStringLiteral("%@"), Converter::GetLocalStringN(body.GetBMI(), 1))
-                           : QString());
+    bmi_->SetText(
+        bmiShown ? AppResource::Text("body__ BMI: %@")
+                       .replace(QStringLiteral("%@"), Converter::GetLocalStringN(body.GetBMI(), 1))
+                 : QString());
     bmi_->update();
 
     // Old slots may be delivering the tap that led here: they go later.
@@ -149,7 +142,7 @@ void BodyMeterForm::BuildSlot(int index, const std::vector<DAOBodyLog>& logs) {
     Slot& slot = slots_[index];
     slot = Slot();
     auto* button = new TivButton(container_);
-    button->Initialize(S(QRect(kSlotX, kSlotY[index], kSlotWidth, kSlotHeight)));
+    button->Initialize(TivUtils::Scaled(QRect(kSlotX, kSlotY[index], kSlotWidth, kSlotHeight)));
     button->setObjectName(QStringLiteral("slot%1").arg(index));
     const auto back = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("body_graph_back.png"));
     button->SetNormalBitmap(back.get());
@@ -164,10 +157,12 @@ void BodyMeterForm::BuildSlot(int index, const std::vector<DAOBodyLog>& logs) {
     const int w = button->width();
     const int h = button->height();
     if (series.measured < 2) {
-        slot.message = AddLabel(*button, QRect(S(16), 0, w - S(32), h), S(24),
-                                Text(series.measured == 0 ? measurement.forTwoDays
-                                                          : measurement.forOneMoreDay),
-                                TivLabel::ALIGN_CENTER);
+        slot.message =
+            AddLabel(*button, QRect(TivUtils::Scaled(16), 0, w - TivUtils::Scaled(32), h),
+                     TivUtils::Scaled(24),
+                     AppResource::Text(series.measured == 0 ? measurement.forTwoDays
+                                                            : measurement.forOneMoreDay),
+                     TivLabel::ALIGN_CENTER);
         button->show();
         return;
     }
@@ -188,21 +183,25 @@ void BodyMeterForm::BuildSlot(int index, const std::vector<DAOBodyLog>& logs) {
     auto withUnit = [&](double value) {
         if (weight) {
             return imperial ? Converter::GetLocalStringN(shown(value), 1) + QLatin1Char(' ') +
-                                  Text("body__ lb")
+                                  AppResource::Text("body__ lb")
                             : Converter::GetLocalStringN(value, 3) + QLatin1Char(' ') +
-                                  Text("body__ kg");
+                                  AppResource::Text("body__ kg");
         }
         return Converter::GetLocalStringN(shown(value), 1) +
-               (imperial ? QStringLiteral("\"") : QLatin1Char(' ') + Text("body__ cm"));
+               (imperial ? QStringLiteral("\"")
+                         : QLatin1Char(' ') + AppResource::Text("body__ cm"));
     };
-    const int inset = S(14);
-    slot.high = AddLabel(*button, QRect(inset, 0, w - 2 * inset, S(26)), S(26),
-                         withUnit(series.high), TivLabel::ALIGN_RIGHT);
-    slot.low = AddLabel(*button, QRect(inset, h - S(26), w - 2 * inset, S(26)), S(26),
-                        withUnit(series.low), TivLabel::ALIGN_RIGHT);
-    slot.middle = AddLabel(*button, QRect(inset, (h - S(30)) / 2, w - 2 * inset, S(30)), S(30),
-                           Text(measurement.name) + QStringLiteral(": ") + withUnit(series.current),
-                           TivLabel::ALIGN_LEFT);
+    const int inset = TivUtils::Scaled(14);
+    slot.high = AddLabel(*button, QRect(inset, 0, w - 2 * inset, TivUtils::Scaled(26)),
+                         TivUtils::Scaled(26), withUnit(series.high), TivLabel::ALIGN_RIGHT);
+    slot.low = AddLabel(*button,
+                        QRect(inset, h - TivUtils::Scaled(26), w - 2 * inset, TivUtils::Scaled(26)),
+                        TivUtils::Scaled(26), withUnit(series.low), TivLabel::ALIGN_RIGHT);
+    slot.middle = AddLabel(
+        *button, QRect(inset, (h - TivUtils::Scaled(30)) / 2, w - 2 * inset, TivUtils::Scaled(30)),
+        TivUtils::Scaled(30),
+        AppResource::Text(measurement.name) + QStringLiteral(": ") + withUnit(series.current),
+        TivLabel::ALIGN_LEFT);
     button->show();
 }
 

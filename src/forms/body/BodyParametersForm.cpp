@@ -35,9 +35,6 @@ const Mode* ModeOf(int mode) {
     return mode >= 0 && mode < 10 && kModes[mode].title != nullptr ? &kModes[mode] : nullptr;
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 BodyParametersForm::BodyParametersForm(QWidget* parent) : BodyEntryForm(parent) {}
@@ -50,12 +47,13 @@ bool BodyParametersForm::Initialize(int mode) {
 
 QString BodyParametersForm::TitleText() const {
     const Mode* mode = ModeOf(mode_);
-    return mode != nullptr ? Text(mode->title) : Text("body__ Body_tracker");
+    return mode != nullptr ? AppResource::Text(mode->title)
+                           : AppResource::Text("body__ Body_tracker");
 }
 
 QString BodyParametersForm::PromptText() const {
     const Mode* mode = ModeOf(mode_);
-    return mode != nullptr ? Text(mode->prompt) : QString();
+    return mode != nullptr ? AppResource::Text(mode->prompt) : QString();
 }
 
 double BodyParametersForm::InitialValue() const {
@@ -98,7 +96,7 @@ void BodyParametersForm::BuildRow() {
     AddField(3, QString::number(tenthsTotal / 10), 130);
     AddText(QString(QLocale().decimalPoint()), 20);
     AddField(1, QString::number(tenthsTotal % 10), 70);
-    AddText(Text(inches ? "body__ (in)" : "body__ (cm)"), 110);
+    AddText(AppResource::Text(inches ? "body__ (in)" : "body__ (cm)"), 110);
 }
 
 EntryRange BodyParametersForm::Range() const {

@@ -6,14 +6,8 @@
 #include "TivLabel.h"
 #include "TivUtils.h"
 
-namespace {
-int S(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 QSize CaptionButton::Size() {
-    return QSize(S(200), S(72));
+    return QSize(TivUtils::Scaled(200), TivUtils::Scaled(72));
 }
 
 TivButton* CaptionButton::Create(QWidget* parent, const QString& picture, const QPoint& at,
@@ -27,7 +21,7 @@ TivButton* CaptionButton::Create(QWidget* parent, const QString& picture, const 
     auto* label = new TivLabel(button);
     label->Initialize();
     label->setGeometry(0, 0, button->width(), button->height());
-    label->SetFontSize(S(32));
+    label->SetFontSize(TivUtils::Scaled(32));
     label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     label->SetText(caption);
     button->AddControl(*label);

@@ -68,12 +68,6 @@ const char* const kColumnHeads[4] = {"body__ Now", "body__ 7days", "body__ 30day
                                      "body__ 90days"};
 const int kDays[4] = {0, 7, 30, 90};
 
-int S(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 bool Imperial() {
     return PedometerOptions::GetInstance().measurementSystem;
 }
@@ -114,11 +108,11 @@ void ReportForm::ExchangeOnLastEntrance(QString& text, const QString& value) {
 }
 
 QString ReportForm::GetSizeSystem() {
-    return Imperial() ? QStringLiteral("\"") : Text("body__ (cm)");
+    return Imperial() ? QStringLiteral("\"") : AppResource::Text("body__ (cm)");
 }
 
 QString ReportForm::GetWheightSystem() {
-    return Text(Imperial() ? "body__ (lb)" : "body__ (kg)");
+    return AppResource::Text(Imperial() ? "body__ (lb)" : "body__ (kg)");
 }
 
 QString ReportForm::GetSizeString(double cm) {
@@ -135,15 +129,15 @@ QString ReportForm::GetWheightString(double kg) {
 
 void ReportForm::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("body__ Report"));
+    SetTitleText(AppResource::Text("body__ Report"));
     ShowBackButton();
     table_ = BodyReportTable::FromLogs(PedometerDBManager::GetInstance().GetBodyLogs(),
                                        Clock::Now().date());
     SnsGateway::GetInstance().SetListener(this);
 
-    const int top = GetClientTop() + S(kTop);
+    const int top = GetClientTop() + TivUtils::Scaled(kTop);
     BuildTable(top);
-    const int below = top + S(kHeadHeight + 4 * kRowHeight) + S(12);
+    const int below = top + TivUtils::Scaled(kHeadHeight + 4 * kRowHeight) + TivUtils::Scaled(12);
     // A taller window makes the rows taller; the hint and Export move down with them.
     const int rowsTop =
         int(std::lround(GetClientTop() / TivUtils::GetScale())) + kTop + kHeadHeight;
@@ -151,24 +145,26 @@ void ReportForm::OnInitializing() {
 
     auto* hint = new TivLabel(this);
     hint->Initialize();
-    hint->setGeometry(S(20), below, width() - S(40), S(60));
-    hint->SetFontSize(S(22));
+    hint->setGeometry(TivUtils::Scaled(20), below, width() - TivUtils::Scaled(40),
+                      TivUtils::Scaled(60));
+    hint->SetFontSize(TivUtils::Scaled(22));
     hint->SetTextColor(QColor(190, 198, 212));
     hint->SetNeedOutline(false);
-    hint->SetText(Text("body__ Tap any value, row or column to share it"));
+    hint->SetText(AppResource::Text("body__ Tap any value, row or column to share it"));
 
-    CaptionButton::Create(this, QStringLiteral("btn-blue.png"),
-                          QPoint((width() - CaptionButton::Size().width()) / 2, below + S(76)),
-                          ID_EXPORT, this, Text("body__ Export"))
+    CaptionButton::Create(
+        this, QStringLiteral("btn-blue.png"),
+        QPoint((width() - CaptionButton::Size().width()) / 2, below + TivUtils::Scaled(76)),
+        ID_EXPORT, this, AppResource::Text("body__ Export"))
         ->setObjectName(QStringLiteral("export"));
 
     popup_ = new ReportPopup(this);
-    popup_->Initialize(ID_POPUP_CLOSE, Text("body__ OK"), this);
+    popup_->Initialize(ID_POPUP_CLOSE, AppResource::Text("body__ OK"), this);
     okPopup_ = new ReportPopup(this);
-    okPopup_->Initialize(ID_POPUP_OK, Text("body__ OK"), this);
+    okPopup_->Initialize(ID_POPUP_OK, AppResource::Text("body__ OK"), this);
     savePopup_ = new ReportPopup(this);
-    savePopup_->Initialize(ID_SAVE_DOCUMENTS, Text("body__ Save"), this);
-    savePopup_->AddSecondButton(ID_SAVE_CANCEL, Text("body__ Cancel"), this);
+    savePopup_->Initialize(ID_SAVE_DOCUMENTS, AppResource::Text("body__ Save"), this);
+    savePopup_->AddSecondButton(ID_SAVE_CANCEL, AppResource::Text("body__ Cancel"), this);
 }
 
 void ReportForm::BuildTable(int top) {
@@ -184,7 +180,7 @@ void ReportForm::BuildTable(int top) {
         l->SetText(text);
         return l;
     };
-    const int valuesLeft = S(kLeft + kHeadWidth);
+    const int valuesLeft = TivUtils::Scaled(kLeft + kHeadWidth);
     // One size for every value, the largest up to 36 at which the widest one fits its cell.
     QStringList valueTexts;
     for (int row = 0; row < 4; ++row) {
@@ -194,34 +190,39 @@ void ReportForm::BuildTable(int top) {
                                                           : GetSizeString(value));
         }
     }
-    const int valueSize = FittingSize(valueTexts, S(36), S(kColumnWidth - 8));
+    const int valueSize =
+        FittingSize(valueTexts, TivUtils::Scaled(36), TivUtils::Scaled(kColumnWidth - 8));
     QStringList names;
-    for (const RowText& row : kRows) names << Text(row.name);
-    const int nameSize = FittingSize(names, S(26), S(kHeadWidth - 14));
+    for (const RowText& row : kRows) names << AppResource::Text(row.name);
+    const int nameSize =
+        FittingSize(names, TivUtils::Scaled(26), TivUtils::Scaled(kHeadWidth - 14));
     for (int column = 0; column < 4; ++column) {
         // Each column from its own left edge to the next one's, so that none overlap.
-        const int left = valuesLeft + S(column * kColumnWidth);
-        const QRect head(left, top, valuesLeft + S((column + 1) * kColumnWidth) - left,
-                         S(kHeadHeight));
-        label(head, Text(kColumnHeads[column]), S(24), QColor(190, 198, 212),
-              TivLabel::ALIGN_CENTER);
+        const int left = valuesLeft + TivUtils::Scaled(column * kColumnWidth);
+        const QRect head(left, top,
+                         valuesLeft + TivUtils::Scaled((column + 1) * kColumnWidth) - left,
+                         TivUtils::Scaled(kHeadHeight));
+        label(head, AppResource::Text(kColumnHeads[column]), TivUtils::Scaled(24),
+              QColor(190, 198, 212), TivLabel::ALIGN_CENTER);
         AddTapArea(head, ID_COLUMN_HEAD + column);
     }
     for (int row = 0; row < 4; ++row) {
-        const int y = top + S(kHeadHeight + row * kRowHeight);
-        const int h = S(kRowHeight - kRowGap);
-        const QRect head(S(kLeft), y, S(kHeadWidth), h);
-        label(head.adjusted(S(10), S(4), 0, -h / 2 + S(4)), names[row], nameSize,
-              Qt::white, TivLabel::ALIGN_LEFT);
-        label(head.adjusted(S(10), h / 2, 0, -S(4)),
-              Text(row == BodyReportTable::WEIGHT ? (Imperial() ? "body__ (lb)" : "body__ (kg)")
-                                                  : (Imperial() ? "body__ (in)" : "body__ (cm)")),
-              S(20),
-              QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
+        const int y = top + TivUtils::Scaled(kHeadHeight + row * kRowHeight);
+        const int h = TivUtils::Scaled(kRowHeight - kRowGap);
+        const QRect head(TivUtils::Scaled(kLeft), y, TivUtils::Scaled(kHeadWidth), h);
+        label(head.adjusted(TivUtils::Scaled(10), TivUtils::Scaled(4), 0,
+                            -h / 2 + TivUtils::Scaled(4)),
+              names[row], nameSize, Qt::white, TivLabel::ALIGN_LEFT);
+        label(head.adjusted(TivUtils::Scaled(10), h / 2, 0, -TivUtils::Scaled(4)),
+              AppResource::Text(row == BodyReportTable::WEIGHT
+                                    ? (Imperial() ? "body__ (lb)" : "body__ (kg)")
+                                    : (Imperial() ? "body__ (in)" : "body__ (cm)")),
+              TivUtils::Scaled(20), QColor(150, 160, 178), TivLabel::ALIGN_LEFT);
         AddTapArea(head, ID_ROW_HEAD + row);
         for (int column = 0; column < 4; ++column) {
-            const int left = valuesLeft + S(column * kColumnWidth);
-            const QRect cell(left, y, valuesLeft + S((column + 1) * kColumnWidth) - left, h);
+            const int left = valuesLeft + TivUtils::Scaled(column * kColumnWidth);
+            const QRect cell(left, y,
+                             valuesLeft + TivUtils::Scaled((column + 1) * kColumnWidth) - left, h);
             label(cell, valueTexts[row * 4 + column], valueSize, kValueColor,
                   TivLabel::ALIGN_CENTER);
             AddTapArea(cell, ID_CELL + row * 4 + column);
@@ -252,7 +253,7 @@ bool ReportForm::OnDraw(QPainter& painter) {
         if (head == nullptr) continue;
         painter.setBrush(QColor(10, 15, 26, row % 2 == 0 ? 190 : 140));
         painter.drawRoundedRect(
-            QRectF(S(kLeft), head->y(), width() - 2 * S(kLeft), head->height()), S(10), S(10));
+            QRectF(TivUtils::Scaled(kLeft), head->y(), width() - 2 * TivUtils::Scaled(kLeft), head->height()), TivUtils::Scaled(10), TivUtils::Scaled(10));
     }
     return true;
 }
@@ -272,20 +273,22 @@ QString ReportForm::ShareTextFor(int actionId) const {
     if (actionId >= ID_CELL && actionId < ID_CELL + 16) {
         const int row = (actionId - ID_CELL) / 4;
         const int column = (actionId - ID_CELL) % 4;
-        text = column == 0 ? Text(kRows[row].current)
-                           : AppResource::GetInstance().GetString(
-                                 QString::fromUtf8(kRows[row].change)
-                                     .replace(QStringLiteral("%1"), QString::number(kDays[column])));
+        text = column == 0
+                   ? AppResource::Text(kRows[row].current)
+                   : AppResource::GetInstance().GetString(
+                         QString::fromUtf8(kRows[row].change)
+                             .replace(QStringLiteral("%1"), QString::number(kDays[column])));
         values = {value(row, column), unit(row)};
     } else if (actionId >= ID_ROW_HEAD && actionId < ID_ROW_HEAD + 4) {
         const int row = actionId - ID_ROW_HEAD;
-        text = Text(kRows[row].row);
+        text = AppResource::Text(kRows[row].row);
         values = {value(row, 0), unit(row), value(row, 1), value(row, 2), value(row, 3)};
     } else if (actionId >= ID_COLUMN_HEAD && actionId < ID_COLUMN_HEAD + 4) {
         const int column = actionId - ID_COLUMN_HEAD;
         text = column == 0
-                   ? Text("body__ My pedometer: Current body shape: Chest:%@%@; Waist:%@%@; "
-                          "Hips:%@%@; Weight:%@ %@")
+                   ? AppResource::Text(
+                         "body__ My pedometer: Current body shape: Chest:%@%@; Waist:%@%@; "
+                         "Hips:%@%@; Weight:%@ %@")
                    : AppResource::GetInstance().GetString(
                          QStringLiteral("body__ My pedometer: Last %1 days body shape changes: "
                                         "Chest:%@%@; Waist:%@%@; Hips:%@%@; Weight:%@ %@")
@@ -314,20 +317,21 @@ void ReportForm::ShowContextMenu(const QPoint& at) {
     if (contextMenu_) contextMenu_->deleteLater();
     contextMenu_ = new QMenu(this);
     contextMenu_->setObjectName(QStringLiteral("shareMenu"));
-    contextMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, S(30)));
+    contextMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(30)));
     contextMenu_->setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
                                                " border: 1px solid #3A4458; padding: %1px 0; }"
                                                "QMenu::item { padding: %2px %3px; }"
                                                "QMenu::item:selected { background: #0C9FF9; }")
-                                    .arg(S(6))
-                                    .arg(S(16))
-                                    .arg(S(28)));
-    QList<QPair<QString, int>> items = {{Text("history__ On Twitter"), ID_TWITTER},
-                                        {Text("more__ To Email"), ID_EMAIL}};
+                                    .arg(TivUtils::Scaled(6))
+                                    .arg(TivUtils::Scaled(16))
+                                    .arg(TivUtils::Scaled(28)));
+    QList<QPair<QString, int>> items = {{AppResource::Text("history__ On Twitter"), ID_TWITTER},
+                                        {AppResource::Text("more__ To Email"), ID_EMAIL}};
     const QStringList more = MoreProviders();
     for (int i = 0; i < more.size(); ++i) {
-        items.append({Text("body__ On %@").replace(QStringLiteral("%@"), ProviderName(more[i])),
-                      ID_MORE_PROVIDERS + i});
+        items.append(
+            {AppResource::Text("body__ On %@").replace(QStringLiteral("%@"), ProviderName(more[i])),
+             ID_MORE_PROVIDERS + i});
     }
     for (const auto& [text, id] : items) {
         QAction* item = contextMenu_->addAction(text);
@@ -426,51 +430,52 @@ bool ReportForm::StartEmail(const QString& to, const QString& subject, const QSt
     if (EmailSender::IsPlainAddress(to)) {
         OfferSaving();
     } else {
-        ShowPopupWithText(Text("MESSAGE_CHECK_EMAIL"));
+        ShowPopupWithText(AppResource::Text("MESSAGE_CHECK_EMAIL"));
     }
     return false;
 }
 
 void ReportForm::OfferSaving() {
     if (unsent_.isEmpty()) {  // the export itself failed: there is nothing to keep
-        ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_ERROR_SENDING"));
         return;
     }
-    savePopup_->Show(Text("body__ No mail program found") + QLatin1Char('\n') +
-                     Text(unsentName_.endsWith(QLatin1String(".csv"))
-                              ? "body__ Save the CSV file into your documents folder?"
-                              : "body__ Save the text into your documents folder?"));
+    savePopup_->Show(AppResource::Text("body__ No mail program found") + QLatin1Char('\n') +
+                     AppResource::Text(unsentName_.endsWith(QLatin1String(".csv"))
+                                           ? "body__ Save the CSV file into your documents folder?"
+                                           : "body__ Save the text into your documents folder?"));
 }
 
 void ReportForm::SaveToDocuments() {
     QString error;
     const QString path = DocumentsFolder::Save(unsentName_, unsent_, &error);
     if (path.isEmpty()) {
-        ShowPopupOkWithText(Text("body__ Not saved: %1").arg(error));
+        ShowPopupOkWithText(AppResource::Text("body__ Not saved: %1").arg(error));
         return;
     }
     DocumentsFolder::Show();
-    ShowPopupOkWithText(Text("body__ Saved as %1").arg(QDir::toNativeSeparators(path)));
+    ShowPopupOkWithText(
+        AppResource::Text("body__ Saved as %1").arg(QDir::toNativeSeparators(path)));
 }
 
 void ReportForm::SendEmail() {
     const auto social = PedometerDBManager::GetInstance().GetDAOSocialN();
     if (social->share.trimmed().isEmpty()) {
-        ShowPopupOkWithText(Text("MESSAGE_SHARE_EMAIL"), TARGET_SOCIAL_SETTINGS);
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_SHARE_EMAIL"), TARGET_SOCIAL_SETTINGS);
         return;
     }
     if (IsSending()) return;
     unsentName_ = QStringLiteral("pedometer-report-%1.txt")
                       .arg(Clock::Now().date().toString(Qt::ISODate));
     unsent_ = shareText_.toUtf8() + '\n';
-    StartEmail(social->share.trimmed(), Text("main__ Message from my pedometer"), shareText_,
-               QString());
+    StartEmail(social->share.trimmed(), AppResource::Text("main__ Message from my pedometer"),
+               shareText_, QString());
 }
 
 void ReportForm::Export() {
     const auto social = PedometerDBManager::GetInstance().GetDAOSocialN();
     if (social->export_.trimmed().isEmpty()) {
-        ShowPopupOkWithText(Text("MESSAGE_EXPORT_EMAIL"), TARGET_SOCIAL_SETTINGS);
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_EXPORT_EMAIL"), TARGET_SOCIAL_SETTINGS);
         return;
     }
     if (IsSending()) return;
@@ -485,15 +490,16 @@ void ReportForm::Export() {
                       .arg(Clock::Now().date().toString(Qt::ISODate));
     QFile csv(path);
     unsent_ = written && csv.open(QIODevice::ReadOnly) ? csv.readAll() : QByteArray();
-    StartEmail(social->export_.trimmed(), Text("body__ Exported data from my pedometer"),
-               Text("body__ Attached files "), written ? path : QString());
+    StartEmail(social->export_.trimmed(),
+               AppResource::Text("body__ Exported data from my pedometer"),
+               AppResource::Text("body__ Attached files "), written ? path : QString());
 }
 
 void ReportForm::OnEmailMessageSent(bool sent) {
     if (email_) email_->deleteLater();
     email_ = nullptr;
     if (sent) {
-        ShowPopupOkWithText(Text("MESSAGE_MESSAGE_SENT"));
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_MESSAGE_SENT"));
     } else {
         OfferSaving();
     }
@@ -520,7 +526,8 @@ void ReportForm::Authenticate(const QString& provider) {
     }
     if (!SnsGateway::GetInstance().Authenticate(provider, key, secret)) {
         ShowPopupOkWithText(
-            Text("body__ %@ cannot be reached now. Check your social accounts in the settings.")
+            AppResource::Text(
+                "body__ %@ cannot be reached now. Check your social accounts in the settings.")
                 .replace(QStringLiteral("%@"), ProviderName(provider)),
             TARGET_SOCIAL_LOGIN);
     }
@@ -530,11 +537,12 @@ void ReportForm::OnSnsLoggedInStatusReceived(int, const QString& provider, bool 
                                              bool ok, const QString&,
                                              const QString& errorMessage) {
     if (!errorMessage.isEmpty() || !ok) {
-        ShowPopupOkWithText(errorMessage.isEmpty() ? Text("MESSAGE_ERROR_SENDING") : errorMessage);
+        ShowPopupOkWithText(errorMessage.isEmpty() ? AppResource::Text("MESSAGE_ERROR_SENDING")
+                                                   : errorMessage);
     } else if (!isLoggedIn) {
         Authenticate(provider);
     } else if (SnsGateway::GetInstance().UpdateMyStatusText(provider, shareText_) < 0) {
-        ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_ERROR_SENDING"));
     }
 }
 
@@ -546,7 +554,8 @@ void ReportForm::OnSnsAuthenticated(const QString& provider, const SnsAuthResult
     if (complete) {
         SnsGateway& gateway = SnsGateway::GetInstance();
         gateway.AddAuthResult(provider, result);
-        if (gateway.IsLoggedIn(provider) < 0) ShowPopupOkWithText(Text("MESSAGE_ERROR_SENDING"));
+        if (gateway.IsLoggedIn(provider) < 0)
+            ShowPopupOkWithText(AppResource::Text("MESSAGE_ERROR_SENDING"));
     } else if (!errorMessage.isEmpty()) {
         ShowPopupOkWithText(errorMessage);
     }
@@ -555,9 +564,10 @@ void ReportForm::OnSnsAuthenticated(const QString& provider, const SnsAuthResult
 void ReportForm::OnMySnsStatusTextUpdated(int, const QString&, bool ok, const QString&,
                                           const QString& errorMessage) {
     if (ok)
-        ShowPopupOkWithText(Text("MESSAGE_POSTED"));
+        ShowPopupOkWithText(AppResource::Text("MESSAGE_POSTED"));
     else
-        ShowPopupOkWithText(errorMessage.isEmpty() ? Text("MESSAGE_ERROR_SENDING") : errorMessage);
+        ShowPopupOkWithText(errorMessage.isEmpty() ? AppResource::Text("MESSAGE_ERROR_SENDING")
+                                                   : errorMessage);
 }
 
 PEDOMETER_SCREEN("report", [](const ScreenRequest&, QString*) -> PedometerForm* {

@@ -9,12 +9,6 @@
 #include "TivLabel.h"
 #include "TivUtils.h"
 
-namespace {
-int S(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 ReportPopup::ReportPopup(QWidget* parent) : QWidget(parent) {
     hide();
 }
@@ -24,7 +18,7 @@ void ReportPopup::Initialize(int actionId, const QString& buttonText,
     if (parentWidget() != nullptr) setGeometry(parentWidget()->rect());
     text_ = new TivLabel(this);
     text_->Initialize();
-    text_->SetFontSize(S(28));
+    text_->SetFontSize(TivUtils::Scaled(28));
     button_ = CaptionButton::Create(this, QStringLiteral("btn-blue.png"), QPoint(), actionId,
                                     listener, buttonText);
     setProperty("closesOnBack", true);
@@ -38,8 +32,8 @@ void ReportPopup::AddSecondButton(int actionId, const QString& buttonText,
 }
 
 QRect ReportPopup::Card() const {
-    const int w = width() - S(60);
-    const int h = S(300);
+    const int w = width() - TivUtils::Scaled(60);
+    const int h = TivUtils::Scaled(300);
     return QRect((width() - w) / 2, (height() - h) / 2, w, h);
 }
 
@@ -55,13 +49,14 @@ void ReportPopup::Show(const QString& text) {
 void ReportPopup::PlaceContent() {
     if (text_ == nullptr) return;
     const QRect card = Card();
-    text_->setGeometry(card.adjusted(S(20), S(20), -S(20), -S(110)));
-    const int top = card.bottom() - S(90);
+    text_->setGeometry(card.adjusted(TivUtils::Scaled(20), TivUtils::Scaled(20),
+                                     -TivUtils::Scaled(20), -TivUtils::Scaled(110)));
+    const int top = card.bottom() - TivUtils::Scaled(90);
     if (second_ == nullptr) {
         button_->move(card.center().x() - button_->width() / 2, top);
         return;
     }
-    const int gap = S(8);
+    const int gap = TivUtils::Scaled(8);
     button_->move(card.center().x() - gap / 2 - button_->width(), top);
     second_->move(card.center().x() + gap - gap / 2, top);
 }
@@ -84,7 +79,8 @@ void ReportPopup::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), QColor(0, 0, 0, 150));
     painter.setPen(QPen(QColor(58, 68, 88), 1));
     painter.setBrush(QColor(22, 34, 56));
-    painter.drawRoundedRect(QRectF(Card()).adjusted(0.5, 0.5, -0.5, -0.5), S(16), S(16));
+    painter.drawRoundedRect(QRectF(Card()).adjusted(0.5, 0.5, -0.5, -0.5), TivUtils::Scaled(16),
+                            TivUtils::Scaled(16));
 }
 
 void ReportPopup::mousePressEvent(QMouseEvent* event) {

@@ -13,9 +13,6 @@
 #include "ScreenDirectory.h"
 
 namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 bool Imperial() {
     return PedometerOptions::GetInstance().measurementSystem;
 }
@@ -30,12 +27,12 @@ bool WheightEnterForm::Initialize(int mode) {
 }
 
 QString WheightEnterForm::TitleText() const {
-    return Text(mode_ == MODE_DESIRED ? "more__ Weight target" : "body__ Weight");
+    return AppResource::Text(mode_ == MODE_DESIRED ? "more__ Weight target" : "body__ Weight");
 }
 
 QString WheightEnterForm::PromptText() const {
-    return Text(mode_ == MODE_DESIRED ? "body__ Choose your desired weight"
-                                      : "body__ Choose your current weight");
+    return AppResource::Text(mode_ == MODE_DESIRED ? "body__ Choose your desired weight"
+                                                   : "body__ Choose your current weight");
 }
 
 void WheightEnterForm::BuildRow() {
@@ -50,21 +47,22 @@ void WheightEnterForm::BuildRow() {
         AddField(3, QString::number(tenths / 10), 130);
         AddText(QString(QLocale().decimalPoint()), 20);
         AddField(1, QString::number(tenths % 10), 70);
-        AddText(Text("body__ (lb)"), 110);
+        AddText(AppResource::Text("body__ (lb)"), 110);
     } else {
         const int grams = int(std::floor(kg * 1000.0 + 1e-6));
         AddField(3, QString::number(grams / 1000), 130);
-        AddText(Text("body__ kg"), 60);
+        AddText(AppResource::Text("body__ kg"), 60);
         AddField(3, QStringLiteral("%1").arg(grams % 1000, 3, 10, QLatin1Char('0')), 120);
-        AddText(Text("body__ g"), 40);
+        AddText(AppResource::Text("body__ g"), 40);
     }
 }
 
 EntryRange WheightEnterForm::Range() const {
     if (Imperial()) {
-        return EntryRange(Converter::KgToPnd(20), Converter::KgToPnd(400), 1, Text("body__ lb"));
+        return EntryRange(Converter::KgToPnd(20), Converter::KgToPnd(400), 1,
+                          AppResource::Text("body__ lb"));
     }
-    return EntryRange(20, 400, 0, Text("body__ kg"));
+    return EntryRange(20, 400, 0, AppResource::Text("body__ kg"));
 }
 
 int WheightEnterForm::FractionScale() const {

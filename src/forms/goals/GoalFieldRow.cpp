@@ -23,9 +23,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 GoalFieldRow::GoalFieldRow(QWidget& content, int top, std::function<void(QLineEdit&)> edited)
@@ -34,7 +31,7 @@ GoalFieldRow::GoalFieldRow(QWidget& content, int top, std::function<void(QLineEd
 void GoalFieldRow::AddTabs(PedometerForm& form,
                            std::initializer_list<std::pair<const char*, int>> tabs,
                            int selected) {
-    for (const auto& [key, actionId] : tabs) form.AddTabItem(Text(key), actionId);
+    for (const auto& [key, actionId] : tabs) form.AddTabItem(AppResource::Text(key), actionId);
     form.SetSelectedTabIndex(selected >= 0 && selected < int(tabs.size()) ? selected : -1);
 }
 
@@ -94,11 +91,12 @@ std::pair<QLineEdit*, QLineEdit*> GoalFieldRow::AddDistance(double kilometres, b
             (fieldWhole + gap + between + fieldFraction + gap + after) / 2;
     QLineEdit* whole = AddField(2, QString::number(std::min(entry.whole, 99)), x, fieldWhole);
     x += fieldWhole + gap;
-    AddUnit(miles ? QString(QLocale().decimalPoint()) : Text("today_goal__ km"), x, between);
+    AddUnit(miles ? QString(QLocale().decimalPoint()) : AppResource::Text("today_goal__ km"), x,
+            between);
     x += between;
     QLineEdit* fraction = AddField(miles ? 1 : 3, entry.FractionText(miles), x, fieldFraction);
     x += fieldFraction + gap;
-    AddUnit(Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
+    AddUnit(AppResource::Text(miles ? "today_goal__ ml" : "meter__ m"), x, after);
     return {whole, fraction};
 }
 

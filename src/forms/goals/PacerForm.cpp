@@ -38,14 +38,10 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 QString UnitText(int mode, bool miles) {
-    if (mode == 1) return Text(miles ? "history__ ml/h" : "history__ km/h");
-    if (mode == 2) return Text(miles ? "history__ min/ml" : "history__ min/km");
-    return Text("pacer__  steps/min").trimmed();
+    if (mode == 1) return AppResource::Text(miles ? "history__ ml/h" : "history__ km/h");
+    if (mode == 2) return AppResource::Text(miles ? "history__ min/ml" : "history__ min/km");
+    return AppResource::Text("pacer__  steps/min").trimmed();
 }
 
 // The targets one can set, in the shown unit: from a stroll to a sprint.
@@ -75,7 +71,7 @@ bool PacerForm::Initialize() {
 void PacerForm::OnInitializing() {
     const PedometerOptions& options = PedometerOptions::GetInstance();
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("pacer__ Pacer"));
+    SetTitleText(AppResource::Text("pacer__ Pacer"));
     GoalFieldRow::AddTabs(*this,
                           {{"pacer__ Off", ID_OFF},
                            {"pacer__ Speed", ID_SPEED},
@@ -91,9 +87,9 @@ void PacerForm::OnInitializing() {
                                           [this](QLineEdit& field) { OnTextValueChanged(field); });
 
     // The rows and the slider stay; only the target fields change with the mode.
-    standingRow_ = AddCheckRow(Text("pacer__ Turn off on standing:"), ID_OFF_ON_STANDING, kFirstRow,
-                               options.pacerOffOnStanding);
-    diffRow_ = AddCheckRow(Text("pacer__ Only if differs for:"), ID_DIFF,
+    standingRow_ = AddCheckRow(AppResource::Text("pacer__ Turn off on standing:"),
+                               ID_OFF_ON_STANDING, kFirstRow, options.pacerOffOnStanding);
+    diffRow_ = AddCheckRow(AppResource::Text("pacer__ Only if differs for:"), ID_DIFF,
                            kFirstRow + kRowHeight + kRowGap, options.pacerDiff);
     const int margin = Scaled(20);
     slider_ = new TivSlider(this);
@@ -178,7 +174,7 @@ void PacerForm::ReloadControls() {
         rateField_ = row_->AddValue(3, options.pacerFrequency, UnitText(mode, miles), 130, 190);
     } else {
         // Off: the row of fields says how to get a beat instead of staying empty.
-        offHint_ = row_->AddHint(Text("pacer__ Off hint"), Scaled(kFieldHeight));
+        offHint_ = row_->AddHint(AppResource::Text("pacer__ Off hint"), Scaled(kFieldHeight));
     }
 
     double tolerance = 0.0, low = 0.0, span = 1.0;

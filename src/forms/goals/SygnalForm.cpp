@@ -35,10 +35,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 // The state of the same phase for a kind: 0 calories, 1 distance, 2 activity, 3 steps.
 // States of no phase stay as they are.
 int SamePhase(int type, int kind) {
@@ -73,7 +69,7 @@ bool SygnalForm::Initialize() {
 
 void SygnalForm::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("more__ Alarm"));
+    SetTitleText(AppResource::Text("more__ Alarm"));
     GoalFieldRow::AddTabs(*this,
                           {{"alarm__ Calories_Stopwatch", ID_CALORIES},
                            {"alarm__ Distance", ID_DISTANCE},
@@ -168,11 +164,14 @@ void SygnalForm::ReloadControls() {
     const bool miles = options.measurementSystem;
     const int center = content_->width() / 2;
     if (Sygnal::IsCalories(type)) {
-        valueField_ = row_->AddValue(4, options.sygnalCalories, Text("today_goal__ Cal"), 150);
+        valueField_ =
+            row_->AddValue(4, options.sygnalCalories, AppResource::Text("today_goal__ Cal"), 150);
     } else if (Sygnal::IsActivity(type)) {
-        valueField_ = row_->AddValue(3, options.sygnalActivity, Text("today_goal__ min"), 120);
+        valueField_ =
+            row_->AddValue(3, options.sygnalActivity, AppResource::Text("today_goal__ min"), 120);
     } else if (Sygnal::IsSteps(type)) {
-        valueField_ = row_->AddValue(5, options.sygnalSteps, Text("today_goal__ steps"), 180, 120);
+        valueField_ = row_->AddValue(5, options.sygnalSteps,
+                                     AppResource::Text("today_goal__ steps"), 180, 120);
     } else if (Sygnal::IsDistance(type)) {
         std::tie(wholeField_, fractionField_) = row_->AddDistance(options.sygnalDistance, miles);
     }
@@ -180,20 +179,20 @@ void SygnalForm::ReloadControls() {
     const int gap = Scaled(20);
     const int left = center - gap / 2 - Scaled(kButtonWidth);
     if (Sygnal::IsRunning(type)) {
-        startPause_ =
-            AddButton(QStringLiteral("btn-green.png"), Text("alarm__ Pause"), ID_PAUSE, left);
+        startPause_ = AddButton(QStringLiteral("btn-green.png"), AppResource::Text("alarm__ Pause"),
+                                ID_PAUSE, left);
     } else if (Sygnal::IsStopped(type) || Sygnal::IsCompleted(type)) {
-        startPause_ =
-            AddButton(QStringLiteral("btn-green.png"), Text("alarm__ Start"), ID_START, left);
+        startPause_ = AddButton(QStringLiteral("btn-green.png"), AppResource::Text("alarm__ Start"),
+                                ID_START, left);
     } else {
         startPause_ = AddButton(QStringLiteral("btn-green.png"), QString(), 0, left);
     }
-    reset_ =
-        AddButton(QStringLiteral("btn-red.png"), Text("alarm__ Reset"), ID_RESET, center + gap / 2);
+    reset_ = AddButton(QStringLiteral("btn-red.png"), AppResource::Text("alarm__ Reset"), ID_RESET,
+                       center + gap / 2);
 
     if (Sygnal::IsCompleted(type)) {
         // Green: a goal reached is good news, and red would read as an error.
-        AddProgress(100, Text("alarm__ Completed!"), QColor(0x43, 0xA0, 0x47));
+        AddProgress(100, AppResource::Text("alarm__ Completed!"), QColor(0x43, 0xA0, 0x47));
     } else if (Sygnal::IsRunning(type)) {
         ShowRunningProgress(type);
     }
@@ -212,7 +211,7 @@ void SygnalForm::ShowRunningProgress(int type) {
         percent = today.calories / options.sygnalCalories * 100.0;
         current = Converter::GetCountString(int(today.calories));
         target = Converter::GetCountString(options.sygnalCalories);
-        unit = Text("today_goal__ Cal");
+        unit = AppResource::Text("today_goal__ Cal");
     } else if (Sygnal::IsDistance(type)) {
         percent = today.distance / options.sygnalDistance * 100.0;
         const double done =
@@ -221,17 +220,17 @@ void SygnalForm::ShowRunningProgress(int type) {
                                   : options.sygnalDistance.load();
         current = Converter::GetLocalStringN(done, 1);
         target = Converter::GetLocalStringN(goal, 1);
-        unit = Text(miles ? "today_goal__ ml" : "today_goal__ km");
+        unit = AppResource::Text(miles ? "today_goal__ ml" : "today_goal__ km");
     } else if (Sygnal::IsSteps(type)) {
         percent = double(today.steps) / options.sygnalSteps * 100.0;
         current = Converter::GetCountString(today.steps);
         target = Converter::GetCountString(options.sygnalSteps);
-        unit = Text("today_goal__ steps");
+        unit = AppResource::Text("today_goal__ steps");
     } else {
         percent = today.activityTime / 60.0 / options.sygnalActivity * 100.0;
         current = Converter::GetCountString(today.activityTime / 60);
         target = Converter::GetCountString(options.sygnalActivity);
-        unit = Text("today_goal__ min");
+        unit = AppResource::Text("today_goal__ min");
     }
     // A zero target gives infinity or NaN; both count as reached.
     if (!(percent < 100.0)) {
@@ -239,8 +238,8 @@ void SygnalForm::ShowRunningProgress(int type) {
         ReloadControls();
         return;
     }
-    const QString text = Text("alarm__ Current progress: ") + current + Text("alarm__  of") +
-                         target + QLatin1Char(' ') + unit;
+    const QString text = AppResource::Text("alarm__ Current progress: ") + current +
+                         AppResource::Text("alarm__  of") + target + QLatin1Char(' ') + unit;
     if (progressBar_ == nullptr || progressLabel_ == nullptr) {
         AddProgress(int(percent), text, QColor(0x34, 0xC7, 0x7B));
     } else {

@@ -5,12 +5,12 @@
 
 #include "GoalFieldRow.h"
 #include "PedometerForm.h"
+#include "TivButton.h"
 
 #include <QLineEdit>
 #include <QProgressBar>
 
 class QTimer;
-class TivButton;
 class TivLabel;
 
 // The goal alarm screen: tabs choose the kind (calories, distance, activity, steps), fields

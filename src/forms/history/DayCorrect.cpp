@@ -33,10 +33,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 int StepsOf(const DAOLap& lap) {
     int steps = 0;
     for (const DAOLapMinutes& minute : lap.CopyMinutes()) steps += minute.steps;
@@ -93,7 +89,8 @@ TivLabel* DayCorrect::AddCaption(const QString& text, int top, int lines) {
 void DayCorrect::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     const bool takeAway = lap_ != nullptr;
-    SetTitleText(Text(takeAway ? "day_correct__ Take steps away" : "day_correct__ Add steps"));
+    SetTitleText(
+        AppResource::Text(takeAway ? "day_correct__ Take steps away" : "day_correct__ Add steps"));
     if (!takeAway) {
         GoalFieldRow::AddTabs(*this,
                               {{"day_correct__ Walk", ID_WALK},
@@ -101,7 +98,8 @@ void DayCorrect::OnInitializing() {
                                {"day_correct__ Run", ID_RUN}},
                               0);
     }
-    SetSoftkeyText(SOFTKEY_0, Text(takeAway ? "day_correct__ Take away" : "day_correct__ Add"));
+    SetSoftkeyText(SOFTKEY_0,
+                   AppResource::Text(takeAway ? "day_correct__ Take away" : "day_correct__ Add"));
     SetSoftkeyActionId(SOFTKEY_0, ID_SAVE);
     AddSoftkeyActionListener(SOFTKEY_0, this);
     ShowBackButton();
@@ -113,12 +111,14 @@ void DayCorrect::OnInitializing() {
     const auto edited = [this](QLineEdit& field) { Edited(field); };
     int y = 0;
     if (takeAway) {
-        AddCaption(Text("day_correct__ Counted in this lap: %1")
+        AddCaption(AppResource::Text("day_correct__ Counted in this lap: %1")
                        .arg(QLocale().toString(StepsOf(*lap_))),
                    y, 2);
         y += Scaled(2 * kCaptionHeight + 8);
     }
-    AddCaption(Text(takeAway ? "day_correct__ Steps to take away" : "day_correct__ Steps"), y);
+    AddCaption(
+        AppResource::Text(takeAway ? "day_correct__ Steps to take away" : "day_correct__ Steps"),
+        y);
     stepsRow_ = std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
     int taken = 0;
     if (previousTakeAway_ >= 0) {
@@ -126,16 +126,16 @@ void DayCorrect::OnInitializing() {
             taken = -StepsOf(*previous);
         }
     }
-    steps_ = stepsRow_->AddValue(5, taken, Text("today_goal__ steps"), 180, 120);
+    steps_ = stepsRow_->AddValue(5, taken, AppResource::Text("today_goal__ steps"), 180, 120);
     y += Scaled(kRowStep);
     if (!takeAway) {
         const bool miles = PedometerOptions::GetInstance().measurementSystem;
-        AddCaption(Text("day_correct__ Or the distance"), y);
+        AddCaption(AppResource::Text("day_correct__ Or the distance"), y);
         distanceRow_ =
             std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
         std::tie(whole_, fraction_) = distanceRow_->AddDistance(0.0, miles);
         y += Scaled(kRowStep);
-        AddCaption(Text("day_correct__ Started at"), y);
+        AddCaption(AppResource::Text("day_correct__ Started at"), y);
         hourRow_ = std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
         const QDateTime now = Clock::Now();
         // Today a walk that just ended, another day one around noon.
@@ -194,12 +194,12 @@ void DayCorrect::ShowSummary() {
         }
         const bool miles = PedometerOptions::GetInstance().measurementSystem;
         const QLocale locale;
-        const QString length =
-            miles ? locale.toString(distance / 1609.344, 'f', 2) + QLatin1Char(' ') +
-                        Text("history__ ml")
-                  : locale.toString(distance / 1000.0, 'f', 2) + QLatin1Char(' ') +
-                        Text("today_goal__ km");
-        text = Text(lap_ ? "day_correct__ Takes away %1 %2 %3" : "day_correct__ Adds %1 %2 %3")
+        const QString length = miles ? locale.toString(distance / 1609.344, 'f', 2) +
+                                           QLatin1Char(' ') + AppResource::Text("history__ ml")
+                                     : locale.toString(distance / 1000.0, 'f', 2) +
+                                           QLatin1Char(' ') + AppResource::Text("today_goal__ km");
+        text = AppResource::Text(lap_ ? "day_correct__ Takes away %1 %2 %3"
+                                      : "day_correct__ Adds %1 %2 %3")
                    .arg(locale.toString(std::abs(StepsOf(*correction))), length,
                         locale.toString(calories, 'f', 0));
     }
@@ -230,7 +230,7 @@ bool DayCorrect::Save() {
     }
     if (previousTakeAway_ >= 0) db.DeleteLap(previousTakeAway_);
     if (!laps.empty() && !db.ImportHistory(laps, {})) {
-        summary_->SetText(Text("day_correct__ Not saved"));
+        summary_->SetText(AppResource::Text("day_correct__ Not saved"));
         summary_->update();
         return false;
     }

@@ -22,9 +22,6 @@
 namespace {
 constexpr int kHourlyChartHeight = 220;
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 HistoryDay::HistoryDay(CountingEngine& engine, QWidget* parent)
@@ -45,8 +42,8 @@ bool HistoryDay::IsToday() const {
 void HistoryDay::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     if (IsToday()) {
-        SetTitleText(Text("history__ Today"));
-        SetSoftkeyText(SOFTKEY_0, Text("history__ Reports"));
+        SetTitleText(AppResource::Text("history__ Today"));
+        SetSoftkeyText(SOFTKEY_0, AppResource::Text("history__ Reports"));
         SetSoftkeyActionId(SOFTKEY_0, ID_REPORTS);
         AddSoftkeyActionListener(SOFTKEY_0, this);
     } else {
@@ -72,19 +69,20 @@ void HistoryDay::FormWillAppear() {
 
     const bool today = IsToday();
     panel_->Clear();
-    panel_->AddSummary(totals, Text(today ? "history__ Total today" : "history__ Totals"),
-                       Text(today ? "history__ Today averages" : "history__ Averages"));
+    panel_->AddSummary(
+        totals, AppResource::Text(today ? "history__ Total today" : "history__ Totals"),
+        AppResource::Text(today ? "history__ Today averages" : "history__ Averages"));
     HourlyTotals hours(day_.date());
     for (const auto& lap : laps_) hours.AddLap(*lap);
     if (hours.FirstHour() >= 0) {
-        panel_->AddHeader(Text("history__ By the hour"));
+        panel_->AddHeader(AppResource::Text("history__ By the hour"));
         hourlyChart_ = new HourlyChart;
         hourlyChart_->SetTotals(hours, 0, 23, PedometerOptions::GetInstance().measurementSystem);
         panel_->AddWidget(hourlyChart_, kHourlyChartHeight);
     } else {
         hourlyChart_ = nullptr;
     }
-    panel_->AddHeader(Text("history__ Laps"));
+    panel_->AddHeader(AppResource::Text("history__ Laps"));
     const QLocale locale;
     for (int i = int(laps_.size()) - 1; i >= 0; --i) {
         const DAOLap& lap = *laps_[i];
@@ -93,12 +91,13 @@ void HistoryDay::FormWillAppear() {
             // Entered by hand: marked, with the steps it adds or takes away.
             int steps = 0;
             for (const auto& minute : lap.minutes) steps += minute->steps;
-            caption = Text("history__ By hand") + QStringLiteral(": ") +
+            caption = AppResource::Text("history__ By hand") + QStringLiteral(": ") +
                       locale.toString(lap.startDate.time(), QLocale::ShortFormat) +
                       QStringLiteral(", ") + (steps > 0 ? QStringLiteral("+") : QString()) +
-                      locale.toString(steps) + QLatin1Char(' ') + Text("history__ steps");
+                      locale.toString(steps) + QLatin1Char(' ') +
+                      AppResource::Text("history__ steps");
         } else if (today && i == int(laps_.size()) - 1) {
-            caption = Text("history__ Current");
+            caption = AppResource::Text("history__ Current");
         } else {
             const QDateTime end = lap.endDate.value_or(lap.startDate);
             caption = locale.toString(lap.startDate, QLocale::ShortFormat) +
@@ -106,9 +105,9 @@ void HistoryDay::FormWillAppear() {
         }
         panel_->AddRowButton(caption, ID_LAP_FIRST + i, this);
     }
-    panel_->AddRowButton(Text("history__ Correct the day"), ID_CORRECT, this);
-    panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset day stats"), ID_RESET,
-                           this);
+    panel_->AddRowButton(AppResource::Text("history__ Correct the day"), ID_CORRECT, this);
+    panel_->AddResetButton(AppResource::Text("history__ Reset"),
+                           AppResource::Text("history__ Reset day stats"), ID_RESET, this);
     panel_->AddGap(20);
 }
 
@@ -118,7 +117,8 @@ void HistoryDay::ShowPopupWithText(const QString& text) {
 
 void HistoryDay::OnActionPerformed(const QWidget& source, int actionId) {
     if (popup_ != nullptr &&
-        popup_->HandleAction(actionId, Text("history__ Clear whole day data?"), [this] { Erase(); })) {
+        popup_->HandleAction(actionId, AppResource::Text("history__ Clear whole day data?"),
+                             [this] { Erase(); })) {
         return;
     }
     if (actionId == ID_REPORTS) {

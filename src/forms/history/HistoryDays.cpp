@@ -11,12 +11,6 @@
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
-namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-}  // namespace
-
 HistoryDays::HistoryDays(CountingEngine& engine, QWidget* parent)
     : PedometerForm(parent), engine_(engine) {}
 
@@ -27,7 +21,7 @@ bool HistoryDays::Initialize() {
 
 void HistoryDays::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("history__ All days"));
+    SetTitleText(AppResource::Text("history__ All days"));
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
@@ -46,7 +40,7 @@ void HistoryDays::FormWillAppear() {
     list_ = nullptr;
     panel_->AddGap(10);
     if (days.empty()) {
-        panel_->AddRow(Text("history__ No data"));
+        panel_->AddRow(AppResource::Text("history__ No data"));
         return;
     }
     const int count = int(days.size());

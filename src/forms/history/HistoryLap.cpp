@@ -16,12 +16,6 @@
 #include "SoundsManager.h"
 #include "TivNavigationController.h"
 
-namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-}  // namespace
-
 HistoryLap::HistoryLap(CountingEngine& engine, QWidget* parent)
     : PedometerForm(parent), engine_(engine) {}
 
@@ -37,7 +31,7 @@ void HistoryLap::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     // The lap's day and its start time: enough to tell it from the day's other laps.
     const QLocale locale;
-    QString title = Text("meter__ Lap");
+    QString title = AppResource::Text("meter__ Lap");
     if (lap_) {
         title += QLatin1Char(' ') + locale.toString(lap_->startDate.date(), QLocale::ShortFormat) +
                  QLatin1Char(' ') + locale.toString(lap_->startDate.time(), QLocale::ShortFormat);
@@ -57,24 +51,25 @@ void HistoryLap::FormWillAppear() {
     totals.AddLap(*lap_);
     totals.PadSeries();
     panel_->Clear();
-    panel_->AddSummary(totals, Text("history__ Totals"), Text("history__ Averages"));
+    panel_->AddSummary(totals, AppResource::Text("history__ Totals"),
+                       AppResource::Text("history__ Averages"));
     // A lap over an hour also shows its hours, those of the day it started on.
     HourlyTotals hours(lap_->startDate.date());
     hours.AddLap(*lap_);
     if (hours.LastHour() > hours.FirstHour()) {
-        panel_->AddHeader(Text("history__ By the hour"));
+        panel_->AddHeader(AppResource::Text("history__ By the hour"));
         auto* chart = new HourlyChart;
         chart->SetTotals(hours, hours.FirstHour(), hours.LastHour(),
                          PedometerOptions::GetInstance().measurementSystem);
         panel_->AddWidget(chart, 220);
     }
     if (lap_->manual) {
-        panel_->AddResetButton(Text("history__ Remove"), Text("history__ Remove correction"),
-                               ID_RESET, this);
+        panel_->AddResetButton(AppResource::Text("history__ Remove"),
+                               AppResource::Text("history__ Remove correction"), ID_RESET, this);
     } else {
-        panel_->AddRowButton(Text("history__ Take steps away"), ID_TAKE_AWAY, this);
-        panel_->AddResetButton(Text("history__ Reset"), Text("history__ Reset lap stats"),
-                               ID_RESET, this);
+        panel_->AddRowButton(AppResource::Text("history__ Take steps away"), ID_TAKE_AWAY, this);
+        panel_->AddResetButton(AppResource::Text("history__ Reset"),
+                               AppResource::Text("history__ Reset lap stats"), ID_RESET, this);
     }
     panel_->AddGap(20);
 }
@@ -101,7 +96,7 @@ void HistoryLap::OnActionPerformed(const QWidget& source, int actionId) {
     }
     const char* question = lap_ && lap_->manual ? "history__ Remove the correction?"
                                                 : "history__ Clear whole lap data?";
-    if (popup_ == nullptr || !popup_->HandleAction(actionId, Text(question), erase)) {
+    if (popup_ == nullptr || !popup_->HandleAction(actionId, AppResource::Text(question), erase)) {
         PedometerForm::OnActionPerformed(source, actionId);
     }
 }

@@ -28,24 +28,20 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 // The name and unit of a measure, in the user's units.
 QString MeasureCaption(int measure, bool miles) {
     switch (measure) {
         case PeriodSummary::DISTANCE:
-            return Text("today_goal__ Distance") + QStringLiteral(" (") +
-                   Text(miles ? "history__ ml" : "today_goal__ km") + QLatin1Char(')');
+            return AppResource::Text("today_goal__ Distance") + QStringLiteral(" (") +
+                   AppResource::Text(miles ? "history__ ml" : "today_goal__ km") + QLatin1Char(')');
         case PeriodSummary::CALORIES:
-            return Text("meter__ Calories") + QStringLiteral(" (") + Text("today_goal__ Cal") +
-                   QLatin1Char(')');
+            return AppResource::Text("meter__ Calories") + QStringLiteral(" (") +
+                   AppResource::Text("today_goal__ Cal") + QLatin1Char(')');
         case PeriodSummary::TIME:
-            return Text("today_goal__ Activity") + QStringLiteral(" (") +
-                   Text("today_goal__ min") + QLatin1Char(')');
+            return AppResource::Text("today_goal__ Activity") + QStringLiteral(" (") +
+                   AppResource::Text("today_goal__ min") + QLatin1Char(')');
         default:
-            return Text("meter__ Steps");
+            return AppResource::Text("meter__ Steps");
     }
 }
 
@@ -54,11 +50,13 @@ QString ValueText(double value, int measure, bool miles) {
     switch (measure) {
         case PeriodSummary::DISTANCE:
             return QLocale().toString(value, 'f', 1) + QLatin1Char(' ') +
-                   Text(miles ? "history__ ml" : "today_goal__ km");
+                   AppResource::Text(miles ? "history__ ml" : "today_goal__ km");
         case PeriodSummary::CALORIES:
-            return QLocale().toString(value, 'f', 0) + QLatin1Char(' ') + Text("today_goal__ Cal");
+            return QLocale().toString(value, 'f', 0) + QLatin1Char(' ') +
+                   AppResource::Text("today_goal__ Cal");
         case PeriodSummary::TIME:
-            return QLocale().toString(value, 'f', 0) + QLatin1Char(' ') + Text("today_goal__ min");
+            return QLocale().toString(value, 'f', 0) + QLatin1Char(' ') +
+                   AppResource::Text("today_goal__ min");
         default:
             return AppResource::GetInstance().GetCountString(
                 QStringLiteral("count__ %@ steps"), std::llround(value),
@@ -99,7 +97,7 @@ void HistoryPeriod::OnInitializing() {
     hint->SetTextColor(QColor(128, 148, 176));
     hint->SetNeedOutline(false);
     hint->SetHorizontalAlligment(TivLabel::ALIGN_RIGHT);
-    hint->SetText(Text("meter__ Tap to change"));
+    hint->SetText(AppResource::Text("meter__ Tap to change"));
     hint->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - margin, Scaled(kCaptionHeight));
     y += Scaled(kCaptionHeight);
     chart_ = new PeriodChart(this);
@@ -159,19 +157,20 @@ void HistoryPeriod::ShowMeasure() {
     averages.seconds = int(std::lround(double(totals.seconds) / days));
 
     panel_->Clear();
-    panel_->AddHeader(Text("history__ Totals"));
+    panel_->AddHeader(AppResource::Text("history__ Totals"));
     for (const QString& row : totals.TotalRows()) panel_->AddRow(row);
-    panel_->AddRow(Text("history__ Active days: ") + Converter::GetCountString(s.ActiveDays()) +
-                   QStringLiteral(" / ") + Converter::GetCountString(s.DayCount()));
-    panel_->AddHeader(Text("history__ Daily averages"));
+    panel_->AddRow(AppResource::Text("history__ Active days: ") +
+                   Converter::GetCountString(s.ActiveDays()) + QStringLiteral(" / ") +
+                   Converter::GetCountString(s.DayCount()));
+    panel_->AddHeader(AppResource::Text("history__ Daily averages"));
     for (const QString& row : averages.TotalRows()) panel_->AddRow(row);
     const int best = s.BestDay(measure_);
     if (best >= 0) {
-        panel_->AddRow(Text("history__ Best day: ") +
+        panel_->AddRow(AppResource::Text("history__ Best day: ") +
                        QLocale().toString(s.Day(best).day, QLocale::ShortFormat) +
                        QStringLiteral(", ") + ValueText(s.Value(best, measure_), measure_, miles));
     }
-    panel_->AddHeader(Text("history__ Goal streaks"));
+    panel_->AddHeader(AppResource::Text("history__ Goal streaks"));
     for (const QString& row : StreakRows::Rows(streaks_)) panel_->AddRow(row);
     panel_->AddGap(20);
     panel_->show();
@@ -181,7 +180,7 @@ namespace {
 PedometerForm* LastDays(int days, const char* titleKey) {
     auto* screen = new HistoryPeriod;
     const QDate today = Clock::Now().date();
-    screen->Initialize(today.addDays(1 - days), today, Text(titleKey));
+    screen->Initialize(today.addDays(1 - days), today, AppResource::Text(titleKey));
     return screen;
 }
 }  // namespace

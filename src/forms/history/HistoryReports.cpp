@@ -22,9 +22,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 HistoryReports::HistoryReports(QWidget* parent) : PedometerForm(parent) {}
@@ -36,19 +33,19 @@ bool HistoryReports::Initialize() {
 
 void HistoryReports::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("history__ Reports"));
+    SetTitleText(AppResource::Text("history__ Reports"));
     ShowBackButton();
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, GetClientTop(), width(), height() - GetClientTop());
     SetGrowBandBelowHeader();
-    panel_->AddHeader(Text("history__ Goal streaks"));
+    panel_->AddHeader(AppResource::Text("history__ Goal streaks"));
     for (TivLabel*& row : streakRows_) row = panel_->AddRow(QString());
     panel_->AddGap(12);
-    panel_->AddRowButton(Text("history__ All days"), ID_ALL_DAYS, this);
-    panel_->AddRowButton(Text("history__ Last 7 days"), ID_LAST_7, this);
-    panel_->AddRowButton(Text("history__ Last 30 days"), ID_LAST_30, this);
-    panel_->AddRowButton(Text("history__ Last 180 days"), ID_LAST_180, this);
-    panel_->AddHeader(Text("history__ Date range"));
+    panel_->AddRowButton(AppResource::Text("history__ All days"), ID_ALL_DAYS, this);
+    panel_->AddRowButton(AppResource::Text("history__ Last 7 days"), ID_LAST_7, this);
+    panel_->AddRowButton(AppResource::Text("history__ Last 30 days"), ID_LAST_30, this);
+    panel_->AddRowButton(AppResource::Text("history__ Last 180 days"), ID_LAST_180, this);
+    panel_->AddHeader(AppResource::Text("history__ Date range"));
 
     // Two dates side by side, each under its caption; the range always runs forward.
     auto* row = new QWidget;
@@ -61,7 +58,7 @@ void HistoryReports::OnInitializing() {
     to_->setMinimumDate(from_->date());
     connect(from_, &QDateEdit::dateChanged, to_, &QDateEdit::setMinimumDate);
     connect(to_, &QDateEdit::dateChanged, from_, &QDateEdit::setMaximumDate);
-    panel_->AddRowButton(Text("history__ Show"), ID_RANGE, this);
+    panel_->AddRowButton(AppResource::Text("history__ Show"), ID_RANGE, this);
     panel_->show();
     picker_ = new TivDatePicker(*this);
 }
@@ -92,7 +89,7 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
                                         int x, int width) {
     auto* caption = new TivLabel(row);
     caption->Initialize();
-    caption->SetText(Text(captionKey));
+    caption->SetText(AppResource::Text(captionKey));
     caption->SetFontSize(Scaled(20));
     caption->SetTextColor(QColor(196, 212, 232));
     caption->SetNeedOutline(false);

@@ -4,12 +4,6 @@
 #include "Converter.h"
 #include "DAOLap.h"
 
-namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-}  // namespace
-
 void HistoryTotals::AddLap(const DAOLap& lap) {
     // Minutes are numbered from 1: minute k began k - 1 minutes after the lap's start.
     for (const DAOLapMinutes& minute : lap.CopyMinutes()) {
@@ -60,14 +54,15 @@ double HistoryTotals::SpeedInUnits(double metres, int time) const {
 QStringList HistoryTotals::TotalRows() const {
     const double km = distance / 1000.0;
     return {
-        Text("history__ Steps: ") + Converter::GetCountString(steps),
-        Text("history__ Distance: ") +
-            Converter::WithUnit(
-                Converter::GetLocalStringN(miles_ ? Converter::ConvertKilometersToMiles(km) : km, 1),
-                Text(miles_ ? "history__ ml" : "today_goal__ km")),
-        Text("history__ Time: ") +
-            Converter::WithUnit(Converter::GetCountString(seconds / 60), Text("today_goal__ min")),
-        Text("history__ Calories: ") + Converter::GetLocalStringN(calories, 1),
+        AppResource::Text("history__ Steps: ") + Converter::GetCountString(steps),
+        AppResource::Text("history__ Distance: ") +
+            Converter::WithUnit(Converter::GetLocalStringN(
+                                    miles_ ? Converter::ConvertKilometersToMiles(km) : km, 1),
+                                AppResource::Text(miles_ ? "history__ ml" : "today_goal__ km")),
+        AppResource::Text("history__ Time: ") +
+            Converter::WithUnit(Converter::GetCountString(seconds / 60),
+                                AppResource::Text("today_goal__ min")),
+        AppResource::Text("history__ Calories: ") + Converter::GetLocalStringN(calories, 1),
     };
 }
 
@@ -83,11 +78,14 @@ QStringList HistoryTotals::AverageRows() const {
     };
     const bool timed = seconds > 0;
     return {
-        Text("history__ Average speed: ") +
-            average(timed, speed, Text(miles_ ? "history__ ml/h" : "history__ km/h")),
-        Text("history__ Average pace: ") +
-            average(speed > 0.0, PaceOf(speed), Text(miles_ ? "history__ min/ml" : "history__ min/km")),
-        Text("history__ Calories burn: ") + average(timed, burn, Text("history__ (Cal/min)")),
-        Text("history__ Steps rate: ") + average(timed, rate, Text("pacer__  steps/min")),
+        AppResource::Text("history__ Average speed: ") +
+            average(timed, speed, AppResource::Text(miles_ ? "history__ ml/h" : "history__ km/h")),
+        AppResource::Text("history__ Average pace: ") +
+            average(speed > 0.0, PaceOf(speed),
+                    AppResource::Text(miles_ ? "history__ min/ml" : "history__ min/km")),
+        AppResource::Text("history__ Calories burn: ") +
+            average(timed, burn, AppResource::Text("history__ (Cal/min)")),
+        AppResource::Text("history__ Steps rate: ") +
+            average(timed, rate, AppResource::Text("pacer__  steps/min")),
     };
 }

@@ -22,9 +22,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 HourlyChart::HourlyChart(QWidget* parent) : QWidget(parent) {}
@@ -56,11 +53,11 @@ QString HourlyChart::GetDetailText() const {
                .arg(selected_, 2, 10, QLatin1Char('0'))
                .arg((selected_ + 1) % 24, 2, 10, QLatin1Char('0')) +
            Converter::GetLocalStringN(hour.steps, 0) + QLatin1Char(' ') +
-           Text("history__ steps") + QStringLiteral(", ") +
+           AppResource::Text("history__ steps") + QStringLiteral(", ") +
            Converter::GetLocalStringN(miles_ ? Converter::ConvertKilometersToMiles(km) : km, 2) +
-           QLatin1Char(' ') + Text(miles_ ? "history__ ml" : "today_goal__ km") +
+           QLatin1Char(' ') + AppResource::Text(miles_ ? "history__ ml" : "today_goal__ km") +
            QStringLiteral(", ") + Converter::GetLocalStringN(hour.calories, 0) + QLatin1Char(' ') +
-           Text("today_goal__ Cal");
+           AppResource::Text("today_goal__ Cal");
 }
 
 QRect HourlyChart::PlotRect() const {
@@ -114,7 +111,7 @@ void HourlyChart::paintEvent(QPaintEvent*) {
     painter.drawLine(plot.left(), plot.bottom() + 1, plot.right(), plot.bottom() + 1);
     if (totals_.HighestSteps() <= 0) {
         painter.setPen(kTextColor);
-        painter.drawText(plot, Qt::AlignCenter, Text("history__ No data"));
+        painter.drawText(plot, Qt::AlignCenter, AppResource::Text("history__ No data"));
     }
     // A detail wider than the chart (long words, a narrow window) gets a smaller font,
     // down to the readable floor, and loses its end only below that.

@@ -4,25 +4,20 @@
 
 #include "AppResource.h"
 
-namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-}  // namespace
-
 QString StreakRows::Describe(const GoalStreaks::Streak& streak) {
-    if (streak.days <= 0) return Text("history__ none yet");
+    if (streak.days <= 0) return AppResource::Text("history__ none yet");
     const QLocale locale;
     if (streak.days == 1) {
-        return Text("history__ 1 day") + QStringLiteral(", ") +
+        return AppResource::Text("history__ 1 day") + QStringLiteral(", ") +
                locale.toString(streak.last, QLocale::ShortFormat);
     }
-    return Text("history__ %@ days").replace(QStringLiteral("%@"), locale.toString(streak.days)) +
+    return AppResource::Text("history__ %@ days")
+               .replace(QStringLiteral("%@"), locale.toString(streak.days)) +
            QStringLiteral(", ") + locale.toString(streak.first, QLocale::ShortFormat) +
            QStringLiteral(" – ") + locale.toString(streak.last, QLocale::ShortFormat);
 }
 
 QStringList StreakRows::Rows(const GoalStreaks& streaks) {
-    return {Text("history__ Current streak: ") + Describe(streaks.Current()),
-            Text("history__ Longest streak: ") + Describe(streaks.Longest())};
+    return {AppResource::Text("history__ Current streak: ") + Describe(streaks.Current()),
+            AppResource::Text("history__ Longest streak: ") + Describe(streaks.Longest())};
 }

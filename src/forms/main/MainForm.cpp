@@ -27,17 +27,6 @@
 
 namespace {
 // The layout is drawn for the 480-wide screen and scaled for the 320-wide one.
-int S(int v) {
-    return qRound(v * TivUtils::GetScale());
-}
-QRect S(const QRect& r) {
-    return QRect(S(r.x()), S(r.y()), S(r.width()), S(r.height()));
-}
-
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 // Where the parts of the screen sit, in the 480-wide layout's units. The graph is the
 // grow band: it takes the height of a tall screen and gives some up on a short one.
 struct MainLayout {
@@ -99,12 +88,12 @@ void MainForm::OnInitializing() {
     ConstructBottomButtons();
 
     graphButton = new TivButton(this);
-    graphButton->Initialize(S(Layout().graph));
+    graphButton->Initialize(TivUtils::Scaled(Layout().graph));
     graphButton->SetActionId(ID_GRAPH);
     graphButton->AddActionEventDelegate(this);
     graphic = new GraphicBlue(graphButton);
     graphic->Initialize(QRect(0, 0, graphButton->width(), graphButton->height()),
-                        {QString(), QString(), QString(), QString()}, S(20), true);
+                        {QString(), QString(), QString(), QString()}, TivUtils::Scaled(20), true);
     graphic->SetCurrentType(PedometerOptions::GetInstance().mainGraphic);
     graphButton->AddControl(*graphic);
 
@@ -112,7 +101,7 @@ void MainForm::OnInitializing() {
     countdownRunning = false;
 
     targetSlider = new TargetSlider(this);
-    targetSlider->setGeometry(S(Layout().slider));
+    targetSlider->setGeometry(TivUtils::Scaled(Layout().slider));
     targetSlider->Initialize(28);
     SetGrowBand(Layout().graph.top(), Layout().graph.top() + Layout().graph.height());
 
@@ -128,18 +117,18 @@ void MainForm::OnInitializing() {
 
 void MainForm::InitOptions() {
     InitOptionMenu(ID_OPTION_KEY);
-    AddOptionKey(Text("body__ Body_tracker"), ID_BODY);
-    AddOptionKey(Text("more__ Settings"), ID_SETTINGS);
-    AddOptionKey(Text("more__ My profile"), ID_PROFILE);
-    AddOptionKey(Text("main__ History"), ID_HISTORY);
-    AddOptionKey(Text("more__ Loosing weight tips"), ID_WEIGHT_TIPS);
-    AddOptionKey(Text("main__ Quit"), ID_QUIT);
+    AddOptionKey(AppResource::Text("body__ Body_tracker"), ID_BODY);
+    AddOptionKey(AppResource::Text("more__ Settings"), ID_SETTINGS);
+    AddOptionKey(AppResource::Text("more__ My profile"), ID_PROFILE);
+    AddOptionKey(AppResource::Text("main__ History"), ID_HISTORY);
+    AddOptionKey(AppResource::Text("more__ Loosing weight tips"), ID_WEIGHT_TIPS);
+    AddOptionKey(AppResource::Text("main__ Quit"), ID_QUIT);
 }
 
 void MainForm::ConstructTopButtons() {
     topButtonsBox = new QWidget(this);
     topButtonsBox->setObjectName(QStringLiteral("topButtons"));
-    topButtonsBox->setGeometry(S(QRect(0, 0, 480, 140)));
+    topButtonsBox->setGeometry(TivUtils::Scaled(QRect(0, 0, 480, 140)));
     hover = new TivImagePanel(topButtonsBox);
     hover->setObjectName(QStringLiteral("hover"));
     hover->Initialize(QPoint(0, 0), TivUtils::GetBitmapWithRightResolutionN(
@@ -149,21 +138,22 @@ void MainForm::ConstructTopButtons() {
         "meter__ Time (min)", "meter__ Speed (km/h)",  "meter__ Avg. speed (km/h)"};
     for (int i = 0; i < kTopButtons; ++i) {
         auto* button = new TivButton(topButtonsBox);
-        button->Initialize(S(QRect(8 + (i % 3) * 156, 6 + (i / 3) * 68, kTopWidth, kTopHeight)));
+        button->Initialize(
+            TivUtils::Scaled(QRect(8 + (i % 3) * 156, 6 + (i / 3) * 68, kTopWidth, kTopHeight)));
         button->setObjectName(QString::number(i + 1));
         button->SetActionId(ID_TOP_FIRST + i);
         button->AddActionEventDelegate(this);
 
         auto* caption = new TivLabel(button);
         caption->Initialize();
-        caption->setGeometry(S(QRect(0, 2, kTopWidth, 21)));
-        caption->SetFontSize(S(17));
+        caption->setGeometry(TivUtils::Scaled(QRect(0, 2, kTopWidth, 21)));
+        caption->SetFontSize(TivUtils::Scaled(17));
         caption->SetShrinkToFit(true);
-        caption->SetText(Text(kCaptions[i]));
+        caption->SetText(AppResource::Text(kCaptions[i]));
         auto* value = new TivLabel(button);
         value->Initialize();
-        value->setGeometry(S(QRect(0, 22, kTopWidth, 38)));
-        value->SetFontSize(S(35));
+        value->setGeometry(TivUtils::Scaled(QRect(0, 22, kTopWidth, 38)));
+        value->SetFontSize(TivUtils::Scaled(35));
         value->SetTextColor(kValueColor);
         value->SetText(i == 3 ? QStringLiteral("00:00") : QStringLiteral("0"));
         button->AddControl(*caption);
@@ -175,14 +165,14 @@ void MainForm::ConstructTopButtons() {
 
     enlargedCaption = new TivLabel(this);
     enlargedCaption->Initialize();
-    enlargedCaption->setGeometry(S(Layout().caption));
-    enlargedCaption->SetFontSize(S(Layout().caption.height() - 4));
+    enlargedCaption->setGeometry(TivUtils::Scaled(Layout().caption));
+    enlargedCaption->SetFontSize(TivUtils::Scaled(Layout().caption.height() - 4));
     enlargedCaption->SetShrinkToFit(true);
     enlargedCaption->SetTextColor(kEnlargedColor);
     enlargedValue = new TivLabel(this);
     enlargedValue->Initialize();
-    enlargedValue->setGeometry(S(Layout().value));
-    enlargedValue->SetFontSize(S(Layout().valueFont));
+    enlargedValue->setGeometry(TivUtils::Scaled(Layout().value));
+    enlargedValue->SetFontSize(TivUtils::Scaled(Layout().valueFont));
     enlargedValue->SetShrinkToFit(true);
     enlargedValue->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     enlargedValue->SetTextColor(kEnlargedColor);
@@ -192,18 +182,18 @@ void MainForm::ConstructTopButtons() {
     goalBanner = new TivLabel(this);
     goalBanner->Initialize();
     goalBanner->setObjectName(QStringLiteral("goalBanner"));
-    goalBanner->setGeometry(S(QRect(140, Layout().graph.y() - 2, 200, 30)));
-    goalBanner->SetFontSize(S(22));
+    goalBanner->setGeometry(TivUtils::Scaled(QRect(140, Layout().graph.y() - 2, 200, 30)));
+    goalBanner->SetFontSize(TivUtils::Scaled(22));
     goalBanner->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     goalBanner->SetNeedOutline(false);
     goalBanner->SetBackColor(QColor(0x43, 0xA0, 0x47));
-    goalBanner->SetText(Text("alarm__ Completed!"));
+    goalBanner->SetText(AppResource::Text("alarm__ Completed!"));
     goalBanner->hide();
 }
 
 TivButton* MainForm::AddPictureButton(const QString& picture, const QRect& bounds, int actionId) {
     auto* button = new TivButton(this);
-    button->Initialize(S(bounds));
+    button->Initialize(TivUtils::Scaled(bounds));
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
     button->SetActionId(actionId);
     button->AddActionEventDelegate(this);
@@ -220,8 +210,8 @@ void MainForm::AddCaption(TivButton& button, const QString& firstKey, const QStr
                          AppResource::GetInstance().GetString(secondKey);
     auto* label = new TivLabel(&button);
     label->Initialize();
-    label->setGeometry(S(QRect(62, 4, 84, 64)));  // clear of the button's border
-    label->SetFontSize(S(16));
+    label->setGeometry(TivUtils::Scaled(QRect(62, 4, 84, 64)));  // clear of the button's border
+    label->SetFontSize(TivUtils::Scaled(16));
     label->SetShrinkToFit(true);
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     label->SetText(text);
@@ -234,10 +224,11 @@ void MainForm::ConstructBottomButtons() {
     startStopLabel = new TivLabel(startStop);
     startStopLabel->Initialize();
     // Right of the button's round icon.
-    startStopLabel->setGeometry(S(58), 0, startStop->width() - S(62), startStop->height());
-    startStopLabel->SetFontSize(S(36));
+    startStopLabel->setGeometry(TivUtils::Scaled(58), 0, startStop->width() - TivUtils::Scaled(62),
+                                startStop->height());
+    startStopLabel->SetFontSize(TivUtils::Scaled(36));
     startStopLabel->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
-    startStopLabel->SetText(Text("meter__ START"));
+    startStopLabel->SetText(AppResource::Text("meter__ START"));
     startStop->AddControl(*startStopLabel);
 
     AddPictureButton(QStringLiteral("btn-metronome-grey.png"), QRect(246, Layout().iconTop, 72, 72),
@@ -353,11 +344,12 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
                 break;
             }
             QList<std::pair<QString, int>> items;
-            if (!body.hasHeight()) items.append({Text("meter__ Enter height"), ID_ENTER_HEIGHT});
+            if (!body.hasHeight())
+                items.append({AppResource::Text("meter__ Enter height"), ID_ENTER_HEIGHT});
             if (body.storedWeight() == -1.0) {
-                items.append({Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
+                items.append({AppResource::Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
             }
-            items.append({Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
+            items.append({AppResource::Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
             OpenContextMenu(GetButton(ID_INFO), items);
             break;
         }
@@ -374,8 +366,8 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             CloseContextMenu();
             sounds.ClickSound();
             OpenContextMenu(GetButton(ID_NEW_LAP),
-                            {{Text("meter__ Start new"), ID_START_NEW},
-                             {Text("meter__ Just reset stats"), ID_JUST_RESET}});
+                            {{AppResource::Text("meter__ Start new"), ID_START_NEW},
+                             {AppResource::Text("meter__ Just reset stats"), ID_JUST_RESET}});
             break;
         case ID_GOAL:
             sounds.ClickSound();
@@ -450,7 +442,7 @@ void MainForm::StartPressed() {
     } else {
         countdownRunning = true;
         countdownRemaining = countdown;
-        SetEnlarged(Text("meter__ Countdown"), QString::number(countdownRemaining),
+        SetEnlarged(AppResource::Text("meter__ Countdown"), QString::number(countdownRemaining),
                     kCountdownColor);
         countdownTimer.Start(1000);
     }
@@ -473,7 +465,8 @@ void MainForm::StopPressed() {
 void MainForm::SetStartStop(bool recording) {
     SetButtonPicture(*startStop,
                      recording ? QStringLiteral("btn-stop.png") : QStringLiteral("btn-start.png"));
-    startStopLabel->SetText(recording ? Text("meter__ STOP") : Text("meter__ START"));
+    startStopLabel->SetText(recording ? AppResource::Text("meter__ STOP")
+                                      : AppResource::Text("meter__ START"));
     startStop->SetActionId(recording ? ID_STOP : ID_START);
     startStop->update();
     startStopLabel->update();
@@ -587,22 +580,27 @@ void MainForm::UpdateLabels() {
     const PedometerOptions& options = PedometerOptions::GetInstance();
     const bool miles = options.measurementSystem;
     const int main = options.mainValues;
-    const QString distance = miles ? Text("meter__ Distance (ml)") : Text("meter__ Distance (km)");
+    const QString distance = miles ? AppResource::Text("meter__ Distance (ml)")
+                                   : AppResource::Text("meter__ Distance (km)");
     QString speed;
     QString average;
     if (options.paceInsteadOfSpeed) {
-        speed = miles ? Text("meter__ Pace (min/ml)") : Text("meter__ Pace (min/km)");
-        average = miles ? Text("meter__ Avg. pace (min/ml)") : Text("meter__ Avg. pace (min/km)");
+        speed = miles ? AppResource::Text("meter__ Pace (min/ml)")
+                      : AppResource::Text("meter__ Pace (min/km)");
+        average = miles ? AppResource::Text("meter__ Avg. pace (min/ml)")
+                        : AppResource::Text("meter__ Avg. pace (min/km)");
     } else {
-        speed = miles ? Text("meter__ Speed (ml/h)") : Text("meter__ Speed (km/h)");
-        average = miles ? Text("meter__ Avg. speed (ml/h)") : Text("meter__ Avg. speed (km/h)");
+        speed = miles ? AppResource::Text("meter__ Speed (ml/h)")
+                      : AppResource::Text("meter__ Speed (km/h)");
+        average = miles ? AppResource::Text("meter__ Avg. speed (ml/h)")
+                        : AppResource::Text("meter__ Avg. speed (km/h)");
     }
     topCaptions[1]->SetText(distance);
     topCaptions[4]->SetText(speed);
     topCaptions[5]->SetText(average);
     const QString captions[kTopButtons] = {
-        Text("meter__ Steps"),      distance, Text("meter__ Calories"),
-        Text("meter__ Time (min)"), speed,    average};
+        AppResource::Text("meter__ Steps"),      distance, AppResource::Text("meter__ Calories"),
+        AppResource::Text("meter__ Time (min)"), speed,    average};
     // The countdown keeps its caption and colour until it ends.
     if (!countdownRunning) {
         if (main >= 0 && main < kTopButtons) enlargedCaption->SetText(captions[main]);

@@ -29,9 +29,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
 }  // namespace
 
 TargetSelect::TargetSelect(QWidget* parent) : PedometerForm(parent) {}
@@ -43,7 +40,7 @@ bool TargetSelect::Initialize() {
 
 void TargetSelect::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
-    SetTitleText(Text("today_goal__ Today's goal"));
+    SetTitleText(AppResource::Text("today_goal__ Today's goal"));
     // The tab of a kind is at the kind's index.
     const int kind = DAOTarget::GetInstance().targetActive;
     GoalFieldRow::AddTabs(*this,
@@ -92,17 +89,20 @@ void TargetSelect::ReloadControls() {
             std::tie(wholeField_, fractionField_) = row_->AddDistance(goal.distance, miles);
             break;
         case DAOTarget::CALORIES:
-            valueField_ = row_->AddValue(4, goal.calories, Text("today_goal__ Cal"), 150);
+            valueField_ =
+                row_->AddValue(4, goal.calories, AppResource::Text("today_goal__ Cal"), 150);
             break;
         case DAOTarget::ACTIVITY:
-            valueField_ = row_->AddValue(3, goal.activityTime, Text("today_goal__ min"), 120);
+            valueField_ =
+                row_->AddValue(3, goal.activityTime, AppResource::Text("today_goal__ min"), 120);
             break;
         case DAOTarget::STEPS:
-            valueField_ = row_->AddValue(5, goal.steps, Text("today_goal__ steps"), 180, 120);
+            valueField_ =
+                row_->AddValue(5, goal.steps, AppResource::Text("today_goal__ steps"), 180, 120);
             break;
         default:
             // With the goal off, say what choosing one does.
-            hintLabel_ = row_->AddHint(Text("today_goal__ Off hint"),
+            hintLabel_ = row_->AddHint(AppResource::Text("today_goal__ Off hint"),
                                        content_->height() - Scaled(kFieldTop));
             break;
     }

@@ -18,10 +18,6 @@ int Scaled(int size) {
     return int(std::lround(size * TivUtils::GetScale()));
 }
 
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-
 // value ÷ target × 100, truncated; 0 for a target that cannot be reached or a value
 // that is not a number.
 int Percent(double value, double target) {
@@ -63,7 +59,7 @@ bool TargetSlider::Initialize(int barHeight) {
     const int textSize = Scaled(27);
     const int figureSize = Scaled(32);
     caption_ = MakeLabel(this, textSize, TivUtils::FONT_STYLE_PLAIN, Qt::white);
-    caption_->SetText(Text("today_goal__ Progress:"));
+    caption_->SetText(AppResource::Text("today_goal__ Progress:"));
     value_ = MakeLabel(this, figureSize, TivUtils::FONT_STYLE_BOLD, kValueColor);
     separator_ = MakeLabel(this, textSize, TivUtils::FONT_STYLE_PLAIN, Qt::white);
     separator_->SetText(QStringLiteral("/"));
@@ -136,8 +132,8 @@ void TargetSlider::UpdateData() {
                 miles ? Converter::ConvertKilometersToMiles(goal.distance) : goal.distance;
             value_->SetText(Converter::GetLocalStringN(shown, 3));
             target_->SetText(Converter::GetLocalStringN(target, 3));
-            unit_->SetText(
-                QStringLiteral("(%1)").arg(Text(miles ? "today_goal__ ml" : "today_goal__ km")));
+            unit_->SetText(QStringLiteral("(%1)").arg(
+                AppResource::Text(miles ? "today_goal__ ml" : "today_goal__ km")));
             break;
         }
         case 2: {
@@ -145,7 +141,7 @@ void TargetSlider::UpdateData() {
             percent = Percent(calories, goal.calories);
             value_->SetText(Converter::GetLocalStringN(calories, 1));
             target_->SetText(Converter::GetCountString(goal.calories));
-            unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ Cal")));
+            unit_->SetText(QStringLiteral("(%1)").arg(AppResource::Text("today_goal__ Cal")));
             break;
         }
         case 3: {
@@ -154,7 +150,7 @@ void TargetSlider::UpdateData() {
             percent = Percent(minutes, goal.activityTime);
             value_->SetText(Converter::GetCountString(minutes));
             target_->SetText(Converter::GetCountString(goal.activityTime));
-            unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ min")));
+            unit_->SetText(QStringLiteral("(%1)").arg(AppResource::Text("today_goal__ min")));
             break;
         }
         case DAOTarget::STEPS: {
@@ -162,7 +158,7 @@ void TargetSlider::UpdateData() {
             percent = Percent(steps, goal.steps);
             value_->SetText(Converter::GetLocalStringN(steps, 0));
             target_->SetText(Converter::GetLocalStringN(goal.steps, 0));
-            unit_->SetText(QStringLiteral("(%1)").arg(Text("today_goal__ steps")));
+            unit_->SetText(QStringLiteral("(%1)").arg(AppResource::Text("today_goal__ steps")));
             break;
         }
         default:

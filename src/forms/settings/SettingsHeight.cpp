@@ -11,12 +11,6 @@
 #include "PedometerOptions.h"
 #include "ScreenDirectory.h"
 
-namespace {
-QString Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
-}
-}  // namespace
-
 SettingsHeight::SettingsHeight(QWidget* parent) : BodyEntryForm(parent) {}
 
 bool SettingsHeight::Initialize() {
@@ -26,11 +20,11 @@ bool SettingsHeight::Initialize() {
 }
 
 QString SettingsHeight::TitleText() const {
-    return Text("more__ Height");
+    return AppResource::Text("more__ Height");
 }
 
 QString SettingsHeight::PromptText() const {
-    return Text("more__ Choose your height");
+    return AppResource::Text("more__ Choose your height");
 }
 
 void SettingsHeight::BuildRow() {
@@ -43,7 +37,7 @@ void SettingsHeight::BuildRow() {
         AddText(QStringLiteral("\u2033"), 20);
     } else {
         AddField(3, QString::number(int(std::lround(cm))), 130);
-        AddText(Text("body__ (cm)"), 110);
+        AddText(AppResource::Text("body__ (cm)"), 110);
     }
 }
 

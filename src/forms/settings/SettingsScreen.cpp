@@ -10,7 +10,7 @@
 SettingsScreen::SettingsScreen(QWidget* parent) : PedometerForm(parent) {}
 
 QString SettingsScreen::Text(const char* key) {
-    return AppResource::GetInstance().GetString(QString::fromUtf8(key));
+    return AppResource::Text(key);
 }
 
 QString SettingsScreen::OnOff(bool on) {
