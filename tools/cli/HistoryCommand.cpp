@@ -11,23 +11,6 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli history [OPTIONS] [DAY]\n"
-    "\n"
-    "Prints the laps started on DAY (YYYY-MM-DD, today by default): for each lap its\n"
-    "start and end time ('open' while counting, 'by hand' for a correction entered by\n"
-    "hand, whose steps may be negative), steps, distance in km, calories in kcal and\n"
-    "minutes of activity, then the day's totals. A lap started at exactly midnight\n"
-    "belongs to the day before as well. The databases are opened read-only and never\n"
-    "changed.\n"
-    "\n"
-    "Options:\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad option or date, 1 when the statistics\n"
-    "database cannot be read (the reason is printed).\n";
-
 struct Totals {
     int steps = 0;
     double metres = 0.0;
@@ -52,7 +35,16 @@ void printRow(const char* label, const QString& start, const QString& end, const
 }
 
 int runHistory(const QStringList& args) {
-    CliParser parser("history", kHelp);
+    CliParser parser(
+        {"history", "[OPTIONS] [DAY]",
+         "Prints the laps started on DAY (YYYY-MM-DD, today by default): for each lap its\n"
+         "start and end time ('open' while counting, 'by hand' for a correction entered by\n"
+         "hand, whose steps may be negative), steps, distance in km, calories in kcal and\n"
+         "minutes of activity, then the day's totals. A lap started at exactly midnight\n"
+         "belongs to the day before as well. The databases are opened read-only and never\n"
+         "changed.",
+         "0 on success, 2 on a bad option or date, 1 when the statistics\n"
+         "database cannot be read (the reason is printed)."});
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus)) return exitStatus;
     const QStringList positional = parser.positionalArguments();
