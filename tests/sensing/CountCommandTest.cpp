@@ -112,11 +112,11 @@ TEST_F(CountCommandTest, BadInputExitsWithStatusTwoAndSaysWhy) {
         EXPECT_TRUE(run.err.contains(QString::fromUtf8(row[0]))) << run.err.toStdString();
     }
     // Each command's help is made from its declared options.
-    for (const char* command : {"accuracy", "backup", "calibrate", "export", "export-body",
-                                "history", "import", "replay", "restore", "seed-history",
-                                "sweep", "count"}) {
+    for (const QString& command : QStringLiteral("accuracy backup calibrate export export-body "
+                                                 "history import replay restore seed-history "
+                                                 "sweep count").split(' ')) {
         run = cli({command, "--help"});
-        EXPECT_EQ(run.status, 0) << command;
+        EXPECT_EQ(run.status, 0) << command.toStdString();
         EXPECT_TRUE(run.out.startsWith(QStringLiteral("Usage: pedometer-cli %1 ").arg(command)) &&
                     run.out.contains("\nExit status: 0 ")) << run.out.toStdString();
     }

@@ -91,16 +91,18 @@ bool readIndex(const QString& indexPath, std::vector<Entry>& entries, QString& e
     return true;
 }
 
+const CliParser::Help kHelp{
+    "accuracy", "[--detector classic|adaptive] [--rate HZ] TRUTH.csv",
+    "Counts the steps in a set of recordings and compares them with their true counts.\n"
+    "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
+    "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
+    "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
+    "counted steps, true steps and signed error in percent is printed, followed by the\n"
+    "mean absolute percentage error.",
+    "0 on success, 2 on a bad index or a recording that cannot be read.", false};
+
 int runAccuracy(const QStringList& args) {
-    CliParser parser(
-        {"accuracy", "[--detector classic|adaptive] [--rate HZ] TRUTH.csv",
-         "Counts the steps in a set of recordings and compares them with their true counts.\n"
-         "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
-         "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
-         "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
-         "counted steps, true steps and signed error in percent is printed, followed by the\n"
-         "mean absolute percentage error.",
-         "0 on success, 2 on a bad index or a recording that cannot be read.", false});
+    CliParser parser(kHelp);
     const QCommandLineOption detector(QStringLiteral("detector"),
                                       QStringLiteral("the step detector (default adaptive)"),
                                       QStringLiteral("classic|adaptive"));

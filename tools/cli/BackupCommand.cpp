@@ -11,11 +11,14 @@
 
 namespace {
 
+const CliParser::Help kHelp{
+    "backup", "FILE [OPTIONS]",
+    "Writes a consistent copy of Options.db3 and Statistics.db3 to FILE, even\n"
+    "while the app is counting (it waits for a few milliseconds at most). An\n"
+    "existing FILE is replaced."};
+
 int runBackup(const QStringList& args) {
-    CliParser parser({"backup", "FILE [OPTIONS]",
-                      "Writes a consistent copy of Options.db3 and Statistics.db3 to FILE, even\n"
-                      "while the app is counting (it waits for a few milliseconds at most). An\n"
-                      "existing FILE is replaced."});
+    CliParser parser(kHelp);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     const QString home = AppPaths::Home();

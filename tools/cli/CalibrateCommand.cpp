@@ -17,17 +17,19 @@
 
 namespace {
 
+const CliParser::Help kHelp{
+    "calibrate", "FILE --distance METRES [OPTIONS]",
+    "Calibrates the walking step length from a recording of a walk of known length:\n"
+    "FILE is counted as 'pedometer-cli count' does, with the profile's step detector\n"
+    "and sensitivities, and METRES divided by the walking steps becomes the profile's\n"
+    "walk step length, shown as calibrated. A length outside 0.3-1.2 m a step is\n"
+    "refused (the distance or the recording is wrong) and nothing is changed.\n"
+    "Prints: FILE walk_steps=N step_length_m=L",
+    "0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
+    "when the length is refused or cannot be stored (the reason is printed)."};
+
 int runCalibrate(const QStringList& args) {
-    CliParser parser(
-        {"calibrate", "FILE --distance METRES [OPTIONS]",
-         "Calibrates the walking step length from a recording of a walk of known length:\n"
-         "FILE is counted as 'pedometer-cli count' does, with the profile's step detector\n"
-         "and sensitivities, and METRES divided by the walking steps becomes the profile's\n"
-         "walk step length, shown as calibrated. A length outside 0.3-1.2 m a step is\n"
-         "refused (the distance or the recording is wrong) and nothing is changed.\n"
-         "Prints: FILE walk_steps=N step_length_m=L",
-         "0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
-         "when the length is refused or cannot be stored (the reason is printed)."});
+    CliParser parser(kHelp);
     const QCommandLineOption distance(QStringLiteral("distance"),
                                       QStringLiteral("the distance walked in the recording, in metres"),
                                       QStringLiteral("METRES"));

@@ -42,26 +42,28 @@ bool applyCoef(const CliParser& parser, const QString& option, void (Body::*sett
     return true;
 }
 
+const CliParser::Help kHelp{
+    "count", "[OPTIONS] FILE...",
+    "Counts the steps in accelerometer recordings. Each FILE is replayed the way the\n"
+    "phone reads its sensor (a sample every 30 ms of the recording's own time, repeats\n"
+    "skipped) through the step detector with the default body profile, and one line is\n"
+    "printed per file:\n"
+    "\n"
+    "  FILE steps=N walk=N jog=N run=N samples=N distance_m=D\n"
+    "\n"
+    "samples is the number of samples the detector received; distance_m uses the\n"
+    "default step length of each gait, in metres with two decimals.\n"
+    "\n"
+    "A recording is a CSV file whose first line names the columns with their units, such\n"
+    "as \"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\",\"Acceleration z\n"
+    "(m/s^2)\". Time may be in s, ms, us or ns, acceleration in m/s^2 or g; other columns\n"
+    "are ignored.",
+    "0 when every file was counted, 2 on a bad option or a file that cannot\n"
+    "be read (the others are still counted).",
+    false};
+
 int runCount(const QStringList& args) {
-    CliParser parser(
-        {"count", "[OPTIONS] FILE...",
-         "Counts the steps in accelerometer recordings. Each FILE is replayed the way the\n"
-         "phone reads its sensor (a sample every 30 ms of the recording's own time, repeats\n"
-         "skipped) through the step detector with the default body profile, and one line is\n"
-         "printed per file:\n"
-         "\n"
-         "  FILE steps=N walk=N jog=N run=N samples=N distance_m=D\n"
-         "\n"
-         "samples is the number of samples the detector received; distance_m uses the\n"
-         "default step length of each gait, in metres with two decimals.\n"
-         "\n"
-         "A recording is a CSV file whose first line names the columns with their units, such\n"
-         "as \"Time (s)\",\"Acceleration x (m/s^2)\",\"Acceleration y (m/s^2)\",\"Acceleration z\n"
-         "(m/s^2)\". Time may be in s, ms, us or ns, acceleration in m/s^2 or g; other columns\n"
-         "are ignored.",
-         "0 when every file was counted, 2 on a bad option or a file that cannot\n"
-         "be read (the others are still counted).",
-         false});
+    CliParser parser(kHelp);
     const QCommandLineOption detectorOption(
         QStringLiteral("detector"), QStringLiteral("the step detector: adaptive (the default) or classic"),
         QStringLiteral("D"));

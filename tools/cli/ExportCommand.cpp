@@ -21,14 +21,16 @@ bool readDay(const QCommandLineParser& parser, const QString& option, QDate* day
     return false;
 }
 
+const CliParser::Help kHelp{
+    "export", "days|laps|minutes [--from DAY] [--to DAY] [--out FILE]",
+    "Writes the recorded activity as CSV with a header line: one row per day, per lap or\n"
+    "per minute of a lap. Dates are ISO (YYYY-MM-DD, local time), numbers use '.'.\n"
+    "'pedometer-cli import' reads all three back.",
+    "0 on success, 2 on a bad argument, 1 when the database cannot be read\n"
+    "or the file cannot be written (the reason is printed)."};
+
 int runExport(const QStringList& args) {
-    CliParser parser(
-        {"export", "days|laps|minutes [--from DAY] [--to DAY] [--out FILE]",
-         "Writes the recorded activity as CSV with a header line: one row per day, per lap or\n"
-         "per minute of a lap. Dates are ISO (YYYY-MM-DD, local time), numbers use '.'.\n"
-         "'pedometer-cli import' reads all three back.",
-         "0 on success, 2 on a bad argument, 1 when the database cannot be read\n"
-         "or the file cannot be written (the reason is printed)."});
+    CliParser parser(kHelp);
     const QCommandLineOption out(QStringLiteral("out"),
                                  QStringLiteral("where to write (default: standard output); replaced whole"),
                                  QStringLiteral("FILE"));

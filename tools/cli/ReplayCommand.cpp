@@ -51,16 +51,18 @@ void playInRealTime(CsvReplaySource* source) {
     QCoreApplication::exec();
 }
 
+const CliParser::Help kHelp{
+    "replay", "[OPTIONS] FILE",
+    "Replays an accelerometer recording (CSV) through the counting pipeline into the\n"
+    "database, as if the phone had counted it live, and prints the stored lap:\n"
+    "  lap=ID steps=N distance_m=D calories=C minutes=M intervals=K\n"
+    "By default the recording runs on a virtual clock as fast as possible; the\n"
+    "steps of an unfinished final five-second interval are not stored.",
+    "0 on success, 2 on a bad argument or when the recording cannot be replayed or\n"
+    "stored, 1 when another process writes to the data folder."};
+
 int runReplay(const QStringList& args) {
-    CliParser parser(
-        {"replay", "[OPTIONS] FILE",
-         "Replays an accelerometer recording (CSV) through the counting pipeline into the\n"
-         "database, as if the phone had counted it live, and prints the stored lap:\n"
-         "  lap=ID steps=N distance_m=D calories=C minutes=M intervals=K\n"
-         "By default the recording runs on a virtual clock as fast as possible; the\n"
-         "steps of an unfinished final five-second interval are not stored.",
-         "0 on success, 2 on a bad argument or when the recording cannot be replayed or\n"
-         "stored, 1 when another process writes to the data folder."});
+    CliParser parser(kHelp);
     QCommandLineOption start(QStringLiteral("start"),
                              QStringLiteral("local time counting starts at (default: now)"),
                              QStringLiteral("YYYY-MM-DD HH:MM:SS"));

@@ -11,22 +11,24 @@
 
 namespace {
 
+const CliParser::Help kHelp{
+    "seed-history", "--years N [OPTIONS]",
+    "Fills the data folder with made-up but plausible history for trying out the\n"
+    "history screens: the N years up to now, shaped like a person's weeks (walks to\n"
+    "and from work, lunch walks, evening runs; long walks on weekends; some idle days,\n"
+    "fewer outings in winter), with steps, distance and calories per minute from the\n"
+    "stored body profile, and a body log every three to five days. Records are what\n"
+    "the recorder writes: minutes numbered from 1, whole minutes but a lap's last.\n"
+    "Today's last lap is left open with its five-second records, so counting resumes\n"
+    "it. The same seed, body profile and moment give the same history.\n"
+    "\n"
+    "A folder that already holds laps is refused, so recorded history is never mixed\n"
+    "with made-up history. Missing databases are created from the seeds.",
+    "0 on success, 2 on a bad option or a folder with history, 1 when the\n"
+    "statistics database cannot be used (the reason is printed)."};
+
 int runSeedHistory(const QStringList& args) {
-    CliParser parser(
-        {"seed-history", "--years N [OPTIONS]",
-         "Fills the data folder with made-up but plausible history for trying out the\n"
-         "history screens: the N years up to now, shaped like a person's weeks (walks to\n"
-         "and from work, lunch walks, evening runs; long walks on weekends; some idle days,\n"
-         "fewer outings in winter), with steps, distance and calories per minute from the\n"
-         "stored body profile, and a body log every three to five days. Records are what\n"
-         "the recorder writes: minutes numbered from 1, whole minutes but a lap's last.\n"
-         "Today's last lap is left open with its five-second records, so counting resumes\n"
-         "it. The same seed, body profile and moment give the same history.\n"
-         "\n"
-         "A folder that already holds laps is refused, so recorded history is never mixed\n"
-         "with made-up history. Missing databases are created from the seeds.",
-         "0 on success, 2 on a bad option or a folder with history, 1 when the\n"
-         "statistics database cannot be used (the reason is printed)."});
+    CliParser parser(kHelp);
     const QCommandLineOption years(QStringLiteral("years"),
                                    QStringLiteral("years of history, 0 to 100 (0: today only)"),
                                    QStringLiteral("N"));

@@ -71,19 +71,21 @@ bool readSet(const QString& line, AdaptiveStepDetector::Parameters& p, QString& 
     return true;
 }
 
+const CliParser::Help kHelp{
+    "sweep", "[--rate HZ] FILE... < SETS",
+    "Counts the steps of each recording with the adaptive detector once per parameter\n"
+    "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
+    "given keep their defaults:\n"
+    "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
+    "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
+    "  baseline (running-mean weight), rise (weight of the newest rise),\n"
+    "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
+    "For each set one line is printed: the counts of the files in the order given,\n"
+    "separated by blanks. A set that cannot be read prints 'error: ...' instead.",
+    "0 on success, 2 on a bad option or a recording that cannot be read.", false};
+
 int runSweep(const QStringList& args) {
-    CliParser parser(
-        {"sweep", "[--rate HZ] FILE... < SETS",
-         "Counts the steps of each recording with the adaptive detector once per parameter\n"
-         "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
-         "given keep their defaults:\n"
-         "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
-         "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
-         "  baseline (running-mean weight), rise (weight of the newest rise),\n"
-         "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
-         "For each set one line is printed: the counts of the files in the order given,\n"
-         "separated by blanks. A set that cannot be read prints 'error: ...' instead.",
-         "0 on success, 2 on a bad option or a recording that cannot be read.", false});
+    CliParser parser(kHelp);
     const QCommandLineOption rateOption(
         QStringLiteral("rate"),
         QStringLiteral("count the recordings as a sensor sampling at HZ would have given them"),
