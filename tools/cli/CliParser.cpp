@@ -37,7 +37,6 @@ bool CliParser::Parse(const QStringList& args, int* status, int files) {
         return false;
     }
     if (help_.dataFolder) CliStorage::ApplyDataDir(*this);
-    *status = 0;
     return true;
 }
 
