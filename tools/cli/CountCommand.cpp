@@ -28,6 +28,22 @@ QString jsonString(const QString& text) {
     return out + QLatin1Char('"');
 }
 
+// One file's line: "FILE steps=N ..." or, for --json, a JSON object.
+QString describe(const QString& file, const RecordingStepCounter::Result& r, bool json) {
+    const Body& body = Body::GetInstance();
+    const double metres = r.walk * body.getWalkStepSize() + r.jog * body.getJogStepSize() +
+                          r.run * body.getRunStepSize();
+    // QString::number ignores the locale, so the decimal point is always '.'.
+    const QString distance = QString::number(metres, 'f', 2);
+    const QString format =
+        json ? QStringLiteral("{\"file\":%1,\"steps\":%2,\"walk\":%3,\"jog\":%4,\"run\":%5,"
+                              "\"samples\":%6,\"distance_m\":%7}")
+             : QStringLiteral("%1 steps=%2 walk=%3 jog=%4 run=%5 samples=%6 distance_m=%7");
+    return format.arg(json ? jsonString(file) : file, QString::number(r.Steps()),
+                      QString::number(r.walk), QString::number(r.jog), QString::number(r.run),
+                      QString::number(r.samples), distance);
+}
+
 // Reads one --*-coef option into Body; false (after saying why) on a bad value.
 bool applyCoef(const CliParser& parser, const QString& option, void (Body::*setter)(double)) {
     if (!parser.isSet(option)) return true;
@@ -104,7 +120,6 @@ int runCount(const QStringList& args) {
     if (!parser.ReadDetector(detectorOption, &kind) || !parser.ReadPositive(rateOption, &rate))
         return 2;
 
-    const Body& body = Body::GetInstance();
     int status = 0;
     for (const QString& file : files) {
         AccelerationRecording recording;
@@ -116,24 +131,7 @@ int runCount(const QStringList& args) {
         }
         const RecordingStepCounter::Result r =
             RecordingStepCounter::Count(recording.Resampled(rate), kind);
-        const double metres = r.walk * body.getWalkStepSize() + r.jog * body.getJogStepSize() +
-                              r.run * body.getRunStepSize();
-        // QString::number ignores the locale, so the decimal point is always '.'.
-        const QString distance = QString::number(metres, 'f', 2);
-        QString line;
-        if (parser.isSet(json)) {
-            line = QStringLiteral(
-                       "{\"file\":%1,\"steps\":%2,\"walk\":%3,\"jog\":%4,\"run\":%5,"
-                       "\"samples\":%6,\"distance_m\":%7}")
-                       .arg(jsonString(file), QString::number(r.Steps()), QString::number(r.walk),
-                            QString::number(r.jog), QString::number(r.run),
-                            QString::number(r.samples), distance);
-        } else {
-            line = QStringLiteral("%1 steps=%2 walk=%3 jog=%4 run=%5 samples=%6 distance_m=%7")
-                       .arg(file, QString::number(r.Steps()), QString::number(r.walk),
-                            QString::number(r.jog), QString::number(r.run),
-                            QString::number(r.samples), distance);
-        }
+        const QString line = describe(file, r, parser.isSet(json));
         std::printf("%s\n", line.toUtf8().constData());
         std::fflush(stdout);
     }

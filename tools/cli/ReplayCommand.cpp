@@ -51,6 +51,33 @@ void playInRealTime(CsvReplaySource* source) {
     QCoreApplication::exec();
 }
 
+// Prints the lap as the database holds it, read back: the unfinished last interval is
+// not part of it. Fails when anything of the recording was not stored.
+int printStoredLap(int lapId) {
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    const DatabaseStatus status = db.StatisticsStatus();
+    if (lapId < 0 || !status.usable() || !status.lastFailure.isEmpty()) {
+        return fail(QStringLiteral("the recording was not saved completely: %1")
+                        .arg(status.error.isEmpty() ? status.lastFailure : status.error));
+    }
+    const std::unique_ptr<DAOLap> stored = db.GetLap(lapId);
+    if (!stored) return fail(QStringLiteral("the lap was not stored"));
+    db.GetSecondsForLap(*stored);
+    int steps = 0;
+    double distance = 0.0;
+    double calories = 0.0;
+    int minutes = 0;
+    for (const auto& m : stored->minutes) {
+        steps += m->steps;
+        distance += m->distance;
+        calories += m->calories;
+        if (m->secondsCompleted > 0) ++minutes;
+    }
+    std::printf("lap=%d steps=%d distance_m=%.2f calories=%.2f minutes=%d intervals=%zu\n", lapId,
+                steps, distance, calories, minutes, stored->seconds.size());
+    return 0;
+}
+
 const CliParser::Help kHelp{
     "replay", "[OPTIONS] FILE",
     "Replays an accelerometer recording (CSV) through the counting pipeline into the\n"
@@ -124,30 +151,7 @@ int runReplay(const QStringList& args) {
     manager.GetUpdaterThread()->WaitUntilIdle();
     if (VirtualTime::IsEnabled()) VirtualTime::Disable();
 
-    // What the database holds, read back: the unfinished last interval is not part of it.
-    const int lapId = manager.GetCurrentLap()->id;
-    const DatabaseStatus status = db.StatisticsStatus();
-    if (lapId < 0 || !status.usable() || !status.lastFailure.isEmpty()) {
-        return fail(QStringLiteral("the recording was not saved completely: %1")
-                        .arg(status.error.isEmpty() ? status.lastFailure : status.error));
-    }
-    const std::unique_ptr<DAOLap> stored = db.GetLap(lapId);
-    if (!stored) return fail(QStringLiteral("the lap was not stored"));
-    db.GetSecondsForLap(*stored);
-    int steps = 0;
-    double distance = 0.0;
-    double calories = 0.0;
-    int minutes = 0;
-    for (const auto& m : stored->minutes) {
-        steps += m->steps;
-        distance += m->distance;
-        calories += m->calories;
-        if (m->secondsCompleted > 0) ++minutes;
-    }
-    const std::size_t intervals = stored->seconds.size();
-    std::printf("lap=%d steps=%d distance_m=%.2f calories=%.2f minutes=%d intervals=%zu\n", lapId,
-                steps, distance, calories, minutes, intervals);
-    return 0;
+    return printStoredLap(manager.GetCurrentLap()->id);
 }
 
 }  // namespace
