@@ -87,6 +87,7 @@ TEST(CommandLineTest, TheApplicationLeavesWithTheOutcomesStatus) {
          "cannot save the screenshot"},
         {{"--replay", dir->path() + "/missing.csv"}, 2, "missing.csv"},
         {{"--help"}, 0, "Menu, F1"},
+        {{"--check-layout"}, 0, "layout main 480x860: "},
     };
     for (const auto& c : cases) {
         QProcess app;
