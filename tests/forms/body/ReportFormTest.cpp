@@ -13,6 +13,7 @@
 #include "PedometerOptions.h"
 #include "ReportPopup.h"
 #include "SnsGateway.h"
+#include "TestData.h"
 
 namespace {
 
@@ -75,34 +76,17 @@ TEST_F(ReportFormTest, TapsBuildShareTextsFilledFromTheLastPlaceholderInTheUsers
     AddLog(40, 80, 100, 90, 0);
     AddLog(7, 0, 95, 0, 0);
     AddLog(0, 72.5, 94, 0, 0);
-    const struct {
-        bool imperial;
-        int actionId;
-        QString text;
-    } cases[] = {
-        {false, ReportForm::ID_CELL, "My pedometer: current chest size: 94.0(cm)"},
-        {false, ReportForm::ID_CELL + 2,
-         "My pedometer: chest size change in the last 30 days: 100.0(cm)"},
-        {false, ReportForm::ID_CELL + 4 * 2, "My pedometer: current hips size: -(cm)"},
-        {false, ReportForm::ID_CELL + 4 * 3 + 1,
-         "My pedometer: weight change in the last 7 days: 80.0 (kg)"},
-        {false, ReportForm::ID_ROW_HEAD,
-         "My pedometer: current chest size: 94.0(cm); changes: 7 days: 95.0, 30 days: 100.0, 90 "
-         "days: -"},
-        {false, ReportForm::ID_COLUMN_HEAD + 3,
-         "My pedometer: body shape changes in the last 90 days: chest -(cm), waist -(cm), hips "
-         "-(cm), weight - (kg)"},
-        {true, ReportForm::ID_COLUMN_HEAD,
-         "My pedometer: current body shape: chest 37.0\", waist 35.4\", hips -\", weight 159.8 "
-         "(lb)"},
-    };
-    for (const auto& c : cases) {
-        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+    for (const QByteArrayList& c : testdata::Table("report-share-texts.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        PedometerOptions::GetInstance().measurementSystem = c[0] == "1";
+        const int actionId = c[2].toInt() + (c[1] == "cell"  ? ReportForm::ID_CELL
+                                             : c[1] == "row" ? ReportForm::ID_ROW_HEAD
+                                                             : ReportForm::ID_COLUMN_HEAD);
         ReportForm& form = Open();
-        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(c.actionId));
+        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(actionId));
         ASSERT_NE(area, nullptr);
         QTest::mouseClick(area, Qt::LeftButton, {}, area->rect().center());
-        EXPECT_EQ(form.GetShareText(), c.text) << c.actionId;
+        EXPECT_EQ(form.GetShareText(), QString::fromUtf8(c[3]));
         ASSERT_NE(form.GetContextMenu(), nullptr);
         form.GetContextMenu()->hide();
         navigation->PopForm();

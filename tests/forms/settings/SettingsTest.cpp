@@ -29,6 +29,7 @@
 #include "SettingsSocial.h"
 #include "SettingsSocialLogin.h"
 #include "SnsGateway.h"
+#include "TestData.h"
 #include "StatisticsManager.h"
 #include "TivButton.h"
 #include "TivLabel.h"
@@ -144,23 +145,9 @@ TEST_F(SettingsTest, SliderPositionsMatchTheDetectorsThresholds) {
 }
 
 TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
-    const struct {
-        const char* address;
-        bool plausible;
-    } cases[] = {
-        {"anna@example.org", true},   {"a.b+c@mail.example.co.uk", true},
-        {"anna@localhost", false},    {"anna.example.org", false},
-        {"@example.org", false},      {"anna@@example.org", false},
-        {"anna @example.org", false}, {"anna@example..org", false},
-        {"anna@example.org.", false}, {"anna@.example.org", false},
-        {"mailto:me@x.org?attach=/etc/shadow", false},
-        {"me@x.org?attach=/etc/shadow", false},
-        {"a@x.org,b@y.org", false},   {"a@x.org;b@y.org", false},
-        {"a&b@x.org", false},         {"--attach@x.org", false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c.address)), c.plausible)
-            << c.address;
+    for (const QByteArrayList& c : testdata::Table("email-addresses.tsv")) {
+        EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c[0])), c[1] == "1")
+            << c[0].toStdString();
     }
     auto* social = new SettingsSocial;
     social->Initialize();
