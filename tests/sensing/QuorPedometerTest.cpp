@@ -101,6 +101,18 @@ protected:
     GaitLog steps_;
 };
 
+// The machine starts not knowing the direction: a change within the 0.3 hysteresis keeps
+// it there, a fall beyond it enters falling without recording a crest. The walks leave
+// this state on their first samples, where no count depends on how.
+TEST_F(QuorPedometerTest, TheFirstChangeBeyondTheDeltaLeavesTheUnknownState) {
+    QuorPedometer& d = *detector_;
+    EXPECT_FALSE(d.isStep(10.2f, 10.0f));
+    EXPECT_EQ(d.GetState(Channel::Walk), 2);
+    EXPECT_FALSE(d.isStep(10.0f, 11.0f));
+    EXPECT_EQ(d.GetState(Channel::Walk), 0);
+    EXPECT_EQ(d.GetChannel(Channel::Walk).peak, -30000.0f);
+}
+
 TEST_F(QuorPedometerTest, SampleAfterAStepNeverStepsAndItsFlagCarriesOver) {
     QuorPedometer& d = *detector_;
     // Crest 30, valley 2, rising: fires while the previous sum is below 31.

@@ -19,31 +19,21 @@ namespace {
 
 TEST(BodyReportTableTest, EachColumnTakesTheNewestNonZeroValueOnOrBeforeItsDay) {
     const QDate today(2026, 6, 15);
-    auto log = [&](int daysAgo, double chest) {
-        DAOBodyLog row;
-        row.logDate = today.addDays(-daysAgo).startOfDay();
-        row.chest = chest;
-        return row;
-    };
-    const double none = BodyReportTable::kNoValue;
-    const struct {
-        const char* name;
-        std::vector<DAOBodyLog> logs;  // oldest first
-        std::array<double, 4> chest;   // now, 7, 30, 90
-    } cases[] = {
-        {"empty log", {}, {none, none, none, none}},
-        {"only 10 days old", {log(10, 95)}, {95, 95, none, none}},
-        {"exactly 7 days ago counts, 6 does not", {log(7, 97), log(6, 96)}, {96, 97, none, none}},
-        {"zeros skipped, 30 and 90 days ago count",
-         {log(90, 99), log(30, 98), log(2, 0), log(0, 0)},
-         {98, 98, 98, 99}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto table = BodyReportTable::FromLogs(c.logs, today);
-        for (int column = 0; column < 4; ++column)
-            EXPECT_EQ(table.Value(0, column), c.chest[column]);
-        EXPECT_EQ(table.Value(BodyReportTable::WEIGHT, 0), none);
+    for (const QByteArrayList& c : testdata::Table("body-report-columns.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
+        std::vector<DAOBodyLog> logs;
+        for (const QByteArray& log : c[1].split('|')) {
+            if (log.isEmpty()) continue;
+            logs.emplace_back();
+            logs.back().logDate = today.addDays(-log.split(':')[0].toInt()).startOfDay();
+            logs.back().chest = log.split(':')[1].toDouble();
+        }
+        const auto table = BodyReportTable::FromLogs(logs, today);
+        for (int column = 0; column < 4; ++column) {
+            EXPECT_EQ(table.Value(0, column),
+                      c[2 + column] == "-" ? BodyReportTable::kNoValue : c[2 + column].toDouble());
+        }
+        EXPECT_EQ(table.Value(BodyReportTable::WEIGHT, 0), BodyReportTable::kNoValue);
     }
 }
 
