@@ -18,6 +18,12 @@
 #include "GoalStreaks.h"
 #include "PedometerOptions.h"
 
+class AlarmStore;
+class BodyLogStore;
+class GoalStore;
+class LapStore;
+class SettingsStore;
+
 // The only gateway to the two databases in the data folder: the settings
 // (Options.db3) and the statistics (Statistics.db3).
 //
@@ -31,6 +37,10 @@
 //
 // "Now" and "today" come from Clock; today's range runs from today 00:00:00 to
 // tomorrow 00:00:00, both ends included.
+//
+// Each section below is kept by a class of its own (LapStore, AlarmStore,
+// BodyLogStore, GoalStore, SettingsStore) working on one of the two connections; the
+// manager owns them and forwards.
 class PedometerDBManager {
 public:
     static PedometerDBManager& GetInstance();
@@ -91,7 +101,7 @@ public:
     // it, oldest first: the sums of its laps' minutes. A lap belongs to the day it
     // started on, so a row stored at midnight counts for the day it opens. Days without
     // laps have no row; an invalid or reversed range gives none. One grouped query,
-    // cheap enough for years of history (PedometerDBManagerHistory.cpp).
+    // cheap enough for years of history.
     std::vector<DAODayTotals> GetDayTotals(const QDate& from, const QDate& to);
     // The lap with this id and its minutes; null when there is none.
     std::unique_ptr<DAOLap> GetLap(int id);
@@ -140,8 +150,7 @@ public:
     std::vector<DatedGoal> GetGoalHistory();
     // The runs of days with the daily goal reached from `from` to `to` (both whole),
     // each day judged by the goal then in force (GoalStreaks). An invalid `from` starts
-    // at the first day with a lap. Reads the days' sums in one query
-    // (PedometerDBManagerHistory.cpp).
+    // at the first day with a lap. Reads the days' sums in one query.
     GoalStreaks GetGoalStreaks(const QDate& from, const QDate& to);
 
     // --- Settings, body profile, social (settings) ---------------------------
@@ -171,7 +180,14 @@ public:
 
 private:
     PedometerDBManager();
+    ~PedometerDBManager();
 
     DatabaseConnection options_;
     DatabaseConnection statistics_;
+    // The sections, made after the connections they work on.
+    std::unique_ptr<LapStore> laps_;
+    std::unique_ptr<AlarmStore> alarm_;
+    std::unique_ptr<BodyLogStore> bodyLog_;
+    std::unique_ptr<GoalStore> goals_;
+    std::unique_ptr<SettingsStore> settings_;
 };

@@ -318,7 +318,7 @@ TEST_F(PedometerDBManagerTest, BodyLogRowsAreKeyedByDay) {
 
 auto Fields(const DAOTarget& t) {
     return std::tuple(t.targetActive, t.distance, t.calories, t.activityTime, t.wheight, t.chest,
-                      t.waist, t.hips, t.wheightTarget);
+                      t.waist, t.hips, t.wheightTarget, t.steps);
 }
 auto Fields(const DAOSocial& s) {
     return std::tuple(s.share, s.export_, s.twitLogin, s.twitPass, s.facebLogin, s.facebPass);
@@ -338,8 +338,8 @@ TEST_F(PedometerDBManagerTest, GoalsBodyAndSocialSettingsSurviveSaveAndLoad) {
     EXPECT_EQ(Fields(loaded), Fields(DAOTarget{}));
     DAOTarget goals;
     std::tie(goals.targetActive, goals.distance, goals.calories, goals.activityTime, goals.wheight,
-             goals.chest, goals.waist, goals.hips, goals.wheightTarget) =
-        std::tuple(2, 7.25, 450, 75, 74.5, 99.0, 85.5, 98.0, 3);
+             goals.chest, goals.waist, goals.hips, goals.wheightTarget, goals.steps) =
+        std::tuple(2, 7.25, 450, 75, 74.5, 99.0, 85.5, 98.0, 3, 12500);
     manager().SaveTagets(goals);
     manager().LoadTargets(loaded);
     EXPECT_EQ(Fields(loaded), Fields(goals));
