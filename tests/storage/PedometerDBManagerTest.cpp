@@ -253,12 +253,16 @@ TEST_F(PedometerDBManagerTest, AlarmProgressRestartsOnANewDay) {
     corrections.push_back(DayCorrection::Added(Moment(14, 9, 0), 500, 1, Body::GetInstance()));
     ASSERT_TRUE(manager().ImportHistory(corrections, {}));
     DAOSygnal corrected = manager().GetTodaySygnal();
-    EXPECT_EQ(std::tuple(corrected.steps, corrected.activityTime > 1500, corrected.distance > 2.25),
-              std::tuple(500, true, true));
+    EXPECT_EQ(std::tuple(corrected.steps, corrected.activityTime > 1500, corrected.distance > 2.25,
+                         corrected.calories > 120.5),
+              std::tuple(500, true, true, true));
     corrected.steps += 10;
     manager().UpdateSygnal(corrected);
     EXPECT_EQ(manager().GetTodaySygnal().steps, 510);
-    EXPECT_EQ(QueryInt(StatisticsPath(), "SELECT steps FROM SygnalValues"), 10);
+    EXPECT_EQ(QueryText(StatisticsPath(),
+                        "SELECT steps || ' ' || calories || ' ' || distance || ' ' || activityTime "
+                        "FROM SygnalValues"),
+              "10 120.5 2.25 1500");
 
     Clock::SetNow(Moment(15, 6, 45));
     const DAOSygnal nextDay = manager().GetTodaySygnal();
