@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <algorithm>
 
 #include "AccelerometerSourceFactory.h"
 #include "AppFrame.h"
@@ -223,4 +224,16 @@ LaunchOptions::Outcome LaunchOptions::Parse(const QStringList& arguments, Launch
         return Outcome::Fail;
     }
     return Outcome::Run;
+}
+
+LaunchOptions::Outcome LaunchOptions::ParseBeforeQt(const QStringList& arguments,
+                                                    QString* message) {
+    LaunchOptions options;
+    const Outcome outcome = Parse(arguments, &options, message);
+    const bool qtOptions =
+        std::any_of(arguments.begin() + std::min<qsizetype>(1, arguments.size()), arguments.end(),
+                    [](const QString& a) {
+                        return a.startsWith(QLatin1Char('-')) && !a.startsWith(QLatin1String("--"));
+                    });
+    return outcome == Outcome::Fail && qtOptions ? Outcome::Run : outcome;
 }

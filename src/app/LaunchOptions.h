@@ -44,4 +44,10 @@ struct LaunchOptions {
     // Reads `arguments` (the program's name first, as in argv). On Print and Fail,
     // `message` says what to print; `options` is filled as far as it was read.
     static Outcome Parse(const QStringList& arguments, LaunchOptions* options, QString* message);
+
+    // Parse before the application object exists, so that help, version, the screen
+    // names and refusals print without a display. Qt's own options (-platform, -style,
+    // ...) are only known once the application has taken them: with any of them, a
+    // refusal is left to the second reading (Run).
+    static Outcome ParseBeforeQt(const QStringList& arguments, QString* message);
 };

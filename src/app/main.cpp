@@ -1,344 +1,57 @@
 // pedometer: the windowed application.
-#include <time.h>
-#include <unistd.h>
 #include <QApplication>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QIcon>
-#include <QLocale>
-#include <QFileSystemWatcher>
-#include <QTimer>
-
-#include <algorithm>
 #include <cstdio>
-#include <memory>
 
-#include "AccelerometerSourceFactory.h"
-#include "AppFrame.h"
-#include "AppPaths.h"
-#include "AppResource.h"
-#include "CsvReplaySource.h"
-#include "DAOLap.h"
-#include "DAOLapSeconds.h"
-#include "DataBackup.h"
-#include "DataFolderLock.h"
-#include "DesktopNotifications.h"
-#include "FeedbackProfile.h"
+#include "AppAssembly.h"
 #include "LaunchOptions.h"
-#include "LayoutCheck.h"
-#include "MainForm.h"
-#include "Pedometer.h"
-#include "PedometerDBManager.h"
-#include "PlatformSettings.h"
-#include "RecordingAccelerometerSource.h"
-#include "ScreenDirectory.h"
-#include "ScreenOffCounting.h"
+#include "ProcessSettings.h"
 #include "SingleInstance.h"
-#include "CountingEngine.h"
-#include "StatisticsManager.h"
-#include "StepDetectorFactory.h"
-#include "TerminationSignals.h"
-#include "TivNavigationController.h"
-#include "TivUtils.h"
 
 namespace {
 
-int fail(const QString& message) {
-    std::fprintf(stderr, "pedometer: %s\n", qPrintable(message));
-    return 2;
-}
-
-bool onOffscreenPlatform() {
-    return QGuiApplication::platformName() == QLatin1String("offscreen");
-}
-
-// Milliseconds since this process was started (the kernel's start time, so the figure
-// includes loading the libraries); falls back to `fallback` when /proc cannot tell.
-qint64 millisecondsSinceProcessStart(const QElapsedTimer& fallback) {
-    QFile stat(QStringLiteral("/proc/self/stat"));
-    timespec now{};
-    if (stat.open(QIODevice::ReadOnly) && clock_gettime(CLOCK_BOOTTIME, &now) == 0) {
-        // Field 22 is the start time in clock ticks after boot; the name in field 2
-        // may hold blanks, so count from the closing parenthesis.
-        const QByteArray line = stat.readAll();
-        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-        bool ok = false;
-        const qint64 ticks = fields.size() > 19 ? fields[19].toLongLong(&ok) : 0;
-        if (ok) {
-            const qint64 nowMs = qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-            return nowMs - ticks * 1000 / sysconf(_SC_CLK_TCK);
-        }
-    }
-    return fallback.elapsed();
-}
-
-// Prints "painted NAME after N ms" once the watched screen has painted for the first time.
-class FirstPaintReporter : public QObject {
-public:
-    FirstPaintReporter(QString name, QElapsedTimer started)
-        : name_(std::move(name)), started_(started) {}
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint && !reported_) {
-            reported_ = true;
-            std::printf("painted %s after %lld ms\n", qPrintable(name_),
-                        static_cast<long long>(millisecondsSinceProcessStart(started_)));
-            std::fflush(stdout);
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    QString name_;
-    QElapsedTimer started_;
-    bool reported_ = false;
-};
-
-// Resident memory of this process in megabytes, from /proc; 0 when unknown.
-double residentMegabytes() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly)) return 0.0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    }
-    return 0.0;
-}
-
-void printInterval(int lapId, const DAOLapSeconds& s) {
-    std::printf("interval lap=%d steps=%d distance_m=%.2f calories=%.4f\n", lapId, s.steps,
-                s.distance, s.calories);
-    std::fflush(stdout);
-}
-
-// Warns on standard error when a database cannot be used: the application still runs,
-// but what it counts is not kept.
-void reportDatabaseProblems() {
-    PedometerDBManager& db = PedometerDBManager::GetInstance();
-    QStringList told;
-    // Damage found later by the statistics file's check shows in the window's notice:
-    // waiting for it here would hold back the first paint.
-    for (const DatabaseStatus& status :
-         {db.OptionsStatus(), db.StatisticsConnection().StatusSoFar()}) {
-        if (!status.usable() && !told.contains(status.error)) {
-            told << status.error;
-            std::fprintf(stderr, "pedometer: %s; nothing will be saved\n",
-                         qPrintable(status.error));
-        }
-    }
-}
-
-// The settings the whole process shares, from the command line.
-void ApplyGlobalSettings(const LaunchOptions& options) {
-    if (options.locale) {
-        QLocale::setDefault(*options.locale);
-        AppResource::GetInstance().SetLanguage(options.locale->name().section('_', 0, 0));
-    }
-    if (options.hvga) TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    AppFrame::SetStartSize(options.size.value_or(options.hvga ? AppFrame::ScreenSize()
-                                                               : AppFrame::kDesktopSize));
-    if (options.silent) PlatformSettings::SetSilentMode(true);
-    if (!options.dataDir.isEmpty()) AppPaths::SetHome(options.dataDir);
-    if (options.detector) StepDetectorFactory::SetChoice(*options.detector);
-    if (options.keepCountingScreenOff) ScreenOffCounting::SetOverride(*options.keepCountingScreenOff);
-    // Headless runs (tests, screenshots) leave the machine's power management alone.
-    StatisticsManager::GuardSleepWhileCounting(!onOffscreenPlatform());
-}
-
-// The accelerometer: a replayed recording or the machine's own, maybe recorded. Null
-// with `error` set when a file cannot be used; `replay` is the replayed recording.
-std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
-                                                CsvReplaySource** replay, QString* error) {
-    std::unique_ptr<AccelerometerSource> source;
-    if (!options.replayFile.isEmpty()) {
-        std::unique_ptr<CsvReplaySource> csv = CsvReplaySource::FromFile(options.replayFile, error);
-        if (!csv) return nullptr;
-        csv->SetLooping(options.loop);
-        *replay = csv.get();
-        source = std::move(csv);
-    } else {
-        // Without --sensor, the choice stored by the sensitivity settings.
-        QString choice = options.sensor.value_or(QString());
-        if (!options.sensor) {
-            choice = PedometerDBManager::GetInstance().GetPreference(QStringLiteral("sensor"),
-                                                                     QStringLiteral("auto"));
-            if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
-        }
-        AccelerometerSourceFactory::SetChoice(choice);
-        source = AccelerometerSourceFactory::Create();
-    }
-    if (!options.recordFile.isEmpty()) {
-        auto recorder =
-            std::make_unique<RecordingAccelerometerSource>(std::move(source), options.recordFile);
-        if (!recorder->Open(error)) return nullptr;
-        source = std::move(recorder);
-    }
-    return source;
-}
-
-// Saves the screenshot asked for, reports the memory used and leaves the event loop.
-void Quit(const QString& screenshotPath, QWidget& window) {
-    int status = 0;
-    if (!screenshotPath.isEmpty()) {
-        if (window.grab().save(screenshotPath)) {
-            std::printf("screenshot %s\n", qPrintable(QDir(screenshotPath).absolutePath()));
-        } else {
-            std::fprintf(stderr, "pedometer: cannot save the screenshot %s\n",
-                         qPrintable(screenshotPath));
-            status = 1;
-        }
-        std::fflush(stdout);
-    }
-    std::fprintf(stderr, "pedometer: resident memory %.1f MB\n", residentMegabytes());
-    QCoreApplication::exit(status);
-}
-
-// Reads the command line; true to go on, false with `status` to leave with.
-bool ReadCommandLine(const QStringList& arguments, LaunchOptions* options, int* status) {
-    QString message;
-    switch (LaunchOptions::Parse(arguments, options, &message)) {
+// Prints what the command line asked for (status 0) or why it was refused (status 2);
+// nullopt when the application is to run.
+std::optional<int> Answer(LaunchOptions::Outcome outcome, const QString& message) {
+    switch (outcome) {
         case LaunchOptions::Outcome::Run:
-            return true;
+            return std::nullopt;
         case LaunchOptions::Outcome::Print:
             std::printf("%s", qPrintable(message));
-            *status = 0;
-            return false;
+            return 0;
         case LaunchOptions::Outcome::Fail:
-            *status = fail(message);
-            return false;
+            break;
     }
-    return true;
+    std::fprintf(stderr, "pedometer: %s\n", qPrintable(message));
+    return 2;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    int status = 0;
-    LaunchOptions options;
     QCoreApplication::setApplicationName(QStringLiteral("pedometer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PEDOMETER_VERSION));
-    {
-        // Help, version, the screen names and refusals print without a display.
-        QStringList arguments;
-        for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
-        QString message;
-        const LaunchOptions::Outcome early = LaunchOptions::Parse(arguments, &options, &message);
-        if (early == LaunchOptions::Outcome::Print) {
-            std::printf("%s", qPrintable(message));
-            return 0;
-        }
-        // Qt's own options (-platform, -style, ...) are only known once the application
-        // has taken them; without any, a refusal needs no display either.
-        const bool qtOptions = std::any_of(arguments.begin() + 1, arguments.end(), [](const QString& a) {
-            return a.startsWith(QLatin1Char('-')) && !a.startsWith(QLatin1String("--"));
-        });
-        if (early == LaunchOptions::Outcome::Fail && !qtOptions) return fail(message);
-    }
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+    QString message;
+    if (const auto status = Answer(LaunchOptions::ParseBeforeQt(arguments, &message), message))
+        return *status;
+
     QApplication app(argc, argv);  // takes Qt's own options (-platform, ...) off the list
     QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
-    options = LaunchOptions{};
-    if (!ReadCommandLine(QCoreApplication::arguments(), &options, &status)) return status;
-    ApplyGlobalSettings(options);
+    LaunchOptions options;
+    if (const auto status = Answer(
+            LaunchOptions::Parse(QCoreApplication::arguments(), &options, &message), message))
+        return *status;
+    ProcessSettings::Apply(options);
 
-    // One pedometer per session on the user's own data: a second launch brings the
-    // first one forward and leaves. Any process writing to a data folder locks it.
-    std::unique_ptr<SingleInstance> single;
-    if (options.dataDir.isEmpty() && !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS")) {
-        single = std::make_unique<SingleInstance>(QDBusConnection::sessionBus());
-        if (single->Claim() == SingleInstance::Outcome::HandedOver) {
-            std::printf("pedometer is already running; its window was brought forward\n");
+    AppAssembly assembly(options);
+    switch (assembly.Assemble(&message)) {
+        case AppAssembly::Outcome::Ready:
+            return assembly.Run();
+        case AppAssembly::Outcome::HandedOver:
             return 0;
-        }
+        case AppAssembly::Outcome::Failed:
+            break;
     }
-    std::unique_ptr<DataFolderLock> folderLock;
-    if (const QString home = AppPaths::Home(); !home.isEmpty()) {
-        QString lockError;
-        folderLock = DataFolderLock::Acquire(home, &lockError);
-        if (!folderLock) return fail(lockError);
-        // A restore a killed tool left half done is finished before the files are opened.
-        if (!DataBackup::Recover(home, &lockError)) return fail(lockError);
-    }
-    // Someone deleting the lock file would let a second writer in: take it back. The
-    // folder is watched (inotify) rather than polled, so a hidden window does not wake.
-    QFileSystemWatcher lockWatch;
-    if (folderLock && lockWatch.addPath(AppPaths::Home())) {
-        QObject::connect(&lockWatch, &QFileSystemWatcher::directoryChanged, [&folderLock] {
-            QString error;
-            if (!folderLock->Reclaim(&error)) qWarning("pedometer: %s", qPrintable(error));
-        });
-    }
-    QApplication::setWindowIcon(
-        QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
-
-    CsvReplaySource* replaySource = nullptr;
-    QString error;
-    std::unique_ptr<AccelerometerSource> source = MakeSource(options, &replaySource, &error);
-    if (!source) return fail(error);
-
-    // The desktop's services on the session bus; without them nothing is shown or followed.
-    const bool useBus = !qEnvironmentVariableIsSet("PEDOMETER_NO_DBUS");
-    std::unique_ptr<DesktopNotifications> notifications;
-    std::unique_ptr<FeedbackProfile> feedback;
-    if (useBus) {
-        notifications = std::make_unique<DesktopNotifications>(QDBusConnection::sessionBus());
-        feedback = std::make_unique<FeedbackProfile>(QDBusConnection::sessionBus());
-    }
-
-    QElapsedTimer startup;
-    startup.start();
-    Pedometer pedometer;
-    pedometer.SetStartInBackground(options.background);
-    pedometer.UseNotifications(notifications.get());
-    // SIGTERM (a logout, a shutdown) and SIGINT end the event loop like Quit does.
-    const TerminationSignals terminationSignals([&pedometer] { pedometer.RequestQuit(); });
-    pedometer.Engine().UseSensorSource(std::move(source));
-    if (replaySource != nullptr || onOffscreenPlatform())
-        pedometer.Engine().SetIntervalObserver(printInterval);
-    FirstPaintReporter firstPaint(options.screen, startup);
-    pedometer.OnAppInitializing();
-    reportDatabaseProblems();
-    QWidget* opened = ScreenDirectory::Open(options.screen, *pedometer.GetNavigationController(),
-                                            options.request, &error);
-    if (opened == nullptr) {
-        pedometer.OnAppTerminating();
-        return fail(error);
-    }
-    opened->installEventFilter(&firstPaint);
-    if (single) {
-        single->SetOnActivate([&pedometer](const QString& token) { pedometer.ShowWindow(token); });
-    }
-    if (options.autostart) {
-        QTimer::singleShot(0, &app, [&] {
-            pedometer.GetMainForm()->OnActionPerformed(*pedometer.GetMainForm(),
-                                                       MainForm::ID_START);
-        });
-    }
-    if (options.checkLayout) {
-        QTimer::singleShot(0, &app, [&] {
-            QWidget& window = *pedometer.GetFrame();
-            const LayoutCheck::Result result = LayoutCheck::Check(window);
-            std::printf("%s\n", qPrintable(result.Line(options.screen, window.size())));
-            for (const QString& problem : result.problems)
-                std::fprintf(stderr, "pedometer: %s\n", qPrintable(problem));
-            std::fflush(stdout);
-            QCoreApplication::exit(result.Passed() ? 0 : 1);
-        });
-    }
-    auto quit = [&] { Quit(options.screenshotFile, *pedometer.GetFrame()); };
-    if (options.quitAfterSeconds >= 0) QTimer::singleShot(options.quitAfterSeconds * 1000, &app, quit);
-    if (options.quitAfterReplay && replaySource != nullptr) {
-        // The last full interval is stored on the next five-second tick after the end.
-        QObject::connect(
-            replaySource, &CsvReplaySource::Finished, &app,
-            [&] { QTimer::singleShot(5500, &app, quit); }, Qt::QueuedConnection);
-    }
-
-    status = QApplication::exec();
-    pedometer.OnAppTerminating();  // stores what was counted since the last interval
-    if (replaySource != nullptr || onOffscreenPlatform()) {
-        const StatisticsManager& statistics = pedometer.Engine().Statistics();
-        const auto lap = statistics.GetCurrentLap();
-        std::printf("counted lap=%d steps=%d\n", lap ? lap->id : -1, statistics.GetLapSteps());
-    }
-    return status;
+    return *Answer(LaunchOptions::Outcome::Fail, message);
 }

@@ -55,6 +55,13 @@ TEST(CommandLineTest, OptionsAreReadOrRefusedWithTheReason) {
                   row[0] == "print" ? Outcome::Print : Outcome::Fail)
             << row.mid(2).join(' ').constData();
         EXPECT_TRUE(message.contains(QString::fromUtf8(row[1]))) << message.toStdString();
+        // Before the display opens the same answer is given, unless Qt's own options may
+        // be among the arguments: then the second reading decides.
+        const QStringList line = QStringList{"pedometer"} + args;
+        EXPECT_EQ(LaunchOptions::ParseBeforeQt(line, &message),
+                  row[0] == "print" ? Outcome::Print : Outcome::Fail);
+        EXPECT_EQ(LaunchOptions::ParseBeforeQt(line + QStringList{"-style", "fusion"}, &message),
+                  Outcome::Run);
     }
     for (const auto& c : cases) {
         LaunchOptions options;
@@ -66,8 +73,8 @@ TEST(CommandLineTest, OptionsAreReadOrRefusedWithTheReason) {
     }
 }
 
-// main() turns the outcomes into statuses; a failure found only while running (the
-// screenshot cannot be saved) still fails the run.
+// main() turns the outcomes into statuses; a failure found while assembling (a recording
+// that cannot be read) or running (the screenshot cannot be saved) fails the run.
 TEST(CommandLineTest, TheApplicationLeavesWithTheOutcomesStatus) {
     const auto dir = testdata::MakeTempDir();
     const struct {
@@ -78,8 +85,9 @@ TEST(CommandLineTest, TheApplicationLeavesWithTheOutcomesStatus) {
         {{"--screenshot", dir->path() + "/missing/shot.png", "--quit-after", "0"},
          1,
          "cannot save the screenshot"},
-        {{"--locale", "xx_YY"}, 2, "\"xx_YY\" is not a locale name"},
+        {{"--replay", dir->path() + "/missing.csv"}, 2, "missing.csv"},
         {{"--help"}, 0, "Menu, F1"},
+        {{"--check-layout"}, 0, "layout main 480x860: "},
     };
     for (const auto& c : cases) {
         QProcess app;

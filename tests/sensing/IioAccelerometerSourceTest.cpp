@@ -360,6 +360,13 @@ TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
                         IioSamplingFrequency::Offered(r[0], minimum), minimum),
                     r[2].toDouble(), 1e-6);
     }
+    // A device already at the wanted rate is left alone (an ordinary user could not write it).
+    const auto dir = testdata::MakeTempDir();
+    const FakeIioDevice device(dir->path(), FakeIioDevice::Shapes()[0], 0);
+    ASSERT_TRUE(device.Write(device.GetShape().rateAttribute, "50.000000"));
+    const auto outcome = IioSamplingFrequency::Apply(device.Folder(), 33, false);
+    EXPECT_EQ(std::pair(outcome.hz, outcome.problem), std::pair(50.0, QString()));
+    EXPECT_EQ(device.Read(device.GetShape().rateAttribute), "50.000000");
 }
 
 }  // namespace

@@ -9,25 +9,12 @@
 
 #include "AccelerationCsvReader.h"
 #include "AccelerationRecording.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "RecordingStepCounter.h"
 #include "StepDetectorFactory.h"
 
 namespace {
-
-const char kHelp[] =
-    "Usage: pedometer-cli accuracy [--detector classic|adaptive] [--rate HZ] TRUTH.csv\n"
-    "\n"
-    "Counts the steps in a set of recordings and compares them with their true counts.\n"
-    "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
-    "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
-    "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
-    "counted steps, true steps and signed error in percent is printed, followed by the\n"
-    "mean absolute percentage error. --detector picks the step detector (default adaptive);\n"
-    "--rate HZ counts as a sensor sampling at HZ would have (of each 1/HZ seconds only the\n"
-    "first recorded sample is kept).\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad index or a recording that cannot be read.\n";
 
 struct Entry {
     QString file;
@@ -104,46 +91,10 @@ bool readIndex(const QString& indexPath, std::vector<Entry>& entries, QString& e
     return true;
 }
 
-int runAccuracy(const QStringList& args) {
-    if (args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"))) {
-        std::fputs(kHelp, stdout);
-        return 0;
-    }
-    QStringList rest = args;
-    DetectorKind kind = kDefaultDetector;
-    const qsizetype option = rest.indexOf(QStringLiteral("--detector"));
-    if (option >= 0) {
-        if (option + 1 >= rest.size() || !StepDetectorFactory::Parse(rest[option + 1], &kind)) {
-            std::fprintf(stderr,
-                         "pedometer-cli accuracy: --detector must be classic or adaptive\n");
-            return 2;
-        }
-        rest.remove(option, 2);
-    }
-    double rate = 0.0;
-    const qsizetype rateOption = rest.indexOf(QStringLiteral("--rate"));
-    if (rateOption >= 0) {
-        bool ok = false;
-        if (rateOption + 1 < rest.size()) rate = rest[rateOption + 1].toDouble(&ok);
-        if (!ok || !std::isfinite(rate) || rate <= 0.0) {
-            std::fprintf(stderr, "pedometer-cli accuracy: --rate needs a number above 0\n");
-            return 2;
-        }
-        rest.remove(rateOption, 2);
-    }
-    if (rest.size() != 1 || rest.first().startsWith(QLatin1Char('-'))) {
-        std::fprintf(stderr,
-                     "pedometer-cli accuracy: expected one index file\n"
-                     "Usage: pedometer-cli accuracy [--detector classic|adaptive] [--rate HZ] TRUTH.csv\n");
-        return 2;
-    }
-    std::vector<Entry> entries;
+// Counts each listed recording and prints the table and its summary; 2 when a
+// recording cannot be read.
+int tabulate(const std::vector<Entry>& entries, DetectorKind kind, double rate) {
     QString error;
-    if (!readIndex(rest.first(), entries, error)) {
-        std::fprintf(stderr, "pedometer-cli accuracy: %s\n", qPrintable(error));
-        return 2;
-    }
-
     int width = 4;
     for (const Entry& e : entries) width = std::max(width, static_cast<int>(e.file.size()));
     const auto row = [width](const QString& file, const QString& counted, const QString& truth,
@@ -197,6 +148,44 @@ int runAccuracy(const QStringList& args) {
                 qPrintable(share(gaitSteps[0])), qPrintable(share(gaitSteps[1])),
                 qPrintable(share(gaitSteps[2])));
     return 0;
+}
+
+const CliParser::Help kHelp{
+    "accuracy", "[--detector classic|adaptive] [--rate HZ] TRUTH.csv",
+    "Counts the steps in a set of recordings and compares them with their true counts.\n"
+    "TRUTH.csv is an index with a header line and at least the columns 'file' (a\n"
+    "recording, relative to the index's folder) and 'ground_truth_steps'; other columns\n"
+    "are ignored. Each recording is counted as 'pedometer-cli count' does, and a table of\n"
+    "counted steps, true steps and signed error in percent is printed, followed by the\n"
+    "mean absolute percentage error.",
+    "0 on success, 2 on a bad index or a recording that cannot be read.", false};
+
+int runAccuracy(const QStringList& args) {
+    CliParser parser(kHelp);
+    const QCommandLineOption detector(QStringLiteral("detector"),
+                                      QStringLiteral("the step detector (default adaptive)"),
+                                      QStringLiteral("classic|adaptive"));
+    const QCommandLineOption rateOption(
+        QStringLiteral("rate"),
+        QStringLiteral("count as a sensor sampling at HZ would have (of each 1/HZ seconds only "
+                       "the first recorded sample is kept)"),
+        QStringLiteral("HZ"));
+    parser.addOptions({detector, rateOption});
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus)) return exitStatus;
+    DetectorKind kind = kDefaultDetector;
+    double rate = 0.0;
+    if (!parser.ReadDetector(detector, &kind) || !parser.ReadPositive(rateOption, &rate)) return 2;
+    if (parser.positionalArguments().size() != 1)
+        return parser.Fail(2, QStringLiteral("expected one index file"));
+    std::vector<Entry> entries;
+    QString error;
+    if (!readIndex(parser.positionalArguments().first(), entries, error)) {
+        std::fprintf(stderr, "pedometer-cli accuracy: %s\n", qPrintable(error));
+        return 2;
+    }
+
+    return tabulate(entries, kind, rate);
 }
 
 }  // namespace

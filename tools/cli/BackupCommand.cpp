@@ -11,14 +11,14 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli backup FILE [OPTIONS]\n"
-    "\n"
-    "Writes a consistent copy of Options.db3 and Statistics.db3 to FILE, even while the\n"
-    "app is counting (it waits for a few milliseconds at most). An existing FILE is replaced.\n";
+const CliParser::Help kHelp{
+    "backup", "FILE [OPTIONS]",
+    "Writes a consistent copy of Options.db3 and Statistics.db3 to FILE, even\n"
+    "while the app is counting (it waits for a few milliseconds at most). An\n"
+    "existing FILE is replaced."};
 
 int runBackup(const QStringList& args) {
-    CliParser parser("backup", kHelp, CliParser::kPlainFooter);
+    CliParser parser(kHelp);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     const QString home = AppPaths::Home();

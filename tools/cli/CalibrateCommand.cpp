@@ -17,27 +17,21 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli calibrate FILE --distance METRES [OPTIONS]\n"
-    "\n"
+const CliParser::Help kHelp{
+    "calibrate", "FILE --distance METRES [OPTIONS]",
     "Calibrates the walking step length from a recording of a walk of known length:\n"
     "FILE is counted as 'pedometer-cli count' does, with the profile's step detector\n"
     "and sensitivities, and METRES divided by the walking steps becomes the profile's\n"
     "walk step length, shown as calibrated. A length outside 0.3-1.2 m a step is\n"
     "refused (the distance or the recording is wrong) and nothing is changed.\n"
-    "Prints: FILE walk_steps=N step_length_m=L\n"
-    "\n"
-    "Options:\n"
-    "  --distance METRES the distance walked in the recording, in metres\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
-    "when the length is refused or cannot be stored (the reason is printed).\n";
+    "Prints: FILE walk_steps=N step_length_m=L",
+    "0 when calibrated, 2 on a bad option or an unreadable recording, 1\n"
+    "when the length is refused or cannot be stored (the reason is printed)."};
 
 int runCalibrate(const QStringList& args) {
-    CliParser parser("calibrate", kHelp);
-    const QCommandLineOption distance(QStringLiteral("distance"), QString(),
+    CliParser parser(kHelp);
+    const QCommandLineOption distance(QStringLiteral("distance"),
+                                      QStringLiteral("the distance walked in the recording, in metres"),
                                       QStringLiteral("METRES"));
     parser.addOption(distance);
     int exitStatus = 0;

@@ -6,7 +6,10 @@
 #include "DataBackup.h"
 
 QCommandLineOption CliStorage::DataDirOption() {
-    return QCommandLineOption(QStringLiteral("data-dir"), QString(), QStringLiteral("DIR"));
+    return QCommandLineOption(QStringLiteral("data-dir"),
+                              QStringLiteral("the data folder holding Options.db3 and "
+                                             "Statistics.db3 (default: ~/.local/share/pedometer)"),
+                              QStringLiteral("DIR"));
 }
 
 void CliStorage::ApplyDataDir(const QCommandLineParser& parser) {

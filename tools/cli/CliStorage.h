@@ -14,9 +14,6 @@ class CliStorage {
 public:
     // --data-dir DIR: the data folder instead of the per-user default.
     static QCommandLineOption DataDirOption();
-    static constexpr const char* kDataDirHelp =
-        "  --data-dir DIR    the data folder holding Options.db3 and Statistics.db3\n"
-        "                    (default: ~/.local/share/pedometer)\n";
     // Points AppPaths::Home() at the folder given with --data-dir, if any.
     static void ApplyDataDir(const QCommandLineParser& parser);
 

@@ -10,24 +10,19 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli export-body [--out FILE] [OPTIONS]\n"
-    "\n"
+const CliParser::Help kHelp{
+    "export-body", "[--out FILE] [OPTIONS]",
     "Writes the whole body log (chest, waist, hips, weight) as the CSV file the report\n"
     "screen attaches to its e-mail: one column per day, newest first, cells separated\n"
-    "by ';', in the units chosen in the settings. An existing file is replaced.\n"
-    "\n"
-    "Options:\n"
-    "  --out FILE        where to write (default: export.csv in the data folder)\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad option, 1 when the database cannot be read\n"
-    "or the file cannot be written (the reason is printed).\n";
+    "by ';', in the units chosen in the settings. An existing file is replaced.",
+    "0 on success, 2 on a bad option, 1 when the database cannot be read\n"
+    "or the file cannot be written (the reason is printed)."};
 
 int runExportBody(const QStringList& args) {
-    CliParser parser("export-body", kHelp);
-    const QCommandLineOption out(QStringLiteral("out"), QString(), QStringLiteral("FILE"));
+    CliParser parser(kHelp);
+    const QCommandLineOption out(QStringLiteral("out"),
+                                 QStringLiteral("where to write (default: export.csv in the data folder)"),
+                                 QStringLiteral("FILE"));
     parser.addOption(out);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 0)) return exitStatus;

@@ -12,23 +12,6 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli export days|laps|minutes [--from DAY] [--to DAY] [--out FILE]\n"
-    "\n"
-    "Writes the recorded activity as CSV with a header line: one row per day, per lap or\n"
-    "per minute of a lap. Dates are ISO (YYYY-MM-DD, local time), numbers use '.'.\n"
-    "'pedometer-cli import' reads all three back.\n"
-    "\n"
-    "Options:\n"
-    "  --from DAY        first day (YYYY-MM-DD) of laps to write (default: the first)\n"
-    "  --to DAY          last day of laps to write (default: the last)\n"
-    "  --out FILE        where to write (default: standard output); replaced whole\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad argument, 1 when the database cannot be read\n"
-    "or the file cannot be written (the reason is printed).\n";
-
 bool readDay(const QCommandLineParser& parser, const QString& option, QDate* day) {
     if (!parser.isSet(option)) return true;
     *day = QDate::fromString(parser.value(option), Qt::ISODate);
@@ -38,11 +21,25 @@ bool readDay(const QCommandLineParser& parser, const QString& option, QDate* day
     return false;
 }
 
+const CliParser::Help kHelp{
+    "export", "days|laps|minutes [--from DAY] [--to DAY] [--out FILE]",
+    "Writes the recorded activity as CSV with a header line: one row per day, per lap or\n"
+    "per minute of a lap. Dates are ISO (YYYY-MM-DD, local time), numbers use '.'.\n"
+    "'pedometer-cli import' reads all three back.",
+    "0 on success, 2 on a bad argument, 1 when the database cannot be read\n"
+    "or the file cannot be written (the reason is printed)."};
+
 int runExport(const QStringList& args) {
-    CliParser parser("export", kHelp);
-    const QCommandLineOption out(QStringLiteral("out"), QString(), QStringLiteral("FILE"));
-    const QCommandLineOption from(QStringLiteral("from"), QString(), QStringLiteral("DAY"));
-    const QCommandLineOption to(QStringLiteral("to"), QString(), QStringLiteral("DAY"));
+    CliParser parser(kHelp);
+    const QCommandLineOption out(QStringLiteral("out"),
+                                 QStringLiteral("where to write (default: standard output); replaced whole"),
+                                 QStringLiteral("FILE"));
+    const QCommandLineOption from(QStringLiteral("from"),
+                                  QStringLiteral("first day (YYYY-MM-DD) of laps to write (default: the first)"),
+                                  QStringLiteral("DAY"));
+    const QCommandLineOption to(QStringLiteral("to"),
+                                QStringLiteral("last day of laps to write (default: the last)"),
+                                QStringLiteral("DAY"));
     parser.addOptions({out, from, to});
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus)) return exitStatus;

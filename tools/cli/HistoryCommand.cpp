@@ -11,23 +11,6 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli history [OPTIONS] [DAY]\n"
-    "\n"
-    "Prints the laps started on DAY (YYYY-MM-DD, today by default): for each lap its\n"
-    "start and end time ('open' while counting, 'by hand' for a correction entered by\n"
-    "hand, whose steps may be negative), steps, distance in km, calories in kcal and\n"
-    "minutes of activity, then the day's totals. A lap started at exactly midnight\n"
-    "belongs to the day before as well. The databases are opened read-only and never\n"
-    "changed.\n"
-    "\n"
-    "Options:\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad option or date, 1 when the statistics\n"
-    "database cannot be read (the reason is printed).\n";
-
 struct Totals {
     int steps = 0;
     double metres = 0.0;
@@ -51,8 +34,19 @@ void printRow(const char* label, const QString& start, const QString& end, const
                 qPrintable(end), t.steps, t.metres / 1000.0, t.calories, t.seconds / 60.0);
 }
 
+const CliParser::Help kHelp{
+    "history", "[OPTIONS] [DAY]",
+    "Prints the laps started on DAY (YYYY-MM-DD, today by default): for each lap its\n"
+    "start and end time ('open' while counting, 'by hand' for a correction entered by\n"
+    "hand, whose steps may be negative), steps, distance in km, calories in kcal and\n"
+    "minutes of activity, then the day's totals. A lap started at exactly midnight\n"
+    "belongs to the day before as well. The databases are opened read-only and never\n"
+    "changed.",
+    "0 on success, 2 on a bad option or date, 1 when the statistics\n"
+    "database cannot be read (the reason is printed)."};
+
 int runHistory(const QStringList& args) {
-    CliParser parser("history", kHelp);
+    CliParser parser(kHelp);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus)) return exitStatus;
     const QStringList positional = parser.positionalArguments();

@@ -12,23 +12,17 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli import FILE [OPTIONS]\n"
-    "\n"
+const CliParser::Help kHelp{
+    "import", "FILE [OPTIONS]",
     "Adds the days, laps or minutes in FILE (as written by 'pedometer-cli export') to the\n"
     "database, creating it in a new data folder. Laps the database already has (by their\n"
     "start) and, for a file of days, days that already have laps are skipped, so importing\n"
-    "a file twice adds nothing. A bad line is reported and nothing of the file is stored.\n"
-    "\n"
-    "Options:\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad argument, 1 when the file or the database\n"
-    "cannot be used (the reason is printed).\n";
+    "a file twice adds nothing. A bad line is reported and nothing of the file is stored.",
+    "0 on success, 2 on a bad argument, 1 when the file or the database\n"
+    "cannot be used (the reason is printed)."};
 
 int runImport(const QStringList& args) {
-    CliParser parser("import", kHelp);
+    CliParser parser(kHelp);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     // Importing writes: a running app on the same folder must not be writing too.

@@ -1,6 +1,5 @@
 // pedometer-cli replay: a recording through the whole counting pipeline into the
 // database, on a virtual clock (as fast as the machine allows) or in real time.
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
@@ -8,7 +7,7 @@
 #include <cstdio>
 
 #include "AccelerometerSource.h"
-#include "AppPaths.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CliStorage.h"
 #include "Clock.h"
@@ -52,19 +51,45 @@ void playInRealTime(CsvReplaySource* source) {
     QCoreApplication::exec();
 }
 
+// Prints the lap as the database holds it, read back: the unfinished last interval is
+// not part of it. Fails when anything of the recording was not stored.
+int printStoredLap(int lapId) {
+    PedometerDBManager& db = PedometerDBManager::GetInstance();
+    const DatabaseStatus status = db.StatisticsStatus();
+    if (lapId < 0 || !status.usable() || !status.lastFailure.isEmpty()) {
+        return fail(QStringLiteral("the recording was not saved completely: %1")
+                        .arg(status.error.isEmpty() ? status.lastFailure : status.error));
+    }
+    const std::unique_ptr<DAOLap> stored = db.GetLap(lapId);
+    if (!stored) return fail(QStringLiteral("the lap was not stored"));
+    db.GetSecondsForLap(*stored);
+    int steps = 0;
+    double distance = 0.0;
+    double calories = 0.0;
+    int minutes = 0;
+    for (const auto& m : stored->minutes) {
+        steps += m->steps;
+        distance += m->distance;
+        calories += m->calories;
+        if (m->secondsCompleted > 0) ++minutes;
+    }
+    std::printf("lap=%d steps=%d distance_m=%.2f calories=%.2f minutes=%d intervals=%zu\n", lapId,
+                steps, distance, calories, minutes, stored->seconds.size());
+    return 0;
+}
+
+const CliParser::Help kHelp{
+    "replay", "[OPTIONS] FILE",
+    "Replays an accelerometer recording (CSV) through the counting pipeline into the\n"
+    "database, as if the phone had counted it live, and prints the stored lap:\n"
+    "  lap=ID steps=N distance_m=D calories=C minutes=M intervals=K\n"
+    "By default the recording runs on a virtual clock as fast as possible; the\n"
+    "steps of an unfinished final five-second interval are not stored.",
+    "0 on success, 2 on a bad argument or when the recording cannot be replayed or\n"
+    "stored, 1 when another process writes to the data folder."};
+
 int runReplay(const QStringList& args) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Replays an accelerometer recording through the counting pipeline into the\n"
-                       "database, as if the phone had counted it live, and prints the stored lap:\n"
-                       "  lap=ID steps=N distance_m=D calories=C minutes=M intervals=K\n"
-                       "By default the recording runs on a virtual clock as fast as possible; the\n"
-                       "steps of an unfinished final five-second interval are not stored."));
-    parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("the recording (CSV)"));
-    QCommandLineOption dataDir(QStringLiteral("data-dir"),
-                               QStringLiteral("data folder holding the databases"),
-                               QStringLiteral("DIR"));
+    CliParser parser(kHelp);
     QCommandLineOption start(QStringLiteral("start"),
                              QStringLiteral("local time counting starts at (default: now)"),
                              QStringLiteral("YYYY-MM-DD HH:MM:SS"));
@@ -74,14 +99,10 @@ int runReplay(const QStringList& args) {
                                 QStringLiteral("step detector: classic or adaptive (default: the "
                                                "\"detector\" setting, else adaptive)"),
                                 QStringLiteral("D"));
-    parser.addOptions({dataDir, start, realtime, detector});
-    if (!parser.parse(QStringList{QStringLiteral("replay")} + args))
-        return fail(parser.errorText());
-    if (parser.isSet(QStringLiteral("help"))) {
-        std::printf("%s", qPrintable(parser.helpText()));
-        return 0;
-    }
-    if (parser.positionalArguments().size() != 1) return fail(QStringLiteral("give one FILE"));
+    parser.addOptions({start, realtime, detector});
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus)) return exitStatus;
+    if (parser.positionalArguments().size() != 1) return parser.Fail(2, QStringLiteral("give one FILE"));
     const QString file = parser.positionalArguments().first();
 
     QDateTime startTime = Clock::Now();
@@ -93,15 +114,9 @@ int runReplay(const QStringList& args) {
                 QStringLiteral("--start '%1' is not YYYY-MM-DD HH:MM:SS").arg(parser.value(start)));
         }
     }
-    if (parser.isSet(detector)) {
-        DetectorKind kind = DetectorKind::Classic;
-        if (!StepDetectorFactory::Parse(parser.value(detector), &kind)) {
-            return fail(QStringLiteral("--detector must be classic or adaptive, not '%1'")
-                            .arg(parser.value(detector)));
-        }
-        StepDetectorFactory::SetChoice(kind);
-    }
-    if (parser.isSet(dataDir)) AppPaths::SetHome(parser.value(dataDir));
+    DetectorKind kind = DetectorKind::Classic;
+    if (!parser.ReadDetector(detector, &kind)) return 2;
+    if (parser.isSet(detector)) StepDetectorFactory::SetChoice(kind);
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("replay");
     if (!lock) return 1;
 
@@ -136,30 +151,7 @@ int runReplay(const QStringList& args) {
     manager.GetUpdaterThread()->WaitUntilIdle();
     if (VirtualTime::IsEnabled()) VirtualTime::Disable();
 
-    // What the database holds, read back: the unfinished last interval is not part of it.
-    const int lapId = manager.GetCurrentLap()->id;
-    const DatabaseStatus status = db.StatisticsStatus();
-    if (lapId < 0 || !status.usable() || !status.lastFailure.isEmpty()) {
-        return fail(QStringLiteral("the recording was not saved completely: %1")
-                        .arg(status.error.isEmpty() ? status.lastFailure : status.error));
-    }
-    const std::unique_ptr<DAOLap> stored = db.GetLap(lapId);
-    if (!stored) return fail(QStringLiteral("the lap was not stored"));
-    db.GetSecondsForLap(*stored);
-    int steps = 0;
-    double distance = 0.0;
-    double calories = 0.0;
-    int minutes = 0;
-    for (const auto& m : stored->minutes) {
-        steps += m->steps;
-        distance += m->distance;
-        calories += m->calories;
-        if (m->secondsCompleted > 0) ++minutes;
-    }
-    const std::size_t intervals = stored->seconds.size();
-    std::printf("lap=%d steps=%d distance_m=%.2f calories=%.2f minutes=%d intervals=%zu\n", lapId,
-                steps, distance, calories, minutes, intervals);
-    return 0;
+    return printStoredLap(manager.GetCurrentLap()->id);
 }
 
 }  // namespace

@@ -9,19 +9,18 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli restore FILE [OPTIONS]\n"
-    "\n"
+const CliParser::Help kHelp{
+    "restore", "FILE [OPTIONS]",
     "Replaces the databases in the data folder with those in FILE, made by 'backup'.\n"
     "A file that is not such a backup, or whose databases are damaged, come from a newer\n"
     "version or hold anything the app does not make itself (triggers, views, other\n"
     "tables or columns), is refused and nothing changes. Both databases are prepared\n"
     "completely first, then switched in one step that is finished at the next start if\n"
     "it is interrupted. The current databases are moved into a folder aside-DATE-TIME in\n"
-    "the data folder, never overwritten. Close the app first.\n";
+    "the data folder, never overwritten. Close the app first."};
 
 int runRestore(const QStringList& args) {
-    CliParser parser("restore", kHelp, CliParser::kPlainFooter);
+    CliParser parser(kHelp);
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 1)) return exitStatus;
     // The databases are moved aside: never under a running app that has them open.

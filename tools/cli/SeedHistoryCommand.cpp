@@ -11,9 +11,8 @@
 
 namespace {
 
-const char kHelp[] =
-    "Usage: pedometer-cli seed-history --years N [OPTIONS]\n"
-    "\n"
+const CliParser::Help kHelp{
+    "seed-history", "--years N [OPTIONS]",
     "Fills the data folder with made-up but plausible history for trying out the\n"
     "history screens: the N years up to now, shaped like a person's weeks (walks to\n"
     "and from work, lunch walks, evening runs; long walks on weekends; some idle days,\n"
@@ -24,41 +23,31 @@ const char kHelp[] =
     "it. The same seed, body profile and moment give the same history.\n"
     "\n"
     "A folder that already holds laps is refused, so recorded history is never mixed\n"
-    "with made-up history. Missing databases are created from the seeds.\n"
-    "\n"
-    "Options:\n"
-    "  --years N         years of history, 0 to 100 (0: today only)\n"
-    "  --seed S          random seed, a whole number (default 1)\n"
-    "%s"
-    "  -h, --help        show this help\n"
-    "\n"
-    "Exit status: 0 on success, 2 on a bad option or a folder with history, 1 when the\n"
-    "statistics database cannot be used (the reason is printed).\n";
+    "with made-up history. Missing databases are created from the seeds.",
+    "0 on success, 2 on a bad option or a folder with history, 1 when the\n"
+    "statistics database cannot be used (the reason is printed)."};
 
 int runSeedHistory(const QStringList& args) {
-    CliParser parser("seed-history", kHelp);
-    const QCommandLineOption years(QStringLiteral("years"), QString(), QStringLiteral("N"));
-    const QCommandLineOption seed(QStringLiteral("seed"), QString(), QStringLiteral("S"),
-                                  QStringLiteral("1"));
+    CliParser parser(kHelp);
+    const QCommandLineOption years(QStringLiteral("years"),
+                                   QStringLiteral("years of history, 0 to 100 (0: today only)"),
+                                   QStringLiteral("N"));
+    const QCommandLineOption seed(QStringLiteral("seed"),
+                                  QStringLiteral("random seed, a whole number (default 1)"),
+                                  QStringLiteral("S"), QStringLiteral("1"));
     parser.addOptions({years, seed});
     int exitStatus = 0;
     if (!parser.Parse(args, &exitStatus, 0)) return exitStatus;
     bool yearsOk = false;
     const int yearCount = parser.value(years).toInt(&yearsOk);
     if (!parser.isSet(years) || !yearsOk || yearCount < 0 || yearCount > 100) {
-        std::fprintf(stderr,
-                     "pedometer-cli seed-history: --years needs a whole number from 0 "
-                     "to 100\n");
-        return 2;
+        return parser.Fail(2, QStringLiteral("--years needs a whole number from 0 to 100"));
     }
     bool seedOk = false;
     const uint seedValue = parser.value(seed).toUInt(&seedOk);
     if (!seedOk) {
-        std::fprintf(stderr,
-                     "pedometer-cli seed-history: --seed needs a whole number >= 0, not "
-                     "'%s'\n",
-                     qPrintable(parser.value(seed)));
-        return 2;
+        return parser.Fail(
+            2, QStringLiteral("--seed needs a whole number >= 0, not '%1'").arg(parser.value(seed)));
     }
     const std::unique_ptr<DataFolderLock> lock = CliStorage::LockDataFolder("seed-history");
     if (!lock) return 1;

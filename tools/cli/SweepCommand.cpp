@@ -10,24 +10,11 @@
 #include "AccelerationCsvReader.h"
 #include "AccelerometerListener.h"
 #include "AdaptiveStepDetector.h"
+#include "CliParser.h"
 #include "CliRegistry.h"
 #include "CsvReplaySource.h"
 
 namespace {
-
-const char kHelp[] =
-    "Usage: pedometer-cli sweep [--rate HZ] FILE... < SETS\n"
-    "\n"
-    "Counts the steps of each recording with the adaptive detector once per parameter\n"
-    "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
-    "given keep their defaults:\n"
-    "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
-    "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
-    "  baseline (running-mean weight), rise (weight of the newest rise),\n"
-    "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
-    "For each set one line is printed: the counts of the files in the order given,\n"
-    "separated by blanks. A set that cannot be read prints 'error: ...' instead.\n"
-    "--rate HZ counts the recordings as a sensor sampling at HZ would have given them.\n";
 
 struct Sample {
     float x, y, z;
@@ -84,23 +71,32 @@ bool readSet(const QString& line, AdaptiveStepDetector::Parameters& p, QString& 
     return true;
 }
 
+const CliParser::Help kHelp{
+    "sweep", "[--rate HZ] FILE... < SETS",
+    "Counts the steps of each recording with the adaptive detector once per parameter\n"
+    "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
+    "given keep their defaults:\n"
+    "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
+    "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
+    "  baseline (running-mean weight), rise (weight of the newest rise),\n"
+    "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
+    "For each set one line is printed: the counts of the files in the order given,\n"
+    "separated by blanks. A set that cannot be read prints 'error: ...' instead.",
+    "0 on success, 2 on a bad option or a recording that cannot be read.", false};
+
 int runSweep(const QStringList& args) {
-    if (args.isEmpty() || args.contains(QStringLiteral("--help")) ||
-        args.contains(QStringLiteral("-h"))) {
-        std::fputs(kHelp, args.isEmpty() ? stderr : stdout);
-        return args.isEmpty() ? 2 : 0;
-    }
-    QStringList files = args;
+    CliParser parser(kHelp);
+    const QCommandLineOption rateOption(
+        QStringLiteral("rate"),
+        QStringLiteral("count the recordings as a sensor sampling at HZ would have given them"),
+        QStringLiteral("HZ"));
+    parser.addOption(rateOption);
+    int exitStatus = 0;
+    if (!parser.Parse(args, &exitStatus)) return exitStatus;
     double rate = 0.0;
-    if (files.size() >= 2 && files.first() == QLatin1String("--rate")) {
-        bool ok = false;
-        rate = files[1].toDouble(&ok);
-        if (!ok || !(rate > 0.0)) {
-            std::fprintf(stderr, "pedometer-cli sweep: --rate needs a number above 0\n");
-            return 2;
-        }
-        files.remove(0, 2);
-    }
+    if (!parser.ReadPositive(rateOption, &rate)) return 2;
+    const QStringList files = parser.positionalArguments();
+    if (files.isEmpty()) return parser.Fail(2, QStringLiteral("no recording given"));
     std::vector<std::vector<Sample>> recordings;
     for (const QString& file : files) {
         auto recording = std::make_shared<AccelerationRecording>();
