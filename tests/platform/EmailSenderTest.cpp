@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "FakeMailProgram.h"
+#include "TestData.h"
 
 namespace {
 
@@ -34,20 +35,10 @@ protected:
 
 TEST_F(EmailSenderTest, XdgEmailGetsSubjectBodyAttachmentAndAddressAsSeparateArguments) {
     if (EmailSender::InSandbox()) GTEST_SKIP() << "sandboxed: the portal is used";
-    const struct {
-        EmailMessage message;
-        QStringList arguments;
-    } cases[] = {
-        {{"a@b.org", "Hi; $(rm -rf x)", "Line 1\nLine 2", ""},
-         {"--subject", "Hi; $(rm -rf x)", "--body", "Line 1\nLine 2", "a@b.org"}},
-        {{"a@b.org", "Export", "Attached ", "/tmp/my export.csv"},
-         {"--subject", "Export", "--body", "Attached ", "--attach", "/tmp/my export.csv",
-          "a@b.org"}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.message.subject.toStdString());
-        EXPECT_EQ(SendAndWait(c.message), 1);
-        EXPECT_EQ(mail.Arguments(), c.arguments);
+    for (const QByteArrayList& c : testdata::Table("mail-arguments.tsv")) {
+        SCOPED_TRACE(c[1].toStdString());
+        EXPECT_EQ(SendAndWait({c[0], c[1], c[2], c[3]}), 1);
+        EXPECT_EQ(mail.Arguments(), QString::fromUtf8(c[4]).split('|'));
     }
 }
 

@@ -44,17 +44,13 @@ struct Provider {
     QByteArray client;  // how the application names itself while signing in (a pattern)
 };
 
-const Provider kProviders[] = {
-    {"twitter", "/oauth/authorize", "/oauth/access_token", "/2/users/me", "/2/tweets",
-     "oauth_token=TOKEN-T&oauth_token_secret=SECRET-T", "TOKEN-T",
-     R"(oauth_consumer_key="Zq7RtLm2WxP9sKd4VbN3c")"},
-    {"facebook", "/v19.0/dialog/oauth", "/v19.0/oauth/access_token", "/v19.0/me", "/v19.0/me/feed",
-     R"({"access_token":"TOKEN-F","token_type":"bearer"})", "TOKEN-F",
-     "client_id=987650123498765"},
-    {"mastodon", "/oauth/authorize", "/oauth/token", "/api/v1/accounts/verify_credentials",
-     "/api/v1/statuses", R"({"access_token":"TOKEN-M","token_type":"Bearer"})", "TOKEN-M",
-     "client_id=cid&.*scope=read:accounts%20write:statuses"},
-};
+// The three networks as tests/data/sns-providers.tsv plays them.
+QList<Provider> Providers() {
+    QList<Provider> all;
+    for (const QByteArrayList& c : testdata::Table("sns-providers.tsv"))
+        all << Provider{QString::fromUtf8(c[0]), c[1], c[2], c[3], c[4], c[5], c[6], c[7]};
+    return all;
+}
 
 // A fresh profile, a provider played on 127.0.0.1 and a browser that approves at once.
 struct World {
@@ -94,7 +90,7 @@ struct World {
 }  // namespace
 
 TEST(SnsGatewayTest, EveryProviderSignsInKeepsTheTokenPrivateAndPosts) {
-    for (const Provider& p : kProviders) {
+    for (const Provider& p : Providers()) {
         SCOPED_TRACE(p.name.toStdString());
         World world(p);
         SnsGateway& g = world.gateway;
@@ -146,7 +142,7 @@ TEST(SnsGatewayTest, EveryProviderSignsInKeepsTheTokenPrivateAndPosts) {
 // user can read, and the flow ends: nothing hangs, nothing crashes.
 TEST(SnsGatewayTest, FailuresReachTheListenerAsReadableMessages) {
     for (const QByteArrayList& c : testdata::Table("sns-failures.tsv")) {
-        const Provider& p = kProviders[c[0].toInt()];
+        const Provider p = Providers().at(c[0].toInt());
         SCOPED_TRACE(c.join(' ').toStdString());
         World world(p);
         world.server.refuse = c[1].isEmpty();
@@ -160,7 +156,7 @@ TEST(SnsGatewayTest, FailuresReachTheListenerAsReadableMessages) {
 }
 
 TEST(SnsGatewayTest, UnreachableProviderAndSignedOutUserAreToldWhy) {
-    World world(kProviders[1]);
+    World world(Providers()[1]);
     world.server.close();
     world.gateway.AddAuthResult("facebook", {"old", "Bearer"});
     world.gateway.UpdateMyStatusText("facebook", "hi");
@@ -171,7 +167,7 @@ TEST(SnsGatewayTest, UnreachableProviderAndSignedOutUserAreToldWhy) {
 }
 
 TEST(SnsGatewayTest, AnswersAfterTheListenerIsClearedAreDropped) {
-    World world(kProviders[2]);
+    World world(Providers()[2]);
     SnsGateway& g = world.gateway;
     EXPECT_EQ(g.Providers(), QStringList({"twitter", "facebook", "mastodon"}));
     g.AddAuthResult("mastodon", {"old", "Bearer"});
@@ -197,7 +193,7 @@ TEST(SnsGatewayTest, AnswersAfterTheListenerIsClearedAreDropped) {
 
 TEST(SnsGatewayTest, SignInEndsWhenTheBrowserFailsOrTheUserNeverReturns) {
     for (const bool opens : {false, true}) {
-        World world(kProviders[1]);
+        World world(Providers()[1]);
         SnsEndpoints e = SnsEndpoints::Facebook().Rebased(world.server.Base());
         e.signInTimeoutMs = 200;
         world.gateway.SetEndpoints("facebook", e);
@@ -209,13 +205,12 @@ TEST(SnsGatewayTest, SignInEndsWhenTheBrowserFailsOrTheUserNeverReturns) {
 }
 
 TEST(SnsGatewayTest, InstanceAddressesAndBaseOverridesBecomeEndpoints) {
-    const std::pair<QString, QString> instances[] = {
-        {"mastodon.social", "https://mastodon.social/api/v1/statuses"},
-        {" http://127.0.0.1:8080/ ", "http://127.0.0.1:8080/api/v1/statuses"},
-        {"", ""}, {"ftp://example.org", ""}, {"https://", ""}, {"exa mple.org", ""},
-    };
-    for (const auto& [typed, post] : instances)
-        EXPECT_EQ(SnsEndpoints::Mastodon(typed).post.toString(), post) << typed.toStdString();
+    for (const QByteArrayList& c : testdata::Table("mastodon-instances.tsv")) {
+        EXPECT_EQ(SnsEndpoints::Mastodon(QString::fromUtf8(c[0])).post.toString(),
+                  QString::fromUtf8(c.value(1)))
+            << c[0].toStdString();
+    }
+    EXPECT_EQ(SnsEndpoints::Mastodon("").post.toString(), "");
     qputenv("PEDOMETER_SNS_TWITTER_BASE", "http://127.0.0.1:9");
     const SnsEndpoints twitter = SnsEndpoints::Twitter();
     qunsetenv("PEDOMETER_SNS_TWITTER_BASE");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QMap>
 #include <cmath>
 #include <memory>
 
@@ -128,33 +129,24 @@ TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
 // step lists have fixed sizes) and reported, so the tuning tool can reject the set.
 TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported) {
     using P = AdaptiveStepDetector::Parameters;
-    const struct {
-        void (*spoil)(P&);
-        int (*read)(const P&);
-        int expected;
-    } cases[] = {
-        {[](P& p) { p.smoothingSamples = 40; }, [](const P& p) { return p.smoothingSamples; }, 16},
-        {[](P& p) { p.smoothingSamples = 0; }, [](const P& p) { return p.smoothingSamples; }, 1},
-        {[](P& p) { p.confirmSteps = 0; }, [](const P& p) { return p.confirmSteps; }, 1},
-        {[](P& p) { p.confirmSteps = 9; }, [](const P& p) { return p.confirmSteps; }, 8},
-        {[](P& p) { p.maxMergeSamples = 30; }, [](const P& p) { return p.maxMergeSamples; }, 16},
-        {[](P& p) { p.relativeThreshold = -1; },
-         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 0},
-        {[](P& p) { p.relativeThreshold = NAN; },
-         [](const P& p) { return static_cast<int>(p.relativeThreshold * 10); }, 3},
-        {[](P& p) { p.mergeShare = 2; },
-         [](const P& p) { return static_cast<int>(p.mergeShare * 10); }, 10},
-        {[](P& p) { p.noiseFloor = NAN; },
-         [](const P& p) { return static_cast<int>(p.noiseFloor * 100); }, 10},
-    };
+    const QMap<QByteArray, int P::*> counts{{"smoothingSamples", &P::smoothingSamples},
+                                            {"confirmSteps", &P::confirmSteps},
+                                            {"maxMergeSamples", &P::maxMergeSamples}};
+    const QMap<QByteArray, float P::*> shares{{"relativeThreshold", &P::relativeThreshold},
+                                              {"mergeShare", &P::mergeShare},
+                                              {"noiseFloor", &P::noiseFloor}};
     P defaults;
     EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));
-    int row = 0;
-    for (const auto& c : cases) {
+    for (const QByteArrayList& c : testdata::Table("adaptive-clamps.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         P p;
-        c.spoil(p);
-        EXPECT_FALSE(AdaptiveStepDetector::Sanitise(p)) << "row " << row;
-        EXPECT_EQ(c.read(p), c.expected) << "row " << row++;
+        if (counts.contains(c[0]))
+            p.*counts[c[0]] = c[1].toInt();
+        else
+            p.*shares[c[0]] = c[1] == "nan" ? NAN : c[1].toFloat();
+        EXPECT_FALSE(AdaptiveStepDetector::Sanitise(p));
+        EXPECT_FLOAT_EQ(counts.contains(c[0]) ? float(p.*counts[c[0]]) : p.*shares[c[0]],
+                        c[2].toFloat());
     }
 }
 

@@ -70,12 +70,12 @@ bool Feed(int fd, const QByteArray& bytes) {
 // Each driver's tree, polled and buffered: the values, the matrix, the rate chosen for the
 // way it is read, the trigger and the buffer's one-second watermark.
 TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
-    const char* polledRates[] = {"50", "238", "200", "62.5", "0"};
-    const char* bufferedRates[] = {"20", "50", "25", "15.62", "0"};
-    const char* watermarks[] = {"20", "50", "25", "16", "50"};
+    const QList<QByteArrayList> rates = testdata::Table("iio-driver-rates.tsv");
     for (std::size_t i = 0; i < FakeIioDevice::Shapes().size(); ++i) {
         const FakeIioDevice::Shape& shape = FakeIioDevice::Shapes()[i];
         SCOPED_TRACE(shape.driver);
+        const QByteArrayList rate = rates.value(qsizetype(i));
+        ASSERT_EQ(rate.value(0), shape.driver);
         const auto dir = testdata::MakeTempDir();
         const FakeIioDevice device(dir->path(), shape, 3);
         const AccelerationSample chip{0.1f, -0.05f, 1.0f};
@@ -87,7 +87,7 @@ TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
             ASSERT_TRUE(log->WaitFor(1));
             polled.Stop();
             ExpectNear(log->Samples()[0], Expected(shape));
-            EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), atof(polledRates[i]));
+            EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), rate[1].toDouble());
         }
         const int feed = device.OpenFeed();
         ASSERT_GE(feed, 0);
@@ -102,8 +102,8 @@ TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
         ASSERT_TRUE(log->WaitFor(2));
         EXPECT_TRUE(buffered.IsBuffered());
         EXPECT_EQ(device.Read("buffer/enable"), "1");
-        EXPECT_EQ(device.Read("buffer/watermark"), watermarks[i]);
-        EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), atof(bufferedRates[i]));
+        EXPECT_EQ(device.Read("buffer/watermark"), rate[3]);
+        EXPECT_EQ(device.Read(shape.rateAttribute).toDouble(), rate[2].toDouble());
         if (*shape.trigger != 0) {
             EXPECT_EQ(device.Read("trigger/current_trigger"),
                       QString::fromLatin1(shape.trigger).replace("%1", "3").toLatin1());
@@ -322,13 +322,10 @@ TEST(IioAccelerometerSourceTest, HardwareStepCounterAddsDifferences) {
     QFile enabled(device + "/in_steps_en");
     ASSERT_TRUE(enabled.open(QIODevice::ReadOnly));
     EXPECT_EQ(enabled.readAll().trimmed(), "1");
-    const struct {
-        const char* count;
-        int steps;
-    } reads[] = {{"1200", 0}, {"1234", 34}, {"1300", 66}, {"12", 12}, {"20", 8}, {"", -1}};
-    for (const auto& r : reads) {
-        ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input", QByteArray(r.count) + "\n"));
-        EXPECT_EQ(counter.Read(), r.steps) << r.count;
+    for (const QByteArrayList& r : testdata::Table("chip-step-counts.tsv")) {
+        ASSERT_TRUE(testdata::WriteFile(device + "/in_steps_input",
+                                        r[0] == "empty" ? QByteArray("\n") : r[0] + "\n"));
+        EXPECT_EQ(counter.Read(), r[1].toInt()) << r[0].toStdString();
     }
     // The source reads on its own thread, and at once after a resume.
     struct Steps : AccelerometerListener {

@@ -4,28 +4,21 @@
 #include "FreshProfile.h"
 #include "PedometerDBManager.h"
 #include "StepDetectorFactory.h"
+#include "TestData.h"
 
 namespace {
 
 TEST(StepDetectorFactoryTest, ChoiceOverridesThePreferenceWhichDefaultsToAdaptive) {
-    const struct {
-        const char* stored;  // null: never stored
-        bool overrideClassic;
-        DetectorKind expected;
-    } cases[] = {
-        {nullptr, false, DetectorKind::Adaptive},   {"adaptive", false, DetectorKind::Adaptive},
-        {"adaptive", true, DetectorKind::Classic},  {"classic", false, DetectorKind::Classic},
-        {"Classic", false, DetectorKind::Adaptive}, {"", false, DetectorKind::Adaptive},
-    };
-    for (const auto& c : cases) {
+    for (const QByteArrayList& c : testdata::Table("detector-choices.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         FreshProfile profile;
-        if (c.stored) {
+        if (c[0] != "none") {
             ASSERT_TRUE(PedometerDBManager::GetInstance().SetPreference(
-                QStringLiteral("detector"), QString::fromLatin1(c.stored)));
+                QStringLiteral("detector"),
+                c[0] == "empty" ? QStringLiteral("") : QString::fromLatin1(c[0])));
         }
-        if (c.overrideClassic) StepDetectorFactory::SetChoice(DetectorKind::Classic);
-        EXPECT_EQ(StepDetectorFactory::Configured(), c.expected)
-            << (c.stored ? c.stored : "(none)") << (c.overrideClassic ? " overridden" : "");
+        if (c[1] == "classic") StepDetectorFactory::SetChoice(DetectorKind::Classic);
+        EXPECT_EQ(StepDetectorFactory::Configured() == DetectorKind::Classic, c[2] == "classic");
         StepDetectorFactory::ClearChoice();
     }
 }

@@ -66,49 +66,24 @@ TEST_F(MetronomeTest, EachModeBeatsAtTheIntervalOfItsTarget) {
     EXPECT_EQ(IntervalIn(kSpeed), 450) << "a start computes it too";
 }
 
-TEST_F(MetronomeTest, OnlyIfDiffersBeatsOutsideTheBandAndIsSilentOnItsEdges) {
+// "Only if it differs" beats outside the band around the target (rate, speed or pace of each
+// five-second span, tests/data/pacer-bands.tsv) and is silent on its edges.
+TEST_F(MetronomeTest, OnlyIfDiffersBeatsOutsideTheBandOfTheTarget) {
     options.pacerDiff = true;
-    options.pacerFrequency = 120;
-    options.pacerDiffFrequency = 10;
     options.pacerType = kRate;
     metronome.Start();
-
-    metronome.SetData(24, 18.0);  // 288 steps/min
-    EXPECT_TRUE(metronome.IsRunning());
-    metronome.SetData(11, 8.0);  // 132, above 130
-    EXPECT_TRUE(metronome.IsRunning());
-    metronome.SetData(10, 7.0);  // 120, on target
-    EXPECT_FALSE(metronome.IsRunning());
-    EXPECT_EQ(metronome.GetInterval(), 0);
-    metronome.SetData(9, 7.0);  // 108, below 110
-    EXPECT_TRUE(metronome.IsRunning());
-    EXPECT_EQ(metronome.GetInterval(), 500);
-
-    options.pacerDiffFrequency = 12;  // band 108..132, both ends silent
-    metronome.SetData(11, 8.0);
-    EXPECT_FALSE(metronome.IsRunning());
-    metronome.SetData(9, 7.0);
-    EXPECT_FALSE(metronome.IsRunning());
-}
-
-TEST_F(MetronomeTest, OnlyIfDiffersComparesSpeedAndPaceOfTheSpan) {
-    options.pacerDiff = true;
-    options.pacerSpeed = 6.0;
-    options.pacerDiffSpeed = 0.5;
-    options.pacerType = kSpeed;
-    metronome.Start();
-    metronome.SetData(10, 8.0);  // 8 m in 5 s: 5.76 km/h
-    EXPECT_FALSE(metronome.IsRunning());
-    metronome.SetData(10, 7.5);  // 5.4 km/h, slower than 5.5
-    EXPECT_TRUE(metronome.IsRunning());
-
-    options.pacerPace = 10.0;
-    options.pacerDiffPace = 1.0;
-    options.pacerType = kPace;
-    metronome.SetData(10, 8.0);  // 5.76 km/h is 10.4 min/km
-    EXPECT_FALSE(metronome.IsRunning());
-    metronome.SetData(10, 0.0);  // steps but no distance: an endless pace
-    EXPECT_TRUE(metronome.IsRunning());
+    for (const QByteArrayList& c : testdata::Table("pacer-bands.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const double target = c[1].toDouble(), band = c[2].toDouble();
+        options.pacerType = c[0].toInt();
+        options.pacerFrequency = int(target);
+        options.pacerDiffFrequency = int(band);
+        options.pacerSpeed = options.pacerPace = target;
+        options.pacerDiffSpeed = options.pacerDiffPace = band;
+        metronome.SetData(c[3].toInt(), c[4].toDouble());
+        EXPECT_EQ(metronome.IsRunning(), c[5] == "1");
+        if (c.size() > 6) EXPECT_EQ(metronome.GetInterval(), c[6].toInt());
+    }
 }
 
 TEST_F(MetronomeTest, StandingStillSilencesThePacerWhenSoSet) {

@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include "AppPaths.h"
+#include "TestData.h"
 
 namespace {
 
@@ -68,22 +69,10 @@ TEST(SoundEffectPlayerTest, AMissingClipIsAnErrorSaidOnceAndNeverPlays) {
 
 // The shipped clips: 44.1 kHz 16-bit mono PCM, short where they must be short, and
 // clean at the edges (no click on start or stop) and below full scale (no clipping).
-struct ClipLimits {
-    const char* name;
-    int minMs;
-    int maxMs;
-};
-
 TEST(SoundEffectPlayerTest, ShippedClipsAreShortCleanMonoPcm) {
-    const ClipLimits clips[] = {
-        {"click.wav", 10, 40},
-        {"tick.wav", 20, 100},
-        {"Pop1.wav", 30, 119},
-        {"stopwatch.wav", 9000, 11000},
-    };
-    for (const ClipLimits& clip : clips) {
-        SCOPED_TRACE(clip.name);
-        QFile file(AppPaths::ResFile(QStringLiteral("sounds/") + QLatin1String(clip.name)));
+    for (const QByteArrayList& clip : testdata::Table("clip-lengths.tsv")) {
+        SCOPED_TRACE(clip[0].toStdString());
+        QFile file(AppPaths::ResFile(QStringLiteral("sounds/") + QString::fromUtf8(clip[0])));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray wav = file.readAll();
         ASSERT_GT(wav.size(), 44);
@@ -100,8 +89,8 @@ TEST(SoundEffectPlayerTest, ShippedClipsAreShortCleanMonoPcm) {
 
         const int frames = dataBytes / 2;
         const int ms = frames * 1000 / 44100;
-        EXPECT_GE(ms, clip.minMs);
-        EXPECT_LE(ms, clip.maxMs);
+        EXPECT_GE(ms, clip[1].toInt());
+        EXPECT_LE(ms, clip[2].toInt());
         auto sample = [&](int i) { return qFromLittleEndian<qint16>(bytes + 44 + 2 * i); };
         EXPECT_EQ(sample(0), 0);
         EXPECT_EQ(sample(frames - 1), 0);

@@ -1,4 +1,5 @@
 #include "Converter.h"
+#include "TestData.h"
 
 #include <gtest/gtest.h>
 
@@ -24,10 +25,8 @@ TEST(ConverterTest, AverageSpeed) {
 }
 
 TEST(ConverterTest, TimeStringKeepsMinutesUnfolded) {
-    const std::pair<int, const char*> cases[] = {{0, "00:00"},    {65, "01:05"}, {600, "10:00"},
-                                                 {7500, "125:00"}, {599, "09:59"}, {69, "01:09"},
-                                                 {70, "01:10"}};
-    for (const auto& [seconds, text] : cases) EXPECT_EQ(Converter::GetTimeStringN(seconds), text);
+    for (const QByteArrayList& c : testdata::Table("time-strings.tsv"))
+        EXPECT_EQ(Converter::GetTimeStringN(c[0].toInt()), QString::fromUtf8(c[1]));
 }
 
 TEST(ConverterTest, LocalStringHasExactFractionDigitsAndLocaleSeparators) {

@@ -5,10 +5,12 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
 
+#include "../storage/StorageTestSupport.h"
 #include "AccelerometerSource.h"
 #include "AppPaths.h"
 #include "Body.h"
@@ -23,6 +25,7 @@
 #include "QuorPedometer.h"
 #include "SoundsManager.h"
 #include "Sygnal.h"
+#include "TestData.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
 
@@ -56,10 +59,11 @@ protected:
     void SetUp() override { ASSERT_TRUE(profile.IsValid()); }
     void TearDown() override { manager.reset(); }
 
-    StatisticsManager& makeManager() {
+    StatisticsManager& makeManager(std::function<void(int, const DAOLapSeconds&)> observer = {}) {
         manager = std::make_unique<StatisticsManager>();
         manager->UseSensorSource(nullptr);
         manager->mainForm = &form;
+        if (observer) manager->SetIntervalObserver(std::move(observer));
         manager->Initialize();
         return *manager;
     }
@@ -89,11 +93,8 @@ TEST_F(StatisticsManagerTest, AnIntervalNeedsFiveTicksOfCountingTime) {
     std::vector<int> observed;  // the steps of each stored interval, as the observer hears
     PedometerOptions::GetInstance().sygnalCalories = 1000;
     PedometerOptions::GetInstance().sygnalType = 4;  // calories, running
-    manager = std::make_unique<StatisticsManager>();
-    manager->UseSensorSource(nullptr);
-    manager->SetIntervalObserver([&](int, const DAOLapSeconds& s) { observed.push_back(s.steps); });
-    manager->Initialize();
-    StatisticsManager& m = *manager;
+    StatisticsManager& m =
+        makeManager([&](int, const DAOLapSeconds& s) { observed.push_back(s.steps); });
     m.start();
     m.addStep(1);
     advanceSeconds(4);
@@ -187,7 +188,6 @@ TEST_F(StatisticsManagerTest, FirstMinuteAndTwelfthHandOver) {
     ASSERT_EQ(minutes.size(), 1u);
     EXPECT_EQ(minutes[0].lapMinute, 1);
     EXPECT_EQ(minutes[0].secondsCompleted, 5);
-    EXPECT_EQ(storedSeconds().at(0).currentSecond, 5);
     EXPECT_EQ(storedSeconds().at(0).steps, 2);
     EXPECT_NEAR(storedSeconds().at(0).distance, Body::GetInstance().getRunStepSize(), 1e-9);
 
@@ -270,10 +270,7 @@ TEST_F(StatisticsManagerTest, RestartResumesTodaysLapAndANewDayStartsAfresh) {
 // a new lap instead of adding minutes to it.
 TEST_F(StatisticsManagerTest, AClosedLapOfTodayIsNeverResumed) {
     std::vector<std::unique_ptr<DAOLap>> laps;
-    laps.push_back(std::make_unique<DAOLap>());
-    laps[0]->startDate = Clock::Now().addSecs(-3600);
-    laps[0]->endDate = laps[0]->startDate.addSecs(600);
-    laps[0]->techDate = laps[0]->startDate.date().startOfDay();
+    laps.push_back(storagetest::MakeLap(Clock::Now().addSecs(-3600), 10));
     PedometerDBManager& db = PedometerDBManager::GetInstance();
     ASSERT_TRUE(db.ImportHistory(laps, {}));
     const int closed = db.GetTodayLastLap()->id;
@@ -326,33 +323,30 @@ TEST_F(StatisticsManagerTest, AlarmsCompleteOnTheSlotThatReachesTheirGoal) {
     options.sygnalActivity = 5;    // minutes
     options.sygnalSteps = 30;
     FakeSounds sounds;
-    const struct {
-        int running, completed, slots;
-        double kcal, metres;
-    } cases[] = {{4, 8, 5, 2.0, 1.0},
-                 {5, 7, 4, 0.0, 250.0},
-                 {6, 9, 60, 0.0, 1.0},
-                 {Sygnal::STEPS_RUNNING, Sygnal::STEPS_COMPLETED, 3, 0.0, 1.0}};
-    for (const auto& c : cases) {
+    int alarm = 0;
+    for (const QByteArrayList& row : testdata::Table("alarm-goals.tsv")) {
+        const int running = row[0].toInt(), completed = row[1].toInt(), slots = row[2].toInt();
+        const double kcal = row[3].toDouble(), metres = row[4].toDouble();
+        SCOPED_TRACE(row.join(' ').toStdString());
         db.ClearSygnals();
-        options.sygnalType = c.running;
+        options.sygnalType = running;
         int completions = 0;
-        for (int i = 1; i < c.slots; ++i) completions += Sygnal::AddValues(c.kcal, 5, c.metres, 10);
-        EXPECT_EQ(options.sygnalType.load(), c.running);
-        completions += Sygnal::AddValues(c.kcal, 5, c.metres, 10);
-        EXPECT_EQ(options.sygnalType.load(), c.completed);
+        for (int i = 1; i < slots; ++i) completions += Sygnal::AddValues(kcal, 5, metres, 10);
+        EXPECT_EQ(options.sygnalType.load(), running);
+        completions += Sygnal::AddValues(kcal, 5, metres, 10);
+        EXPECT_EQ(options.sygnalType.load(), completed);
         EXPECT_EQ(completions, 1);
         QCoreApplication::processEvents();
-        EXPECT_EQ(sounds.Plays(QStringLiteral("stopwatch.wav")), int(&c - cases) + 1);
-        Sygnal::AddValues(c.kcal, 5, c.metres);
+        EXPECT_EQ(sounds.Plays(QStringLiteral("stopwatch.wav")), ++alarm);
+        Sygnal::AddValues(kcal, 5, metres);
         const DAOSygnal progress = db.GetTodaySygnal();
-        EXPECT_EQ(progress.activityTime, c.slots * 5);
-        EXPECT_DOUBLE_EQ(progress.calories, c.slots * c.kcal);
-        EXPECT_NEAR(progress.distance, c.slots * c.metres / 1000, 1e-9);
-        EXPECT_EQ(progress.steps, c.slots * 10);
+        EXPECT_EQ(progress.activityTime, slots * 5);
+        EXPECT_DOUBLE_EQ(progress.calories, slots * kcal);
+        EXPECT_NEAR(progress.distance, slots * metres / 1000, 1e-9);
+        EXPECT_EQ(progress.steps, slots * 10);
         PedometerOptions reloaded;
         db.LoadOptions(reloaded);
-        EXPECT_EQ(reloaded.sygnalType.load(), c.completed);
+        EXPECT_EQ(reloaded.sygnalType.load(), completed);
     }
     db.ClearSygnals();
     options.sygnalType = 3;  // activity, stopped

@@ -25,23 +25,16 @@ QString ReadAll(const QString& path) {
 }
 
 TEST(BodyCsvExportText, IsTransposedNewestFirstWithIsoDatesUnitsAndRoundedNumbers) {
-    const std::vector<DAOBodyLog> two = {Log(QDate(2024, 3, 12), 72.0051, 90.5, 0, 100),
-                                         Log(QDate(2024, 3, 13), 0, 0, 80.25, 0)};
-    const struct {
-        const char* name;
+    for (const QByteArrayList& c : testdata::Table("body-csv-texts.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
         std::vector<DAOBodyLog> logs;
-        bool imperial;
-        QString text;
-    } cases[] = {
-        {"two days", two, false,
-         ";2024-03-13;2024-03-12;\nChest (cm);0;90.5;\nWaist (cm);80.25;0;\nHips (cm);0;100;\n"
-         "Weight (kg);0;72.005;\n"},
-        {"imperial", {Log(QDate(2024, 3, 12), 45.359237, 2.54, 0, 25.4)}, true,
-         ";2024-03-12;\nChest (in);1;\nWaist (in);0;\nHips (in);10;\nWeight (lb);100;\n"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(BodyCsvExport::Text(c.logs, c.imperial), c.text);
+        for (const QByteArray& day : c[2].split(';')) {
+            const QByteArrayList v = day.split(' ');
+            const QDate date = QDate::fromString(QString::fromLatin1(v[0]), Qt::ISODate);
+            logs.push_back(
+                Log(date, v[1].toDouble(), v[2].toDouble(), v[3].toDouble(), v[4].toDouble()));
+        }
+        EXPECT_EQ(BodyCsvExport::Text(logs, c[1] == "imperial"), QString::fromUtf8(c[3]));
     }
 }
 

@@ -9,7 +9,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
-#include <functional>
 #include <random>
 #include <set>
 #include <utility>
@@ -345,71 +344,36 @@ TEST_F(DatabaseConnectionTest, KilledWriterLosesNoCommittedInterval) {
 
 }  // namespace
 
-namespace {
-// How a data folder left by someone else looks when the app opens it.
-struct FoundState {
-    const char* what;
-    std::function<void(const QString& home, const QString& file)> prepare;
-    bool usable;
-    const char* error;
-};
-}  // namespace
-
 TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening) {
-    const FoundState states[] = {
-        {"a shared folder and a loose file",
-         [](const QString& home, const QString& file) {
-             ::chmod(QFile::encodeName(home).constData(), 01777);
-             QFile::setPermissions(file, QFileDevice::Permissions(0x6644));
-         },
-         true, ""},
-        {"first layout",
-         [](const QString&, const QString& file) {
-             Exec(QFile::encodeName(file).toStdString(),
-                  "DROP INDEX LapStartDate; DROP TABLE GoalHistory; ALTER TABLE TargetValues "
-                  "DROP COLUMN steps; ALTER TABLE SygnalValues DROP COLUMN steps; "
-                  "ALTER TABLE Lap DROP COLUMN manual; PRAGMA user_version=0;"
-                  "DROP TRIGGER LapTotalsAfterMinuteInsert; DROP TRIGGER "
-                  "LapTotalsAfterMinuteUpdate; DROP TRIGGER LapTotalsAfterMinuteDelete; "
-                  "DROP TRIGGER LapTotalsAfterLapInsert; ALTER TABLE Lap DROP COLUMN "
-                  "totalSteps; ALTER TABLE Lap DROP COLUMN totalDistance; ALTER TABLE Lap "
-                  "DROP COLUMN totalCalories; ALTER TABLE Lap DROP COLUMN totalSeconds");
-         },
-         true, ""},
-        {"newer layout",
-         [](const QString&, const QString& file) {
-             Exec(QFile::encodeName(file).toStdString(), "PRAGMA user_version=99");
-         },
-         false, "written by a newer version"},
-        {"damage inside a page",
-         [](const QString&, const QString& file) {
-             QByteArray bytes = ReadAll(file);
-             for (qsizetype i = 4096; i < 4096 + 400; ++i) bytes[i] = char(0xFF);
-             testdata::WriteFile(file, bytes);
-         },
-         false, "damaged"},
-        {"symbolic link",
-         [](const QString&, const QString& file) {
-             ASSERT_TRUE(QFile::rename(file, file + ".elsewhere"));
-             ASSERT_TRUE(QFile::link(file + ".elsewhere", file));
-         },
-         false, "symbolic link"},
-    };
-    for (const FoundState& state : states) {
-        SCOPED_TRACE(state.what);
-        AppPaths::SetHome(home_ = folder_->filePath(state.what));
+    for (const QByteArrayList& state : testdata::Table("found-databases.tsv")) {
+        SCOPED_TRACE(state[0].toStdString());
+        const bool usable = state[3] == "1";
+        AppPaths::SetHome(home_ = folder_->filePath(QString::fromUtf8(state[0])));
         manager().Reopen();
         for (int i = 0; i < 30; ++i) manager().CreateNewLap();
         manager().Reopen();
         const QString file = HomeFile("Statistics.db3");
-        state.prepare(home_, file);
+        if (state[1] == "loosen") {
+            ::chmod(QFile::encodeName(home_).constData(), 01777);
+            QFile::setPermissions(file, QFileDevice::Permissions(0x6644));
+        } else if (state[1] == "sql") {
+            Exec(QFile::encodeName(file).toStdString(), state[2].toStdString());
+        } else if (state[1] == "scribble") {
+            QByteArray bytes = ReadAll(file);
+            for (qsizetype i = 4096; i < 4096 + 400; ++i) bytes[i] = char(0xFF);
+            ASSERT_TRUE(testdata::WriteFile(file, bytes));
+        } else {
+            ASSERT_TRUE(QFile::rename(file, file + ".elsewhere"));
+            ASSERT_TRUE(QFile::link(file + ".elsewhere", file));
+        }
         const QByteArray before = ReadAll(file);
 
-        EXPECT_EQ(manager().CreateNewLap()->id > 0, state.usable);
+        EXPECT_EQ(manager().CreateNewLap()->id > 0, usable);
         const DatabaseStatus status = manager().StatisticsStatus();
-        EXPECT_EQ(status.usable(), state.usable);
-        EXPECT_TRUE(status.error.contains(state.error)) << status.error.toStdString();
-        if (!state.usable) {
+        EXPECT_EQ(status.usable(), usable);
+        EXPECT_TRUE(status.error.contains(QString::fromUtf8(state.value(4))))
+            << status.error.toStdString();
+        if (!usable) {
             manager().Reopen();
             EXPECT_EQ(ReadAll(file), before);
             continue;

@@ -26,19 +26,12 @@ TEST(ReferenceLayoutTest, TheGrowBandStretchesWhatIsInsideAndMovesWhatIsBelow) {
 }
 
 TEST(ReferenceLayoutTest, TheScaleFillsThePhoneWidthAndCentresInWideWindows) {
-    struct Case {
-        QSize window;
-        double scale;
-        QRect column;
-    };
-    const Case cases[] = {{{480, 800}, 1.0, {0, 0, 480, 800}},
-                          {{360, 720}, 0.75, {0, 0, 360, 720}},
-                          {{320, 480}, 2.0 / 3, {0, 0, 320, 480}},
-                          {{1280, 800}, 800.0 / 720, {373, 0, 533, 800}},
-                          {{720, 1440}, 1.5, {0, 0, 720, 1440}}};
-    for (const Case& c : cases) {
-        EXPECT_DOUBLE_EQ(ReferenceLayout::ScaleFor(c.window), c.scale) << c.window.width();
-        EXPECT_EQ(ReferenceLayout::ContentColumn(c.window), c.column) << c.window.width();
+    for (const QByteArrayList& c : testdata::Table("window-scales.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const QSize window(c[0].toInt(), c[1].toInt());
+        EXPECT_DOUBLE_EQ(ReferenceLayout::ScaleFor(window), c[2].toDouble() / c[3].toDouble());
+        EXPECT_EQ(ReferenceLayout::ContentColumn(window),
+                  QRect(c[4].toInt(), c[5].toInt(), c[6].toInt(), c[7].toInt()));
     }
 }
 

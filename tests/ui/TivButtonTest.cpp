@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QMap>
 #include <QPixmap>
 #include <memory>
 
 #include "IActionEventListener.h"
+#include "TestData.h"
 #include "TivLabel.h"
 #include "Touch.h"
 
@@ -68,24 +70,19 @@ protected:
 // The disabled picture is drawn last, over the pressed one; without pressed or disabled
 // pictures the normal one stands in while pressed, and a disabled button draws nothing.
 TEST_F(TivButtonTest, DrawsThePictureOfItsState) {
-    const QColor none(0, 0, 0, 0);
-    const struct {
-        bool allPictures, pressed, enabled;
-        QColor shown;
-    } cases[] = {
-        {true, false, true, kNormal},   {true, true, true, kPressed},  {true, true, false, kDisabled},
-        {true, false, false, kDisabled}, {false, true, true, kNormal}, {false, true, false, kNormal},
-        {false, false, false, none},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.allPictures << c.pressed << c.enabled);
+    const QMap<QByteArray, QColor> colours{{"normal", kNormal},
+                                           {"pressed", kPressed},
+                                           {"disabled", kDisabled},
+                                           {"none", QColor(0, 0, 0, 0)}};
+    for (const QByteArrayList& c : testdata::Table("button-pictures.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         button.Initialize(QRect(0, 0, 40, 20));
-        if (c.allPictures) SetAllPictures();
+        if (c[0] == "all") SetAllPictures();
         const QPixmap normal = Solid(kNormal);
         button.SetNormalBitmap(&normal);
-        if (c.pressed) touch::Press(button, QPoint(5, 5));
-        button.SetButtonEnabled(c.enabled);
-        EXPECT_EQ(Shown().alpha() == 0 ? none : Shown(), c.shown);
+        if (c[1] == "1") touch::Press(button, QPoint(5, 5));
+        button.SetButtonEnabled(c[2] == "1");
+        EXPECT_EQ(Shown().alpha() == 0 ? colours["none"] : Shown(), colours.value(c[3]));
     }
 }
 

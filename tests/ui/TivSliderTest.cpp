@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "AppPaths.h"
+#include "TestData.h"
 #include "TivImagePanel.h"
 #include "TivUtils.h"
 #include "Touch.h"
@@ -42,22 +43,16 @@ protected:
 
 // A set value places knob and fill quietly; a drag reports its position, pinned at both ends.
 TEST_F(TivSliderTest, SetValueAndDraggingPlaceKnobAndFillAndOnlyDraggingReports) {
-    const struct {
-        bool drag;
-        int to, knobX, fill, reported;
-    } cases[] = {
-        {false, 50, 130, 132, -1},  {false, 100, 260, 262, -1}, {false, 33, 85, 87, -1},
-        {true, 130, 130, 132, 50},  {true, 1000, 260, 262, 100}, {true, -500, 0, 2, 0},
-        {true, 143, 143, 145, 55},  // 143 / 260 = 0.55
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << (c.drag ? "drag to " : "set ") << c.to);
+    for (const QByteArrayList& c : testdata::Table("slider-moves.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         listener.values.clear();
-        if (c.drag) DragKnobTo(c.to);
-        else slider.SetValue(c.to);
-        EXPECT_EQ(Knob().x(), c.knobX);
-        EXPECT_EQ(FillWidth(), c.fill);
-        EXPECT_EQ(listener.values.empty() ? -1 : listener.values.back(), c.reported);
+        if (c[0] == "drag")
+            DragKnobTo(c[1].toInt());
+        else
+            slider.SetValue(c[1].toInt());
+        EXPECT_EQ(Knob().x(), c[2].toInt());
+        EXPECT_EQ(FillWidth(), c[3].toInt());
+        EXPECT_EQ(listener.values.empty() ? -1 : listener.values.back(), c[4].toInt());
     }
 }
 

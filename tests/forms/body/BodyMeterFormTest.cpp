@@ -69,24 +69,11 @@ TEST_F(BodyMeterFormTest, SlotsShowMessagesUntilTwoDaysThenRangeAndCurrentInTheU
     AddLog(1, 71, 0, 80, 0);
     DAOTarget::GetInstance().chest = 80;
     form.UpdateData();
-    const struct {
-        bool imperial;
-        QStringList slots;
-    } cases[] = {
-        {false,
-         {"77.0 cm | 90.0 cm | Chest: 88.0 cm", "Please enter your waist size on 1 more day to start tracking",
-          "Please enter your hips size on 1 more day to start tracking",
-          "71.000 kg | 72.500 kg | Weight: 71.000 kg"}},
-        {true,
-         {"30.3\" | 35.4\" | Chest: 34.6\"", "Please enter your waist size on 1 more day to start tracking",
-          "Please enter your hips size on 1 more day to start tracking",
-          "156.5 lb | 159.8 lb | Weight: 156.5 lb"}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.imperial ? "imperial" : "metric");
-        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+    for (const QByteArrayList& c : testdata::Table("body-slots.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
+        PedometerOptions::GetInstance().measurementSystem = c[0] == "imperial";
         form.UpdateData();
-        for (int i = 0; i < 4; ++i) EXPECT_EQ(Texts(form.GetSlot(i)), c.slots[i]);
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(Texts(form.GetSlot(i)), QString::fromUtf8(c[i + 1]));
         // The graph stays metric whatever the labels show.
         ASSERT_NE(form.GetSlot(0).graph, nullptr);
         EXPECT_EQ(form.GetSlot(0).graph->GetSeries().last(), 88.0);
@@ -98,19 +85,14 @@ TEST_F(BodyMeterFormTest, SlotsShowMessagesUntilTwoDaysThenRangeAndCurrentInTheU
 
 TEST_F(BodyMeterFormTest, BmiNeedsHeightWeightAndTheSettingAndSlotsOpenTheirEntryForms) {
     Body& body = Body::GetInstance();
-    const struct {
-        double height, weight;
-        bool showBmi;
-        QString shown;
-    } cases[] = {
-        {-1, 80, true, ""}, {180, -1, true, ""}, {180, 81, false, ""}, {180, 81, true, "BMI: 25.0"}};
     BodyMeterForm& form = Open();
-    for (const auto& c : cases) {
-        body.setHeight(c.height);
-        body.setWeight(c.weight);
-        PedometerOptions::GetInstance().showBmi = c.showBmi;
+    for (const QByteArrayList& c : testdata::Table("bmi-label.tsv")) {
+        body.setHeight(c[0].toDouble());
+        body.setWeight(c[1].toDouble());
+        PedometerOptions::GetInstance().showBmi = c[2] == "1";
         form.UpdateData();
-        EXPECT_EQ(form.GetBmiLabel()->GetText(), c.shown) << c.height << " " << c.weight;
+        EXPECT_EQ(form.GetBmiLabel()->GetText(), QString::fromUtf8(c.value(3)))
+            << c.join(' ').toStdString();
     }
     for (int mode = 0; mode < 4; ++mode) {  // chest, waist and hips, then weight
         form.OnActionPerformed(form, BodyMeterForm::ID_CHEST + mode);

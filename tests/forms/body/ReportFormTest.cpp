@@ -134,34 +134,23 @@ TEST_F(ReportFormTest, WithoutAMailProgramTheTextOrCsvIsSavedIntoTheDocumentsFol
     ReportForm& form = Open();
     form.OnActionPerformed(form, ReportForm::ID_CELL);
     const QString day = Clock::Now().date().toString(Qt::ISODate);
-    const struct {
-        bool failing;  // a mail program that fails, else none
-        int actionId;
-        const char* offer;
-        QString file;
-        QByteArray contents;
-    } cases[] = {
-        {true, ReportForm::ID_EXPORT, "the CSV file", "pedometer-body-" + day + ".csv",
-         ";\nChest (cm);\nWaist (cm);\nHips (cm);\nWeight (kg);\n"},
-        {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + ".txt",
-         "My pedometer: current chest size: -(cm)\n"},
-        {false, ReportForm::ID_EMAIL, "the text", "pedometer-report-" + day + "-2.txt",
-         "My pedometer: current chest size: -(cm)\n"},
-    };
-    for (const auto& c : cases) {
-        if (c.failing) qputenv("FAKE_XDG_EMAIL_EXIT", "3");
+    for (const QByteArrayList& c : testdata::Table("report-saves.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        if (c[0] == "fails")
+            qputenv("FAKE_XDG_EMAIL_EXIT", "3");
         else mail.Remove();
-        form.OnActionPerformed(form, c.actionId);
+        form.OnActionPerformed(form,
+                               c[1] == "export" ? ReportForm::ID_EXPORT : ReportForm::ID_EMAIL);
         WaitUntilSent(form);
         EXPECT_EQ(form.GetSavePopup()->GetText(),
                   QStringLiteral("No mail program found.\nSave %1 into your documents folder?")
-                      .arg(QLatin1String(c.offer)));
+                      .arg(QString::fromUtf8(c[2])));
         form.OnActionPerformed(form, ReportForm::ID_SAVE_DOCUMENTS);
-        const QString path = documents->path() + '/' + c.file;
+        const QString path = documents->path() + '/' + QString::fromUtf8(c[3]).arg(day);
         EXPECT_EQ(form.GetOkPopup()->GetText(), "Saved as " + path);
         QFile saved(path);
-        ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << c.file.toStdString();
-        EXPECT_EQ(saved.readAll(), c.contents);
+        ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+        EXPECT_EQ(saved.readAll(), c[4]);
         EXPECT_EQ(shown.takeLast(), QUrl::fromLocalFile(documents->path()));
     }
     DocumentsFolder::SetForTesting({}, {});

@@ -168,28 +168,17 @@ TEST_F(HistoryDayTest, ErasingTodayEmptiesTheRecordingLapAndDeletesTheOthers) {
 
 TEST_F(HistoryDayTest, ScreensThatShowOneRecordRefuseWithoutIt) {
     const int lap = statistics.GetCurrentLap()->id;
-    const QDate day(2026, 6, 1);
-    const struct {
-        const char* name;
-        ScreenRequest request;
-        const char* refusal;  // null: opens
-    } cases[] = {
-        {"history-lap", {}, "--lap"},
-        {"history-lap", {QDate(), 9999, {}, {}}, "no lap 9999"},
-        {"history-lap", {QDate(), lap, {}, {}}, nullptr},
-        {"history-range", {}, "--from and --to"},
-        {"history-range", {QDate(), -1, day, {}}, "--from and --to"},
-        {"history-range", {QDate(), -1, day, day.addDays(-1)}, "after"},
-        {"history-range", {QDate(), -1, day, day}, nullptr},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.name) + " " + (c.refusal ? c.refusal : "opens"));
+    for (const QByteArrayList& c : testdata::Table("record-screens.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const ScreenRequest request{QDate(), c[1] == "current" ? lap : c[1].toInt(),
+                                    QDate::fromString(QString::fromLatin1(c[2]), Qt::ISODate),
+                                    QDate::fromString(QString::fromLatin1(c[3]), Qt::ISODate)};
         QString error;
-        QWidget* shown = ScreenDirectory::Open(QString::fromLatin1(c.name), *controller,
-                                               c.request, &error);
-        EXPECT_EQ(shown != nullptr, c.refusal == nullptr);
-        if (c.refusal) {
-            EXPECT_TRUE(error.contains(QString::fromLatin1(c.refusal))) << error.toStdString();
+        QWidget* shown =
+            ScreenDirectory::Open(QString::fromLatin1(c[0]), *controller, request, &error);
+        EXPECT_EQ(shown != nullptr, c[4] == "opens");
+        if (c[4] != "opens") {
+            EXPECT_TRUE(error.contains(QString::fromUtf8(c[4]))) << error.toStdString();
         }
     }
 }

@@ -9,6 +9,7 @@
 
 #include "AppResource.h"
 #include "FakeSoundPlayer.h"
+#include "TestData.h"
 #include "TivButton.h"
 #include "TivImagePanel.h"
 #include "TivLabel.h"
@@ -99,26 +100,17 @@ protected:
 // A slide of 200 pixels either way unlocks, wherever it starts; shorter or vertical slides and
 // taps do not, and the picture springs back when the finger is lifted.
 TEST_F(BlockPaneTest, OnlyAHorizontalSlideOfTwoHundredPixelsUnlocks) {
-    const struct {
-        QPoint from, delta;
-        int unblocks;
-    } cases[] = {
-        {{100, 100}, {199, 0}, 0},   {{300, 100}, {-199, 30}, 0}, {{100, 100}, {200, 0}, 1},
-        {{400, 200}, {-200, 0}, 1},  {{240, 50}, {0, 700}, 0},    {{240, 700}, {150, -600}, 0},
-        {{240, 600}, {0, 0}, 0},
-    };
     form.dismiss = false;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.from.x() << "," << c.from.y() << " by "
-                                        << c.delta.x() << "," << c.delta.y());
+    for (const QByteArrayList& c : testdata::Table("unlock-slides.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         delete pane;
         pane = new BlockPane(&form);
         pane->Initialize(&form);
         pane->show();
         form.unblocks = 0;
-        Slide(c.from, c.delta);
-        EXPECT_EQ(form.unblocks, c.unblocks);
-        if (c.unblocks == 0) {
+        Slide(QPoint(c[0].toInt(), c[1].toInt()), QPoint(c[2].toInt(), c[3].toInt()));
+        EXPECT_EQ(form.unblocks, c[4].toInt());
+        if (form.unblocks == 0) {
             EXPECT_EQ(PictureX(), 0);
         }
     }

@@ -191,17 +191,11 @@ TEST_F(GraphicBlueTest, UnitAndAxisFollowTypeUnitsAndValues) {
     PedometerOptions::GetInstance().mainGraphic = GraphSeries::SPEED;
     Make();
     EXPECT_EQ(graph->GetCurrentType(), GraphSeries::SPEED);
-    const struct {
-        int type;
-        bool miles;
-        const char* unit;
-    } cases[] = {{0, true, "(steps/min)"}, {1, false, "(Cal/min)"}, {2, false, "(km/h)"},
-                 {2, true, "(mph)"},       {3, false, "(min/km)"},  {3, true, "(min/mi)"},
-                 {7, true, ""}};
-    for (const auto& c : cases) {
-        PedometerOptions::GetInstance().measurementSystem = c.miles;
-        graph->SetCurrentType(c.type);
-        EXPECT_EQ(graph->GetUnitLabel()->GetText(), c.unit) << c.type << " miles " << c.miles;
+    for (const QByteArrayList& c : testdata::Table("graph-units.tsv")) {
+        PedometerOptions::GetInstance().measurementSystem = c[1] == "1";
+        graph->SetCurrentType(c[0].toInt());
+        EXPECT_EQ(graph->GetUnitLabel()->GetText(), QString::fromUtf8(c.value(2)))
+            << c.join(' ').toStdString();
     }
     graph->SetCurrentType(GraphSeries::PACE);
     PedometerOptions::GetInstance().measurementSystem = false;

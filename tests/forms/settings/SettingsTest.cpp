@@ -1,9 +1,11 @@
 #include <QDateEdit>
 #include <QLineEdit>
+#include <QMap>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
 
+#include "../../storage/StorageTestSupport.h"
 #include "../body/BodyTestSupport.h"
 #include "AccelerometerSource.h"
 #include "Body.h"
@@ -29,8 +31,8 @@
 #include "SettingsSocial.h"
 #include "SettingsSocialLogin.h"
 #include "SnsGateway.h"
-#include "TestData.h"
 #include "StatisticsManager.h"
+#include "TestData.h"
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "UpdaterThread.h"
@@ -49,19 +51,11 @@ QString RowValue(QWidget& form, int id) {
 
 using SettingsTest = BodyScreenTest;
 
-// Stores one lap starting at `start`, with a minute of `steps` unless there are none.
+// Stores one lap of a minute from `start`, with `steps` steps unless there are none.
 void ImportLap(const QDateTime& start, int steps) {
     std::vector<std::unique_ptr<DAOLap>> laps;
-    laps.push_back(std::make_unique<DAOLap>());
-    laps[0]->startDate = start;
-    laps[0]->techDate = start.date().startOfDay();
+    laps.push_back(storagetest::MakeLap(start, steps > 0 ? 1 : 0, steps));
     laps[0]->endDate = start.addSecs(60);
-    if (steps > 0) laps[0]->minutes.push_back(std::make_unique<DAOLapMinutes>());
-    for (auto& minute : laps[0]->minutes) {
-        minute->lapMinute = 1;
-        minute->steps = steps;
-        minute->secondsCompleted = 60;
-    }
     ASSERT_TRUE(PedometerDBManager::GetInstance().ImportHistory(laps, {}));
 }
 
@@ -167,26 +161,20 @@ TEST_F(SettingsTest, ExportAndBackupRowsWriteTodaysFilesAndSayWhere) {
     Push(data);
     QTemporaryDir dir;
     data->SetFolder(dir.filePath(QStringLiteral("exports")));
-    const struct {
-        int id;
-        const char* file;
-        const char* contains;
-    } cases[] = {
-        {SettingsData::ID_EXPORT_DAYS, "pedometer-days-2026-06-15.csv", "2026-06-14,1,120"},
-        {SettingsData::ID_EXPORT_LAPS, "pedometer-laps-2026-06-15.csv", "120"},
-        {SettingsData::ID_EXPORT_MINUTES, "pedometer-minutes-2026-06-15.csv", ",120"},
-        {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15.backup", "PEDOMETER-BACKUP 1"},
-        {SettingsData::ID_BACKUP, "pedometer-backup-2026-06-15-2.backup", "PEDOMETER-BACKUP 1"},
-    };
-    for (const auto& c : cases) {
-        Click(Row(*data, c.id));
-        const QString path = dir.filePath(QStringLiteral("exports/") + c.file);
-        EXPECT_TRUE(data->GetPopup()->isVisible()) << c.file;
+    const QMap<QByteArray, int> rows{{"days", SettingsData::ID_EXPORT_DAYS},
+                                     {"laps", SettingsData::ID_EXPORT_LAPS},
+                                     {"minutes", SettingsData::ID_EXPORT_MINUTES},
+                                     {"backup", SettingsData::ID_BACKUP}};
+    for (const QByteArrayList& c : testdata::Table("data-exports.tsv")) {
+        SCOPED_TRACE(c[1].toStdString());
+        Click(Row(*data, rows.value(c[0])));
+        const QString path = dir.filePath(QStringLiteral("exports/") + c[1]);
+        EXPECT_TRUE(data->GetPopup()->isVisible());
         EXPECT_EQ(data->GetPopup()->GetText().toStdString(), "Written to " + path.toStdString());
         QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << c.file;
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray written = file.readAll();
-        EXPECT_TRUE(written.contains(c.contains)) << written.left(300).toStdString();
+        EXPECT_TRUE(written.contains(c[2])) << written.left(300).toStdString();
         data->OnActionPerformed(*data, SettingsData::ID_POPUP_OK);
         EXPECT_FALSE(data->GetPopup()->isVisible());
     }
