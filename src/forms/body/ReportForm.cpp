@@ -317,14 +317,7 @@ void ReportForm::ShowContextMenu(const QPoint& at) {
     if (contextMenu_) contextMenu_->deleteLater();
     contextMenu_ = new QMenu(this);
     contextMenu_->setObjectName(QStringLiteral("shareMenu"));
-    contextMenu_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(30)));
-    contextMenu_->setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
-                                               " border: 1px solid #3A4458; padding: %1px 0; }"
-                                               "QMenu::item { padding: %2px %3px; }"
-                                               "QMenu::item:selected { background: #0C9FF9; }")
-                                    .arg(TivUtils::Scaled(6))
-                                    .arg(TivUtils::Scaled(16))
-                                    .arg(TivUtils::Scaled(28)));
+    StyleMenu(*contextMenu_);
     QList<QPair<QString, int>> items = {{AppResource::Text("history__ On Twitter"), ID_TWITTER},
                                         {AppResource::Text("more__ To Email"), ID_EMAIL}};
     const QStringList more = MoreProviders();
