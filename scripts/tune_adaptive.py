@@ -45,12 +45,16 @@ RATES = [None, 50, 25, 12.5]  # Hz; None: as recorded
 # a moving average of W samples (30 ms each) wipes out 33/W Hz, so W <= 9 keeps 3 Hz.
 # Smoothing: 90-270 ms of averaging. Threshold: the share of the recent steps' rise a
 # peak needs. Floor: the smallest rise in g (sensor noise and a car's ride stay below
-# about 0.05 g). Merge: the share of the step period within which peaks are one step.
+# about 0.05 g). Beat: the share of the floor a peak needs once walking when it comes
+# where the rhythm expects the next footfall (a faint step of a gently carried phone;
+# 1.0: no such allowance). Merge: the share of the step period within which peaks are
+# one step.
 GRID = {
     "smoothing": [3, 5, 7, 9],
     "threshold": [0.3, 0.4, 0.5, 0.6],
     "floor": [0.06, 0.08, 0.10, 0.12],
     "merge": [0.0, 0.5, 0.6, 0.7],
+    "beat": [0.4, 0.5, 0.6, 0.8, 1.0],
 }
 
 

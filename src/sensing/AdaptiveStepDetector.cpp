@@ -24,11 +24,13 @@ bool AdaptiveStepDetector::Sanitise(Parameters& q) {
     q.baselineRate = inRange(q.baselineRate, 0.0001f, 1.0f, d.baselineRate);
     q.riseRate = inRange(q.riseRate, 0.0001f, 1.0f, d.riseRate);
     q.mergeShare = inRange(q.mergeShare, 0.0f, 1.0f, d.mergeShare);
+    q.beatFloorShare = inRange(q.beatFloorShare, 0.0f, 1.0f, d.beatFloorShare);
     return q.smoothingSamples == given.smoothingSamples && q.confirmSteps == given.confirmSteps &&
            q.minStepSamples == given.minStepSamples && q.maxStepSamples == given.maxStepSamples &&
            q.relativeThreshold == given.relativeThreshold && q.noiseFloor == given.noiseFloor &&
            q.baselineRate == given.baselineRate && q.riseRate == given.riseRate &&
-           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples;
+           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples &&
+           q.beatFloorShare == given.beatFloorShare;
 }
 
 void AdaptiveStepDetector::Reset() {
@@ -59,10 +61,10 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     // Stage 3: the previous sample was a peak if it rose to it and does not rise further.
     if (n >= 2 && previous > beforePrevious && previous >= s) {
         const float rise = previous - trough;
-        const float threshold = std::max(p.noiseFloor, p.relativeThreshold * recentRise);
+        // The footfall precedes the smoothed peak by half the averaging window.
+        const int64_t at = n - 1 - (w - 1) / 2;
+        const float threshold = std::max(floorAt(at), p.relativeThreshold * recentRise);
         if (rise > threshold) {
-            // The footfall precedes the smoothed peak by half the averaging window.
-            const int64_t at = n - 1 - (w - 1) / 2;
             if (hasCandidate && at - candidate.sample < mergeWindow()) {
                 if (previous > candidate.height) {
                     candidate.sample = at;
@@ -86,6 +88,16 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     // A candidate no later peak can replace any more is a footfall.
     if (hasCandidate && n - (w - 1) / 2 - candidate.sample >= mergeWindow()) finishCandidate();
     return decidedCount;
+}
+
+// The smallest rise a peak at `at` needs. A peak where the rhythm of the walk expects the
+// next footfall needs less: a gently carried phone shows some steps only faintly, and
+// noise rarely keeps the beat.
+float AdaptiveStepDetector::floorAt(int64_t at) const {
+    if (!walking || period == 0) return p.noiseFloor;
+    const int64_t since = at - (hasCandidate ? candidate.sample : lastStepSample);
+    const bool onBeat = since * 4 >= period * 3 && since * 4 <= period * 5;
+    return onBeat ? p.beatFloorShare * p.noiseFloor : p.noiseFloor;
 }
 
 // Peaks closer than this are one footfall. While walking it follows the cadence, so the

@@ -95,6 +95,41 @@ TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
     }
 }
 
+// Once walking, a faint footfall counts where the rhythm expects it (within a quarter of a
+// step of the beat) and not elsewhere. Every fourth footfall of a walk at 2 steps a
+// second is faint and shifted by `shift` step periods; with no allowance for the beat
+// (share 1) the faint ones are never counted.
+TEST(AdaptiveStepDetectorTest, FaintFootfallCountsOnlyOnTheBeat) {
+    const struct {
+        double shift;
+        bool counts;
+    } cases[] = {{0.0, true}, {-0.1, true}, {0.2, true}, {0.3, false}, {-0.4, false}};
+    const auto count = [](double shift, float beatShare) {
+        AdaptiveStepDetector::Parameters p;
+        p.beatFloorShare = beatShare;
+        AdaptiveStepDetector detector(p);
+        int steps = 0;
+        for (double t = 0.0; t < 30.0; t += 0.030) {
+            double m = 1.0;
+            for (int i = 0; i < 49; ++i) {  // footfalls from 2 s on, a 0.3 s swell each
+                const bool faint = i % 4 == 3;
+                const double at = 2.0 + (i + (faint ? shift : 0.0)) / 2.0;
+                if (t >= at && t < at + 0.3)
+                    m += (faint ? 0.12 : 0.4) * (0.5 - 0.5 * std::cos(2 * kPi * (t - at) / 0.3));
+            }
+            steps += detector.OnSample(0.0f, 0.6f * float(m), 0.8f * float(m));
+        }
+        return steps;
+    };
+    const int strong = count(0.0, 1.0f);
+    for (const auto& c : cases) {
+        EXPECT_EQ(count(c.shift, 1.0f), strong) << c.shift;
+        EXPECT_EQ(count(c.shift, AdaptiveStepDetector::Parameters{}.beatFloorShare),
+                  strong + (c.counts ? 12 : 0))
+            << c.shift;
+    }
+}
+
 // Switching at any point of a step, either way and back again, counts what the first
 // detector would have counted alone: no step is lost or counted twice.
 TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
@@ -134,6 +169,7 @@ TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported)
                                             {"maxMergeSamples", &P::maxMergeSamples}};
     const QMap<QByteArray, float P::*> shares{{"relativeThreshold", &P::relativeThreshold},
                                               {"mergeShare", &P::mergeShare},
+                                              {"beatFloorShare", &P::beatFloorShare},
                                               {"noiseFloor", &P::noiseFloor}};
     P defaults;
     EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));

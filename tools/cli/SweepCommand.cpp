@@ -43,6 +43,8 @@ bool readSet(const QString& line, AdaptiveStepDetector::Parameters& p, QString& 
             p.relativeThreshold = static_cast<float>(value);
         else if (ok && name == QLatin1String("floor"))
             p.noiseFloor = static_cast<float>(value);
+        else if (ok && name == QLatin1String("beat"))
+            p.beatFloorShare = static_cast<float>(value);
         else if (ok && name == QLatin1String("min"))
             p.minStepSamples = static_cast<int>(value);
         else if (ok && name == QLatin1String("max"))
@@ -77,6 +79,7 @@ const CliParser::Help kHelp{
     "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
     "given keep their defaults:\n"
     "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
+    "  beat (share of the floor a peak on the walk's beat needs),\n"
     "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
     "  baseline (running-mean weight), rise (weight of the newest rise),\n"
     "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
