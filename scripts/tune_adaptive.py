@@ -40,21 +40,19 @@ RATES = [None, 50, 25, 12.5]  # Hz; None: as recorded
 #  - the longest, 1.2 s: slower than any walk;
 #  - three regular steps confirm a walk: the most the one-second decision allows;
 #  - peaks merge at most 360 ms apart: 80 % of a brisk 2.2-steps-per-second walk;
-#  - the running mean (about 1 s) and the rise weights: the time scale of a step.
+#  - the running mean (about 1 s) and the rise weights: the time scale of a step;
+#  - a gap of about two step periods within a walk holds a footfall the phone did not
+#    show (people do not skip steps): it is counted (sweep's fill=1, the default).
 # The walks are all walking, but running must count too (up to 3.3 steps per second):
 # a moving average of W samples (30 ms each) wipes out 33/W Hz, so W <= 9 keeps 3 Hz.
 # Smoothing: 90-270 ms of averaging. Threshold: the share of the recent steps' rise a
 # peak needs. Floor: the smallest rise in g (sensor noise and a car's ride stay below
-# about 0.05 g). Beat: the share of the floor a peak needs once walking when it comes
-# where the rhythm expects the next footfall (a faint step of a gently carried phone;
-# 1.0: no such allowance). Merge: the share of the step period within which peaks are
-# one step.
+# about 0.05 g). Merge: the share of the step period within which peaks are one step.
 GRID = {
     "smoothing": [3, 5, 7, 9],
     "threshold": [0.3, 0.4, 0.5, 0.6],
     "floor": [0.06, 0.08, 0.10, 0.12],
     "merge": [0.0, 0.5, 0.6, 0.7],
-    "beat": [0.4, 0.5, 0.6, 0.8, 1.0],
 }
 
 

@@ -24,13 +24,11 @@ bool AdaptiveStepDetector::Sanitise(Parameters& q) {
     q.baselineRate = inRange(q.baselineRate, 0.0001f, 1.0f, d.baselineRate);
     q.riseRate = inRange(q.riseRate, 0.0001f, 1.0f, d.riseRate);
     q.mergeShare = inRange(q.mergeShare, 0.0f, 1.0f, d.mergeShare);
-    q.beatFloorShare = inRange(q.beatFloorShare, 0.0f, 1.0f, d.beatFloorShare);
     return q.smoothingSamples == given.smoothingSamples && q.confirmSteps == given.confirmSteps &&
            q.minStepSamples == given.minStepSamples && q.maxStepSamples == given.maxStepSamples &&
            q.relativeThreshold == given.relativeThreshold && q.noiseFloor == given.noiseFloor &&
            q.baselineRate == given.baselineRate && q.riseRate == given.riseRate &&
-           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples &&
-           q.beatFloorShare == given.beatFloorShare;
+           q.mergeShare == given.mergeShare && q.maxMergeSamples == given.maxMergeSamples;
 }
 
 void AdaptiveStepDetector::Reset() {
@@ -61,10 +59,10 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     // Stage 3: the previous sample was a peak if it rose to it and does not rise further.
     if (n >= 2 && previous > beforePrevious && previous >= s) {
         const float rise = previous - trough;
-        // The footfall precedes the smoothed peak by half the averaging window.
-        const int64_t at = n - 1 - (w - 1) / 2;
-        const float threshold = std::max(floorAt(at), p.relativeThreshold * recentRise);
+        const float threshold = std::max(p.noiseFloor, p.relativeThreshold * recentRise);
         if (rise > threshold) {
+            // The footfall precedes the smoothed peak by half the averaging window.
+            const int64_t at = n - 1 - (w - 1) / 2;
             if (hasCandidate && at - candidate.sample < mergeWindow()) {
                 if (previous > candidate.height) {
                     candidate.sample = at;
@@ -90,16 +88,6 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     return decidedCount;
 }
 
-// The smallest rise a peak at `at` needs. A peak where the rhythm of the walk expects the
-// next footfall needs less: a gently carried phone shows some steps only faintly, and
-// noise rarely keeps the beat.
-float AdaptiveStepDetector::floorAt(int64_t at) const {
-    if (!walking || period == 0) return p.noiseFloor;
-    const int64_t since = at - (hasCandidate ? candidate.sample : lastStepSample);
-    const bool onBeat = since * 4 >= period * 3 && since * 4 <= period * 5;
-    return onBeat ? p.beatFloorShare * p.noiseFloor : p.noiseFloor;
-}
-
 // Peaks closer than this are one footfall. While walking it follows the cadence, so the
 // small bumps between the steps of a slow walk merge into the step; capped, so that a
 // period that doubled after missed steps cannot go on swallowing real ones.
@@ -118,7 +106,17 @@ void AdaptiveStepDetector::finishCandidate() {
 
 // Stage 4: the regularity gate.
 void AdaptiveStepDetector::decide(int64_t sample, float swing) {
-    const int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
+    int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
+    if (walking && p.fillMissedSteps && gap * 5 >= period * 8 && gap * 5 <= period * 12) {
+        // Two step periods without a footfall in a steady walk: one foot landed where the
+        // phone did not show it (too faint, or between the samples of a slow sensor).
+        // It counts halfway, or as late as the decision allows.
+        const int64_t missed =
+            std::max(sample - gap / 2, sampleCount - 1 - int64_t{kMaxDecisionDelay});
+        decidedGaits[decidedCount] = gait.OnStep(missed, swing);
+        decided[decidedCount++] = missed;
+        gap = sample - missed;
+    }
     lastStepSample = sample;
     if (gap < 0 || gap > p.maxStepSamples) {
         walking = false;

@@ -13,13 +13,13 @@
 //     double spikes of a pocket or the jitter of a hand are merged away.
 //  3. Peaks of that hump that rise above the trough before them by more than a share of
 //     the recent steps' rise (and more than a fixed noise floor): adapts to the carrying
-//     position, ignores the small humps between steps. Once walking, a peak on the beat
-//     (about one step period after the last footfall) needs only part of the floor, so a
-//     faint step of a gently carried phone still counts. Peaks closer together than the
+//     position, ignores the small humps between steps. Peaks closer together than the
 //     shortest step period are one step (the higher one wins).
 //  4. Regularity gate: a step only counts once it belongs to a run of regular steps (a
 //     few in a row, each within the longest plausible step period of the one before).
-//     Single bumps, a pick-up or typing never form such a run.
+//     Single bumps, a pick-up or typing never form such a run. Within a walk, a gap of
+//     about two step periods holds a footfall the phone did not show (too faint, or
+//     between the samples of a slow sensor): no one skips a step, so it counts.
 //  5. Gait: each step is a walk, jog or run by the cadence of the last few steps and how far
 //     the acceleration swung within them (GaitClassifier).
 // Each step is decided at most one second after its footfall (a step that would be later, at
@@ -33,21 +33,21 @@
 // Used by QuorPedometer (when the "adaptive" detector is chosen), the tools and tests.
 class AdaptiveStepDetector {
 public:
-    // Smoothing, threshold, floor, beat floor share and merge share were chosen from the
-    // recorded walks (and the floor from the not-walking recordings) by
-    // scripts/tune_adaptive.py; the others are set from the physics of walking, see there.
+    // Smoothing, threshold, floor and merge share were chosen from the recorded walks
+    // (and the floor from the not-walking recordings) by scripts/tune_adaptive.py; the
+    // others are set from the physics of walking, see there.
     struct Parameters {
         int smoothingSamples = 9;        // moving-average length, 1..kMaxSmoothing
-        float relativeThreshold = 0.3f;  // share of the recent steps' rise a step needs
+        float relativeThreshold = 0.4f;  // share of the recent steps' rise a step needs
         float noiseFloor = 0.10f;        // smallest rise (g) that can be a step
-        float beatFloorShare = 0.6f;     // share of it a peak on the walk's beat needs
         int minStepSamples = 10;         // 300 ms: no one steps faster than 3.3 per second
         float mergeShare = 0.7f;         // while walking, peaks this share of a step apart merge
-        int maxMergeSamples = 12;    // but never further apart than 360 ms (80 % of a brisk step)
-        int maxStepSamples = 40;     // 1.2 s: a longer pause ends the walk
-        int confirmSteps = 3;        // regular steps in a row before any counts
-        float baselineRate = 0.03f;  // running-mean weight: about a one-second memory
-        float riseRate = 0.25f;      // weight of the newest step in the recent rise
+        int maxMergeSamples = 12;     // but never further apart than 360 ms (80 % of a brisk step)
+        int maxStepSamples = 40;      // 1.2 s: a longer pause ends the walk
+        int confirmSteps = 3;         // regular steps in a row before any counts
+        bool fillMissedSteps = true;  // count the footfall in a two-step gap of a walk
+        float baselineRate = 0.03f;   // running-mean weight: about a one-second memory
+        float riseRate = 0.25f;       // weight of the newest step in the recent rise
     };
     static constexpr int kMaxSmoothing = 16;  // a power of two: ring positions are masked
     static constexpr int kMaxConfirm = 8;
@@ -85,7 +85,6 @@ private:
     };
     void finishCandidate();
     int mergeWindow() const;
-    float floorAt(int64_t at) const;
     void decide(int64_t sample, float swing);
 
     Parameters p;

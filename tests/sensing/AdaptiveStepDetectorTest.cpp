@@ -95,38 +95,45 @@ TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
     }
 }
 
-// Once walking, a faint footfall counts where the rhythm expects it (within a quarter of a
-// step of the beat) and not elsewhere. Every fourth footfall of a walk at 2 steps a
-// second is faint and shifted by `shift` step periods; with no allowance for the beat
-// (share 1) the faint ones are never counted.
-TEST(AdaptiveStepDetectorTest, FaintFootfallCountsOnlyOnTheBeat) {
+// Within a walk at 2 (or 1.7) steps a second, footfalls the phone does not show (`missing` in a
+// row out of every 4, the next one `late` step periods late): one alone in a gap of
+// about two steps counts, as soon as the next footfall is decided and never later than
+// the decision allows. A gap of 1.5 steps holds none; 2.5 steps and more are pauses,
+// ending the walk (three regular steps start it again).
+TEST(AdaptiveStepDetectorTest, AFootfallMissingInAWalkCountsInItsGap) {
     const struct {
-        double shift;
-        bool counts;
-    } cases[] = {{0.0, true}, {-0.1, true}, {0.2, true}, {0.3, false}, {-0.4, false}};
-    const auto count = [](double shift, float beatShare) {
+        int missing;
+        double late;
+        bool fill;
+        int counted;
+        double cadence = 2.0;
+    } cases[] = {{0, 0.0, true, 48},  {1, 0.0, true, 48},   {1, 0.0, false, 36},
+                 {1, 0.3, true, 48},  {1, -0.25, true, 48}, {1, 0.5, true, 2},
+                 {1, -0.5, true, 36}, {2, 0.0, true, 0},    {1, 0.0, true, 48, 1.7}};
+    for (const auto& c : cases) {
         AdaptiveStepDetector::Parameters p;
-        p.beatFloorShare = beatShare;
+        p.fillMissedSteps = c.fill;
         AdaptiveStepDetector detector(p);
         int steps = 0;
-        for (double t = 0.0; t < 30.0; t += 0.030) {
+        int64_t last = -1;
+        for (double t = 0.0; t < 35.0; t += 0.030) {
             double m = 1.0;
             for (int i = 0; i < 49; ++i) {  // footfalls from 2 s on, a 0.3 s swell each
-                const bool faint = i % 4 == 3;
-                const double at = 2.0 + (i + (faint ? shift : 0.0)) / 2.0;
+                if (i % 4 >= 4 - c.missing) continue;
+                const double at = 2.0 + (i + (i % 4 == 0 && i > 0 ? c.late : 0.0)) / c.cadence;
                 if (t >= at && t < at + 0.3)
-                    m += (faint ? 0.12 : 0.4) * (0.5 - 0.5 * std::cos(2 * kPi * (t - at) / 0.3));
+                    m += 0.4 * (0.5 - 0.5 * std::cos(2 * kPi * (t - at) / 0.3));
             }
-            steps += detector.OnSample(0.0f, 0.6f * float(m), 0.8f * float(m));
+            const int decided = detector.OnSample(0.0f, 0.6f * float(m), 0.8f * float(m));
+            for (int i = 0; i < decided; ++i) {
+                EXPECT_GT(detector.DecidedStep(i), last);
+                last = detector.DecidedStep(i);
+                EXPECT_LE(detector.SampleCount() - 1 - last,
+                          AdaptiveStepDetector::kMaxDecisionDelay);
+            }
+            steps += decided;
         }
-        return steps;
-    };
-    const int strong = count(0.0, 1.0f);
-    for (const auto& c : cases) {
-        EXPECT_EQ(count(c.shift, 1.0f), strong) << c.shift;
-        EXPECT_EQ(count(c.shift, AdaptiveStepDetector::Parameters{}.beatFloorShare),
-                  strong + (c.counts ? 12 : 0))
-            << c.shift;
+        EXPECT_EQ(steps, c.counted) << c.missing << " missing, " << c.late << " late";
     }
 }
 
@@ -169,7 +176,6 @@ TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported)
                                             {"maxMergeSamples", &P::maxMergeSamples}};
     const QMap<QByteArray, float P::*> shares{{"relativeThreshold", &P::relativeThreshold},
                                               {"mergeShare", &P::mergeShare},
-                                              {"beatFloorShare", &P::beatFloorShare},
                                               {"noiseFloor", &P::noiseFloor}};
     P defaults;
     EXPECT_TRUE(AdaptiveStepDetector::Sanitise(defaults));

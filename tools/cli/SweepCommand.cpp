@@ -43,8 +43,8 @@ bool readSet(const QString& line, AdaptiveStepDetector::Parameters& p, QString& 
             p.relativeThreshold = static_cast<float>(value);
         else if (ok && name == QLatin1String("floor"))
             p.noiseFloor = static_cast<float>(value);
-        else if (ok && name == QLatin1String("beat"))
-            p.beatFloorShare = static_cast<float>(value);
+        else if (ok && name == QLatin1String("fill"))
+            p.fillMissedSteps = value != 0.0;
         else if (ok && name == QLatin1String("min"))
             p.minStepSamples = static_cast<int>(value);
         else if (ok && name == QLatin1String("max"))
@@ -79,10 +79,10 @@ const CliParser::Help kHelp{
     "set. SETS has one set per line, NAME=VALUE pairs separated by blanks; names not\n"
     "given keep their defaults:\n"
     "  smoothing (samples), threshold (share of the recent rise), floor (g),\n"
-    "  beat (share of the floor a peak on the walk's beat needs),\n"
     "  min (shortest step, samples), max (longest step, samples), confirm (steps),\n"
     "  baseline (running-mean weight), rise (weight of the newest rise),\n"
-    "  merge (share of the step period within which peaks merge), maxmerge (samples)\n"
+    "  merge (share of the step period within which peaks merge), maxmerge (samples),\n"
+    "  fill (1: a gap of two steps within a walk counts the footfall in it; 0: not)\n"
     "For each set one line is printed: the counts of the files in the order given,\n"
     "separated by blanks. A set that cannot be read prints 'error: ...' instead.",
     "0 on success, 2 on a bad option or a recording that cannot be read.", false};
