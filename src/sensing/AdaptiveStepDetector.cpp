@@ -106,19 +106,19 @@ void AdaptiveStepDetector::finishCandidate() {
 
 // Stage 4: the regularity gate.
 void AdaptiveStepDetector::decide(int64_t sample, float swing) {
-    int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
+    const int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
+    lastStepSample = sample;
     if (walking && p.fillMissedSteps && gap * 5 >= period * 8 && gap * 5 <= period * 12) {
         // Two step periods without a footfall in a steady walk: one foot landed where the
         // phone did not show it (too faint, or between the samples of a slow sensor).
-        // It counts halfway, or as late as the decision allows.
+        // It counts halfway, or as late as the decision allows. The period stays: halves
+        // of gaps just under two periods would shorten it until ordinary gaps looked
+        // like two steps too.
         const int64_t missed =
             std::max(sample - gap / 2, sampleCount - 1 - int64_t{kMaxDecisionDelay});
         decidedGaits[decidedCount] = gait.OnStep(missed, swing);
         decided[decidedCount++] = missed;
-        gap = sample - missed;
-    }
-    lastStepSample = sample;
-    if (gap < 0 || gap > p.maxStepSamples) {
+    } else if (gap < 0 || gap > p.maxStepSamples) {
         walking = false;
         heldCount = 0;
         gait.Restart();
