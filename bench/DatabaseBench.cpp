@@ -52,24 +52,8 @@ void report(const char* what, Timing t, double targetMs) {
                 targetMs, t.wallMs < targetMs ? "" : "  MISSED");
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir folder;
-    if (!folder.isValid()) {
-        std::fprintf(stderr, "cannot create a temporary folder\n");
-        return 1;
-    }
-    AppPaths::SetHome(folder.path() + QStringLiteral("/data"));
-    PedometerDBManager& manager = PedometerDBManager::GetInstance();
-    if (!manager.IsStatisticsUsable()) {
-        std::fprintf(stderr, "%s\n", qPrintable(manager.StatisticsStatus().error));
-        return 1;
-    }
-
-    // Five years of history up to a fixed evening, so every run measures the same data.
-    const QDateTime now(QDate(2024, 6, 15), QTime(21, 0));
+// Five years of history up to `now`, so every run measures the same data.
+bool fillFiveYears(PedometerDBManager& manager, const QDateTime& now) {
     Clock::SetNow(now);
     Body::GetInstance().clear();
     HistoryGenerator::History history = HistoryGenerator(1).Generate(5, now);
@@ -79,12 +63,16 @@ int main(int argc, char** argv) {
     if (!manager.ImportHistory(history.laps, history.bodyLogs)) {
         std::fprintf(stderr, "import failed: %s\n",
                      qPrintable(manager.StatisticsStatus().lastFailure));
-        return 1;
+        return false;
     }
     const double importMs = Milliseconds(std::chrono::steady_clock::now() - importStart).count();
     std::printf("Data: %zu laps, %zu minute rows, %zu body logs; imported in %.0f ms\n",
                 history.laps.size(), minuteCount, history.bodyLogs.size(), importMs);
+    return true;
+}
 
+// What the meter and the history screens read.
+void benchReads(PedometerDBManager& manager, const QDateTime& now) {
     // A day with four laps for the day history.
     QDateTime fourLapDay;
     for (const QDateTime& day : manager.GetAllDays()) {
@@ -97,7 +85,6 @@ int main(int argc, char** argv) {
     const size_t periodLaps = manager.GetLapsForPeriod(now.addDays(-179), now).size();
     const size_t dayCount = manager.GetAllDays().size();
 
-    std::printf("Median of repeated runs:\n");
     char label[96];
     std::snprintf(label, sizeof label, "today's distance+calories+activity (%zu laps)", todaysLaps);
     report(label,
@@ -131,9 +118,11 @@ int main(int argc, char** argv) {
                                            days.front().date());
                   }),
            20.0);
+}
 
-    // The streaks of the reports screen: every day of the five years judged by the goal
-    // then in force (a steps goal from the start, raised after two years).
+// The streaks of the reports screen: every day of the five years judged by the goal
+// then in force (a steps goal from the start, raised after two years).
+void benchStreaks(PedometerDBManager& manager, const QDateTime& now) {
     DAOTarget goals;
     goals.targetActive = DAOTarget::STEPS;
     goals.steps = 6000;
@@ -144,11 +133,14 @@ int main(int argc, char** argv) {
     manager.SaveTagets(goals);
     Clock::SetNow(now);
     const GoalStreaks streaks = manager.GetGoalStreaks({}, now.date());
+    char label[96];
     std::snprintf(label, sizeof label, "GetGoalStreaks, five years (longest %d days)",
                   streaks.Longest().days);
     report(label, median(31, [&] { manager.GetGoalStreaks({}, now.date()); }), 20.0);
+}
 
-    // The recorder's writes, on a fresh lap as at the start of a recording.
+// The recorder's writes, on a fresh lap as at the start of a recording.
+void benchRecorder(PedometerDBManager& manager) {
     manager.ClearLapSeconds();
     const std::unique_ptr<DAOLap> lap = manager.CreateNewLap();
     DAOLapMinutes minute;
@@ -178,6 +170,29 @@ int main(int argc, char** argv) {
                       minute = next;
                   }),
            2.0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QTemporaryDir folder;
+    if (!folder.isValid()) {
+        std::fprintf(stderr, "cannot create a temporary folder\n");
+        return 1;
+    }
+    AppPaths::SetHome(folder.path() + QStringLiteral("/data"));
+    PedometerDBManager& manager = PedometerDBManager::GetInstance();
+    if (!manager.IsStatisticsUsable()) {
+        std::fprintf(stderr, "%s\n", qPrintable(manager.StatisticsStatus().error));
+        return 1;
+    }
+    const QDateTime now(QDate(2024, 6, 15), QTime(21, 0));
+    if (!fillFiveYears(manager, now)) return 1;
+    std::printf("Median of repeated runs:\n");
+    benchReads(manager, now);
+    benchStreaks(manager, now);
+    benchRecorder(manager);
     if (!manager.StatisticsStatus().lastFailure.isEmpty()) {
         std::fprintf(stderr, "a statement failed: %s\n",
                      qPrintable(manager.StatisticsStatus().lastFailure));

@@ -3,9 +3,9 @@
 #include <QList>
 #include <QLocale>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -203,8 +203,8 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
             } else if (i < counts || i > lastAmount) {
                 buffer += QByteArray::number(static_cast<qint64>(column.getDouble()));
             } else {
-                buffer += number(column.getDouble(),
-                                 i == counts ? kCalorieDecimals : kDistanceDecimals);
+                buffer +=
+                    number(column.getDouble(), i == counts ? kCalorieDecimals : kDistanceDecimals);
             }
         }
         buffer += '\n';
@@ -218,8 +218,174 @@ qint64 ActivityCsv::Export(SQLite::Database& db, Kind kind, const QDate& from, c
     return rows;
 }
 
-bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result,
-                         QString* error, bool store) {
+namespace {
+// What the header line says about the rows that follow.
+struct Format {
+    ActivityCsv::Kind kind = ActivityCsv::Kind::Days;
+    bool marked = false;  // rows end with the "manual" column
+    int fieldCount = 0;
+};
+
+// One data row, read and checked.
+struct Row {
+    PendingLap lap;
+    Minute minute;
+    qint64 minuteNumber = 1;
+    qint64 lapCount = 0;
+};
+
+bool readFormat(QByteArray header, Format* format) {
+    if (header.startsWith("\xEF\xBB\xBF")) header.remove(0, 3);
+    int kindIndex = -1;
+    bool older = false;
+    for (int i = 0; i < 3; ++i) {
+        if (header == kHeaders[i]) kindIndex = i;
+        if (i > 0 && header == kOlderHeaders[i]) {
+            kindIndex = i;
+            older = true;
+        }
+    }
+    if (kindIndex < 0) return false;
+    format->kind = static_cast<ActivityCsv::Kind>(kindIndex);
+    format->marked = format->kind != ActivityCsv::Kind::Days && !older;
+    format->fieldCount =
+        (format->kind == ActivityCsv::Kind::Minutes ? 7 : 6) + (format->marked ? 1 : 0);
+    return true;
+}
+
+// The row's day or lap (and minute number); the index of its first value, or -1 with `why`.
+int readWhen(const QList<QByteArray>& fields, ActivityCsv::Kind kind, Row* row, QString* why) {
+    PendingLap& lap = row->lap;
+    if (kind == ActivityCsv::Kind::Days) {
+        const QDate day = QDate::fromString(QString::fromLatin1(fields[0]), Qt::ISODate);
+        if (!day.isValid() || fields[0].size() != 10) {
+            *why =
+                QStringLiteral("'%1' is not a day (YYYY-MM-DD)").arg(QString::fromUtf8(fields[0]));
+            return -1;
+        }
+        lap.start = fields[0].toStdString() + " 00:00:00";
+        lap.end = lap.start;
+        if (!parseCount(fields[1], &row->lapCount)) {
+            *why = QStringLiteral("the number of laps is not a whole number");
+            return -1;
+        }
+        return 2;
+    }
+    if (!parseDateTime(fields[0], &lap.start)) {
+        *why = QStringLiteral("'%1' is not a start (YYYY-MM-DD HH:MM:SS)")
+                   .arg(QString::fromUtf8(fields[0]));
+        return -1;
+    }
+    if (!fields[1].isEmpty() && !parseDateTime(fields[1], &lap.end)) {
+        *why = QStringLiteral("'%1' is not an end (YYYY-MM-DD HH:MM:SS)")
+                   .arg(QString::fromUtf8(fields[1]));
+        return -1;
+    }
+    if (!lap.end.empty() && lap.end < lap.start) {
+        *why = QStringLiteral("the lap ends before it starts");
+        return -1;
+    }
+    if (kind == ActivityCsv::Kind::Minutes && !parseCount(fields[2], &row->minuteNumber)) {
+        *why = QStringLiteral("the minute is not a whole number");
+        return -1;
+    }
+    return kind == ActivityCsv::Kind::Minutes ? 3 : 2;
+}
+
+// The values must be numbers a phone can have counted in the minutes the row covers.
+bool readValues(const QList<QByteArray>& fields, const Format& format, int next, Row* row,
+                QString* why) {
+    PendingLap& lap = row->lap;
+    Minute& minute = row->minute;
+    if (format.marked) {
+        const QByteArray& mark = fields[format.fieldCount - 1];
+        if (mark != "0" && mark != "1") {
+            *why = QStringLiteral("manual must be 0 (counted) or 1 (entered by hand)");
+            return false;
+        }
+        lap.manual = mark == "1";
+    }
+    const bool negative = lap.manual;
+    if (!parseCount(fields[next], &minute.steps, negative) ||
+        !parseAmount(fields[next + 1], &minute.calories, negative) ||
+        !parseAmount(fields[next + 2], &minute.distance, negative) ||
+        !parseCount(fields[next + 3], &minute.seconds, negative)) {
+        *why =
+            QStringLiteral("steps, calories, distance and seconds must be numbers of zero or more");
+        return false;
+    }
+    // The minutes the row covers: one, a day, or the lap's length.
+    const qint64 lapMinutes = lap.end.empty()
+                                  ? kMaxOpenLapMinutes
+                                  : DbDateTime::FromText(lap.start.c_str())
+                                                .secsTo(DbDateTime::FromText(lap.end.c_str())) /
+                                            60 +
+                                        1;
+    const ActivityCsv::Kind kind = format.kind;
+    const qint64 span = kind == ActivityCsv::Kind::Minutes ? 1
+                        : kind == ActivityCsv::Kind::Days  ? 1440
+                                                           : lapMinutes;
+    if (kind == ActivityCsv::Kind::Minutes &&
+        (row->minuteNumber < 1 || row->minuteNumber > lapMinutes)) {
+        *why = QStringLiteral("minute %1 is outside the lap (1 to %2)")
+                   .arg(row->minuteNumber)
+                   .arg(lapMinutes);
+        return false;
+    }
+    if (std::abs(minute.steps) > kMaxStepsPerMinute * span ||
+        std::abs(minute.seconds) > 60 * span ||
+        std::abs(minute.calories) > kMaxCaloriesPerMinute * span ||
+        std::abs(minute.distance) > kMaxMetresPerMinute * span || row->lapCount > 1440) {
+        *why = QStringLiteral(
+                   "more than a phone can count in %1 minute(s): at most %2 steps, %3 "
+                   "seconds, %4 kcal and %5 m a minute")
+                   .arg(span)
+                   .arg(kMaxStepsPerMinute)
+                   .arg(60)
+                   .arg(kMaxCaloriesPerMinute)
+                   .arg(kMaxMetresPerMinute);
+        return false;
+    }
+    return true;
+}
+
+// The laps read so far, each once; a minutes file adds its minutes to the lap they belong to.
+class PendingLaps {
+public:
+    bool Add(Row row, ActivityCsv::Kind kind, QString* why) {
+        const auto found = index_.find(row.lap.start);
+        if (found != index_.end()) {
+            PendingLap& known = laps_[found->second];
+            if (kind != ActivityCsv::Kind::Minutes || known.end != row.lap.end ||
+                known.manual != row.lap.manual) {
+                *why =
+                    QStringLiteral("%1 appears twice").arg(QString::fromStdString(row.lap.start));
+                return false;
+            }
+            if (!known.minutes.emplace(row.minuteNumber, row.minute).second) {
+                *why = QStringLiteral("minute %1 of the lap appears twice").arg(row.minuteNumber);
+                return false;
+            }
+            return true;
+        }
+        if (kind == ActivityCsv::Kind::Days && row.lapCount == 0 && row.minute.steps == 0) {
+            return true;  // a day without activity adds nothing
+        }
+        row.lap.minutes.emplace(row.minuteNumber, row.minute);
+        index_.emplace(row.lap.start, laps_.size());
+        laps_.push_back(std::move(row.lap));
+        return true;
+    }
+    const std::vector<PendingLap>& Laps() const { return laps_; }
+
+private:
+    std::vector<PendingLap> laps_;
+    std::map<std::string, size_t> index_;
+};
+}  // namespace
+
+bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* result, QString* error,
+                         bool store) {
     *result = {};
     LineReader reader(in);
     QByteArray line;
@@ -230,138 +396,41 @@ bool ActivityCsv::Import(SQLite::Database& db, QIODevice& in, ImportResult* resu
     };
     if (!reader.Next(&line, &tooLong)) {
         if (tooLong) return fail(QStringLiteral("the line is too long"));
-        *error = QStringLiteral("the file is empty: export activity with 'pedometer-cli export' "
-                                "and import that file");
+        *error = QStringLiteral(
+            "the file is empty: export activity with 'pedometer-cli export' "
+            "and import that file");
         return false;
     }
-    if (line.startsWith("\xEF\xBB\xBF")) line.remove(0, 3);
-    int kindIndex = -1;
-    bool older = false;
-    for (int i = 0; i < 3; ++i) {
-        if (line == kHeaders[i]) kindIndex = i;
-        if (i > 0 && line == kOlderHeaders[i]) {
-            kindIndex = i;
-            older = true;
-        }
-    }
-    if (kindIndex < 0) {
+    Format format;
+    if (!readFormat(line, &format)) {
         return fail(QStringLiteral("not an activity export (expected a header such as \"%1\")")
                         .arg(QLatin1String(kHeaders[0])));
     }
-    const Kind kind = static_cast<Kind>(kindIndex);
-    const bool marked = kind != Kind::Days && !older;
-    const int fieldCount = (kind == Kind::Minutes ? 7 : 6) + (marked ? 1 : 0);
-
-    std::vector<PendingLap> laps;
-    std::map<std::string, size_t> lapIndex;
+    PendingLaps pending;
+    QString why;
     while (reader.Next(&line, &tooLong)) {
         if (line.isEmpty()) continue;
         if (line.contains('\0')) return fail(QStringLiteral("a NUL byte: this is not a text file"));
         const QList<QByteArray> fields = line.split(',');
-        if (fields.size() != fieldCount) {
-            return fail(
-                QStringLiteral("expected %1 fields, found %2").arg(fieldCount).arg(fields.size()));
+        if (fields.size() != format.fieldCount) {
+            return fail(QStringLiteral("expected %1 fields, found %2")
+                            .arg(format.fieldCount)
+                            .arg(fields.size()));
         }
         ++result->rows;
-        PendingLap lap;
-        Minute minute;
-        qint64 minuteNumber = 1;
-        qint64 lapCount = 0;
-        int next = 0;
-        if (kind == Kind::Days) {
-            const QDate day = QDate::fromString(QString::fromLatin1(fields[0]), Qt::ISODate);
-            if (!day.isValid() || fields[0].size() != 10) {
-                return fail(QStringLiteral("'%1' is not a day (YYYY-MM-DD)")
-                                .arg(QString::fromUtf8(fields[0])));
-            }
-            lap.start = fields[0].toStdString() + " 00:00:00";
-            lap.end = lap.start;
-            if (!parseCount(fields[1], &lapCount)) {
-                return fail(QStringLiteral("the number of laps is not a whole number"));
-            }
-            next = 2;
-        } else {
-            if (!parseDateTime(fields[0], &lap.start)) {
-                return fail(QStringLiteral("'%1' is not a start (YYYY-MM-DD HH:MM:SS)")
-                                .arg(QString::fromUtf8(fields[0])));
-            }
-            if (!fields[1].isEmpty() && !parseDateTime(fields[1], &lap.end)) {
-                return fail(QStringLiteral("'%1' is not an end (YYYY-MM-DD HH:MM:SS)")
-                                .arg(QString::fromUtf8(fields[1])));
-            }
-            if (!lap.end.empty() && lap.end < lap.start) {
-                return fail(QStringLiteral("the lap ends before it starts"));
-            }
-            next = 2;
-            if (kind == Kind::Minutes && !parseCount(fields[next++], &minuteNumber)) {
-                return fail(QStringLiteral("the minute is not a whole number"));
-            }
+        Row row;
+        const int next = readWhen(fields, format.kind, &row, &why);
+        if (next < 0 || !readValues(fields, format, next, &row, &why) ||
+            !pending.Add(std::move(row), format.kind, &why)) {
+            return fail(why);
         }
-        if (marked) {
-            const QByteArray& mark = fields[fieldCount - 1];
-            if (mark != "0" && mark != "1") {
-                return fail(QStringLiteral("manual must be 0 (counted) or 1 (entered by hand)"));
-            }
-            lap.manual = mark == "1";
-        }
-        const bool negative = lap.manual;
-        if (!parseCount(fields[next], &minute.steps, negative) ||
-            !parseAmount(fields[next + 1], &minute.calories, negative) ||
-            !parseAmount(fields[next + 2], &minute.distance, negative) ||
-            !parseCount(fields[next + 3], &minute.seconds, negative)) {
-            return fail(
-                QStringLiteral("steps, calories, distance and seconds must be numbers "
-                               "of zero or more"));
-        }
-        // The minutes the row covers: one, a day, or the lap's length.
-        const qint64 lapMinutes =
-            lap.end.empty() ? kMaxOpenLapMinutes
-                            : DbDateTime::FromText(lap.start.c_str())
-                                      .secsTo(DbDateTime::FromText(lap.end.c_str())) /
-                                      60 +
-                                  1;
-        const qint64 span = kind == Kind::Minutes ? 1 : kind == Kind::Days ? 1440 : lapMinutes;
-        if (kind == Kind::Minutes && (minuteNumber < 1 || minuteNumber > lapMinutes)) {
-            return fail(QStringLiteral("minute %1 is outside the lap (1 to %2)")
-                            .arg(minuteNumber)
-                            .arg(lapMinutes));
-        }
-        if (std::abs(minute.steps) > kMaxStepsPerMinute * span ||
-            std::abs(minute.seconds) > 60 * span ||
-            std::abs(minute.calories) > kMaxCaloriesPerMinute * span ||
-            std::abs(minute.distance) > kMaxMetresPerMinute * span || lapCount > 1440) {
-            return fail(QStringLiteral(
-                            "more than a phone can count in %1 minute(s): at most %2 steps, %3 "
-                            "seconds, %4 kcal and %5 m a minute")
-                            .arg(span)
-                            .arg(kMaxStepsPerMinute)
-                            .arg(60)
-                            .arg(kMaxCaloriesPerMinute)
-                            .arg(kMaxMetresPerMinute));
-        }
-        const auto found = lapIndex.find(lap.start);
-        if (found != lapIndex.end()) {
-            PendingLap& known = laps[found->second];
-            if (kind != Kind::Minutes || known.end != lap.end || known.manual != lap.manual) {
-                return fail(
-                    QStringLiteral("%1 appears twice").arg(QString::fromStdString(lap.start)));
-            }
-            if (!known.minutes.emplace(minuteNumber, minute).second) {
-                return fail(QStringLiteral("minute %1 of the lap appears twice").arg(minuteNumber));
-            }
-            continue;
-        }
-        if (kind == Kind::Days && lapCount == 0 && minute.steps == 0) continue;
-        lap.minutes.emplace(minuteNumber, minute);
-        lapIndex.emplace(lap.start, laps.size());
-        laps.push_back(std::move(lap));
     }
     if (tooLong) return fail(QStringLiteral("the line is too long"));
 
     SQLite::Transaction transaction(db);
-    for (const PendingLap& lap : laps) {
-        const bool present =
-            kind == Kind::Days ? dayHasLaps(db, lap.start.substr(0, 10)) : lapExists(db, lap.start);
+    for (const PendingLap& lap : pending.Laps()) {
+        const bool present = format.kind == Kind::Days ? dayHasLaps(db, lap.start.substr(0, 10))
+                                                       : lapExists(db, lap.start);
         if (present) {
             ++result->lapsSkipped;
             continue;

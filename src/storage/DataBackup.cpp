@@ -15,6 +15,7 @@
 #include <cstring>
 #include <memory>
 
+#include "Clock.h"
 #include "DatabaseSchema.h"
 #include "PedometerDBManager.h"
 #include "UserDataFile.h"
@@ -126,7 +127,7 @@ bool syncFile(const QString& path) {
 QString makeAsideFolder(const QDir& data) {
     const QString base =
         QStringLiteral("aside-%1")
-            .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")));
+            .arg(Clock::Now().toString(QStringLiteral("yyyyMMdd-HHmmss")));
     for (int n = 1; n < 1000; ++n) {
         const QString name = n == 1 ? base : QStringLiteral("%1-%2").arg(base).arg(n);
         if (::mkdir(QFile::encodeName(data.filePath(name)).constData(), 0700) == 0) return name;

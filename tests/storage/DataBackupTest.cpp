@@ -44,6 +44,14 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     EXPECT_EQ(info.st_mode & 0777, 0600u);
     EXPECT_FALSE(DataBackup::Backup(current, current + "/Statistics.db3", &error));
     EXPECT_TRUE(error.contains("own database")) << error.toStdString();
+    // A folder without databases, then one whose first database is not one.
+    const QString broken = folder_->filePath("broken");
+    ASSERT_TRUE(QDir().mkpath(broken));
+    for (const char* why : {"does not exist", "cannot copy"}) {
+        EXPECT_FALSE(DataBackup::Backup(broken, broken + ".backup", &error));
+        EXPECT_TRUE(error.contains(why)) << error.toStdString();
+        ASSERT_TRUE(testdata::WriteFile(broken + "/Options.db3", QByteArray(4096, 'x')));
+    }
 
     for (const QByteArrayList& craft : testdata::Table("crafted-backups.tsv")) {
         SCOPED_TRACE(craft[0].constData());
@@ -68,7 +76,9 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     QString secondAside;
     ASSERT_TRUE(DataBackup::Restore(good, current, &error, &aside)) << error.toStdString();
     ASSERT_TRUE(DataBackup::Restore(good, current, &error, &secondAside));
-    EXPECT_NE(aside, secondAside);
+    EXPECT_EQ(QFileInfo(aside).fileName(), "aside-" + storagetest::Moment().toString("yyyyMMdd-HHmmss"));
+    EXPECT_EQ(secondAside, aside + "-2");
+    EXPECT_TRUE(DataBackup::Restore(good, current, &error));  // no aside folder asked for
     EXPECT_EQ(Laps(aside), 2);
     EXPECT_EQ(Laps(current), 5);
     EXPECT_TRUE(Left(current).isEmpty());
@@ -101,6 +111,11 @@ TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
         EXPECT_TRUE(QFileInfo(data + "/aside-1/Options.db3").isFile());
         EXPECT_TRUE(Left(data).isEmpty()) << Left(data).join(' ').toStdString();
     }
+    const QString data = folder_->filePath("d0");
+    ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName, "../x\naside-1\n"));
+    QString error;
+    EXPECT_FALSE(DataBackup::Recover(data, &error));
+    EXPECT_TRUE(error.contains("move it away")) << error.toStdString();
 }
 
 }  // namespace

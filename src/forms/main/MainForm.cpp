@@ -296,71 +296,61 @@ bool MainForm::IsAlreadyStarted() const {
     return statManager->GetStarted();
 }
 
-void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
+namespace {
+// The buttons and menu entries that only open a screen.
+struct ScreenAction {
+    int actionId;
+    const char* screen;
+};
+constexpr ScreenAction kScreenActions[] = {
+    {MainForm::ID_PACER, "pacer"},
+    {MainForm::ID_ALARM, "alarm"},
+    {MainForm::ID_GOAL, "goal"},
+    {MainForm::ID_BODY, "body"},
+    {MainForm::ID_SETTINGS, "settings"},
+    {MainForm::ID_PROFILE, "settings-profile"},
+    {MainForm::ID_HISTORY, "history-day"},
+    {MainForm::ID_WEIGHT_TIPS, "tips-weight"},
+    {MainForm::ID_ENTER_HEIGHT, "settings-height"},
+    {MainForm::ID_ENTER_WEIGHT, "body-weight"},
+    {MainForm::ID_ACC_TIPS, "tips-carry"},
+};
+}  // namespace
+
+void MainForm::OnActionPerformed(const QWidget&, int actionId) {
     // Under the lock pane only the slide acts: no button, key or menu opens anything.
     if (locked) return;
+    for (const ScreenAction& action : kScreenActions) {
+        if (action.actionId != actionId) continue;
+        CloseContextMenu();
+        HideOptionMenu();
+        SoundsManager::GetInstance().ClickSound();
+        OpenScreen(QString::fromLatin1(action.screen));
+        return;
+    }
     SoundsManager& sounds = SoundsManager::GetInstance();
-    PedometerOptions& options = PedometerOptions::GetInstance();
     switch (actionId) {
-        case BACK_ACTION_ID:
-            break;  // the root screen has no back action
         case ID_START:
             StartPressed();
             break;
         case ID_STOP:
             StopPressed();
             break;
-        case ID_GRAPH: {
-            sounds.ClickSound();
-            const int next = options.mainGraphic + 1;
-            options.mainGraphic = next > 3 ? 0 : next;
-            PedometerDBManager::GetInstance().SaveOptions();
-            graphic->SetCurrentType(options.mainGraphic);
-            statManager->ForceMainScreenUpdate();
+        case ID_LOCK:
+            Lock();
             break;
-        }
-        case ID_PACER:
-            sounds.ClickSound();
-            OpenScreen(QStringLiteral("pacer"));
-            break;
-        case ID_ALARM:
-            sounds.ClickSound();
-            OpenScreen(QStringLiteral("alarm"));
-            break;
-        case ID_BODY:
-        case ID_SETTINGS:
-        case ID_PROFILE:
+        case ID_QUIT:
             HideOptionMenu();
             sounds.ClickSound();
-            OpenScreen(actionId == ID_BODY       ? QStringLiteral("body")
-                       : actionId == ID_SETTINGS ? QStringLiteral("settings")
-                                                 : QStringLiteral("settings-profile"));
+            Q_EMIT QuitRequested();
             break;
-        case ID_INFO: {
+        case ID_GRAPH:
             sounds.ClickSound();
-            const Body& body = Body::GetInstance();
-            if (body.hasHeight() && body.storedWeight() != -1.0) {
-                OpenScreen(QStringLiteral("tips-carry"));
-                break;
-            }
-            QList<std::pair<QString, int>> items;
-            if (!body.hasHeight())
-                items.append({AppResource::Text("meter__ Enter height"), ID_ENTER_HEIGHT});
-            if (body.storedWeight() == -1.0) {
-                items.append({AppResource::Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
-            }
-            items.append({AppResource::Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
-            OpenContextMenu(GetButton(ID_INFO), items);
+            ShowNextGraphic();
             break;
-        }
-        case ID_ENTER_HEIGHT:
-        case ID_ENTER_WEIGHT:
-        case ID_ACC_TIPS:
-            CloseContextMenu();
+        case ID_INFO:
             sounds.ClickSound();
-            OpenScreen(actionId == ID_ENTER_HEIGHT   ? QStringLiteral("settings-height")
-                       : actionId == ID_ENTER_WEIGHT ? QStringLiteral("body-weight")
-                                                     : QStringLiteral("tips-carry"));
+            ShowInfo();
             break;
         case ID_NEW_LAP:
             CloseContextMenu();
@@ -369,28 +359,6 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
                             {{AppResource::Text("meter__ Start new"), ID_START_NEW},
                              {AppResource::Text("meter__ Just reset stats"), ID_JUST_RESET}});
             break;
-        case ID_GOAL:
-            sounds.ClickSound();
-            OpenScreen(QStringLiteral("goal"));
-            break;
-        case ID_LOCK: {
-            if (options.startOnBlock) {
-                OnActionPerformed(source, ID_START);
-            } else {
-                sounds.ClickSound();
-            }
-            locked = true;
-            CloseContextMenu();
-            HideOptionMenu();
-            AddOptionkeyActionListener(nullptr);  // the bar's option key goes, F1 does nothing
-            auto* pane = new BlockPane(this);
-            pane->setObjectName(QStringLiteral("lock"));
-            pane->Initialize(this);
-            pane->setGeometry(rect());  // the whole screen, whatever the window's size
-            pane->raise();
-            pane->show();
-            break;
-        }
         case ID_START_NEW:
             CloseContextMenu();
             sounds.ClickSound();
@@ -405,30 +373,66 @@ void MainForm::OnActionPerformed(const QWidget& source, int actionId) {
             sounds.ClickSound();
             ShowOptionMenu();
             break;
-        case ID_HISTORY:
-            sounds.ClickSound();
-            OpenScreen(QStringLiteral("history-day"));
-            break;
-        case ID_WEIGHT_TIPS:
-            sounds.ClickSound();
-            OpenScreen(QStringLiteral("tips-weight"));
-            break;
-        case ID_QUIT:
-            HideOptionMenu();
-            sounds.ClickSound();
-            Q_EMIT QuitRequested();
-            break;
         default:
             if (actionId >= ID_TOP_FIRST && actionId < ID_TOP_FIRST + kTopButtons) {
                 sounds.ClickSound();
-                options.mainValues = actionId - ID_TOP_FIRST;
-                PedometerDBManager::GetInstance().SaveOptions();
-                UpdateLabels();
-                UpdateTopButtons();
-                statManager->ForceMainScreenUpdate();
+                ShowTopValue(actionId - ID_TOP_FIRST);
             }
-            break;
+            break;  // the back action too: the root screen has none
     }
+}
+
+void MainForm::ShowNextGraphic() {
+    PedometerOptions& options = PedometerOptions::GetInstance();
+    const int next = options.mainGraphic + 1;
+    options.mainGraphic = next > 3 ? 0 : next;
+    PedometerDBManager::GetInstance().SaveOptions();
+    graphic->SetCurrentType(options.mainGraphic);
+    statManager->ForceMainScreenUpdate();
+}
+
+void MainForm::ShowTopValue(int index) {
+    PedometerOptions::GetInstance().mainValues = index;
+    PedometerDBManager::GetInstance().SaveOptions();
+    UpdateLabels();
+    UpdateTopButtons();
+    statManager->ForceMainScreenUpdate();
+}
+
+// With height and weight known the info button opens the carrying tips; otherwise it
+// offers to enter what is missing first.
+void MainForm::ShowInfo() {
+    const Body& body = Body::GetInstance();
+    if (body.hasHeight() && body.storedWeight() != -1.0) {
+        OpenScreen(QStringLiteral("tips-carry"));
+        return;
+    }
+    QList<std::pair<QString, int>> items;
+    if (!body.hasHeight())
+        items.append({AppResource::Text("meter__ Enter height"), ID_ENTER_HEIGHT});
+    if (body.storedWeight() == -1.0) {
+        items.append({AppResource::Text("meter__ Enter weight"), ID_ENTER_WEIGHT});
+    }
+    items.append({AppResource::Text("meter__ Accelerometer tips"), ID_ACC_TIPS});
+    OpenContextMenu(GetButton(ID_INFO), items);
+}
+
+void MainForm::Lock() {
+    if (PedometerOptions::GetInstance().startOnBlock) {
+        StartPressed();
+    } else {
+        SoundsManager::GetInstance().ClickSound();
+    }
+    locked = true;
+    CloseContextMenu();
+    HideOptionMenu();
+    AddOptionkeyActionListener(nullptr);  // the bar's option key goes, F1 does nothing
+    auto* pane = new BlockPane(this);
+    pane->setObjectName(QStringLiteral("lock"));
+    pane->Initialize(this);
+    pane->setGeometry(rect());  // the whole screen, whatever the window's size
+    pane->raise();
+    pane->show();
 }
 
 void MainForm::StartPressed() {

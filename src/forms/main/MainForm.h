@@ -131,6 +131,10 @@ private:
     void CloseContextMenu();
     // Opens a screen by its ScreenDirectory name on top of this one (today's data).
     void OpenScreen(const QString& name);
+    void ShowNextGraphic();
+    void ShowTopValue(int index);
+    void ShowInfo();
+    void Lock();
 
     void StartPressed();
     void StopPressed();
