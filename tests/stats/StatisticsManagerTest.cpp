@@ -196,6 +196,7 @@ TEST_F(StatisticsManagerTest, FirstMinuteAndTwelfthHandOver) {
     ASSERT_EQ(minutes.size(), 2u);
     EXPECT_EQ(minutes[0].secondsCompleted, 60);
     EXPECT_EQ(minutes[0].steps, 2);
+    EXPECT_NEAR(minutes[0].distance, Body::GetInstance().getRunStepSize(), 1e-9);
     EXPECT_EQ(minutes[1].lapMinute, 2);
     EXPECT_EQ(minutes[1].secondsCompleted, 0);
     const auto seconds = storedSeconds();

@@ -47,7 +47,7 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     // A folder without databases, then one whose first database is not one.
     const QString broken = folder_->filePath("broken");
     ASSERT_TRUE(QDir().mkpath(broken));
-    for (const char* why : {"does not exist", "cannot copy"}) {
+    for (const char* why : {"does not exist", "is not a database"}) {
         EXPECT_FALSE(DataBackup::Backup(broken, broken + ".backup", &error));
         EXPECT_TRUE(error.contains(why)) << error.toStdString();
         ASSERT_TRUE(testdata::WriteFile(broken + "/Options.db3", QByteArray(4096, 'x')));
