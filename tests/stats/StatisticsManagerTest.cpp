@@ -376,4 +376,16 @@ TEST_F(StatisticsManagerTest, StepsFromTheSensorThreadAreNeverLost) {
     EXPECT_EQ(stored, kSteps);
 }
 
+// Nothing waits forever on an updater that has stopped, and one destroyed while it runs
+// stops its thread first.
+TEST(UpdaterThreadTest, AStoppedOrDestroyedUpdaterNeverHoldsItsCaller) {
+    UpdaterThread stopped;
+    stopped.Start();
+    stopped.Stop();
+    stopped.Post({});
+    stopped.WaitUntilIdle();
+    UpdaterThread running;
+    running.Start();
+}
+
 }  // namespace
