@@ -170,6 +170,9 @@ TEST_F(StatisticsManagerTest, WritesTheIntervalInProgressBeforeSleep) {
     manager->GetUpdaterThread()->WaitUntilIdle();
     ASSERT_EQ(storedSeconds().size(), 3u);
     EXPECT_EQ(storedSeconds()[2].steps, 0);
+    VirtualTime::AdvanceBy(1000);  // one tick without a step: its time is stored too
+    m.WriteBeforeSleep();
+    EXPECT_EQ(storedSeconds().size(), 4u);
     m.stop();  // the detector stops counting too
     EXPECT_FALSE(manager->Detector()->IsUpdating());
 }
