@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "AccelerometerSourceFactory.h"
 #include "AppFrame.h"
@@ -23,6 +25,7 @@
 #include "DAOLapSeconds.h"
 #include "DataBackup.h"
 #include "DataFolderLock.h"
+#include "DeferredAccelerometerSource.h"
 #include "DesktopNotifications.h"
 #include "FeedbackProfile.h"
 #include "LaunchOptions.h"
@@ -35,6 +38,7 @@
 #include "ScreenDirectory.h"
 #include "ScreenOffCounting.h"
 #include "SingleInstance.h"
+#include "SoundsManager.h"
 #include "CountingEngine.h"
 #include "StatisticsManager.h"
 #include "StepDetectorFactory.h"
@@ -73,25 +77,41 @@ qint64 millisecondsSinceProcessStart(const QElapsedTimer& fallback) {
     return fallback.elapsed();
 }
 
-// Prints "painted NAME after N ms" once the watched screen has painted for the first time.
-class FirstPaintReporter : public QObject {
+// Processor time all threads of this process have used so far, in milliseconds: on a
+// busy machine a steadier figure than the time since the start.
+qint64 processCpuMilliseconds() {
+    timespec used{};
+    if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used) != 0) return -1;
+    return qint64(used.tv_sec) * 1000 + used.tv_nsec / 1000000;
+}
+
+// Notes the watched screen's first paint: prints "painted NAME after N ms, cpu C ms" and then, once that frame is done, runs the start-up work the frame did not need.
+class FirstPaintWatcher : public QObject {
 public:
-    FirstPaintReporter(QString name, QElapsedTimer started)
-        : name_(std::move(name)), started_(started) {}
+    FirstPaintWatcher(QString name, QElapsedTimer started, std::function<void()> afterwards)
+        : name_(std::move(name)), started_(started), afterwards_(std::move(afterwards)) {}
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint && !reported_) {
-            reported_ = true;
-            std::printf("painted %s after %lld ms\n", qPrintable(name_),
-                        static_cast<long long>(millisecondsSinceProcessStart(started_)));
+        if (event->type() == QEvent::Paint && !seen_) {
+            seen_ = true;
+            std::printf("painted %s after %lld ms, cpu %lld ms\n", qPrintable(name_),
+                        static_cast<long long>(millisecondsSinceProcessStart(started_)),
+                        static_cast<long long>(processCpuMilliseconds()));
             std::fflush(stdout);
+            QTimer::singleShot(0, this, [this] { RunAfterwards(); });
         }
         return QObject::eventFilter(watched, event);
+    }
+    // Runs the deferred work now if the first paint has not done so (no window to paint).
+    void RunAfterwards() {
+        seen_ = true;
+        if (afterwards_) std::exchange(afterwards_, nullptr)();
     }
 
 private:
     QString name_;
     QElapsedTimer started_;
-    bool reported_ = false;
+    bool seen_ = false;
+    std::function<void()> afterwards_;
 };
 
 // Resident memory of this process in megabytes, from /proc; 0 when unknown.
@@ -146,9 +166,12 @@ void ApplyGlobalSettings(const LaunchOptions& options) {
 }
 
 // The accelerometer: a replayed recording or the machine's own, maybe recorded. Null
-// with `error` set when a file cannot be used; `replay` is the replayed recording.
+// with `error` set when a file cannot be used; `replay` is the replayed recording,
+// `deferred` the machine's own, made only when realized (after the first paint).
 std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
-                                                CsvReplaySource** replay, QString* error) {
+                                                CsvReplaySource** replay,
+                                                DeferredAccelerometerSource** deferred,
+                                                QString* error) {
     std::unique_ptr<AccelerometerSource> source;
     if (!options.replayFile.isEmpty()) {
         std::unique_ptr<CsvReplaySource> csv = CsvReplaySource::FromFile(options.replayFile, error);
@@ -165,7 +188,10 @@ std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
             if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
         }
         AccelerometerSourceFactory::SetChoice(choice);
-        source = AccelerometerSourceFactory::Create();
+        auto machine = std::make_unique<DeferredAccelerometerSource>(
+            [choice] { return AccelerometerSourceFactory::Create(choice); });
+        *deferred = machine.get();
+        source = std::move(machine);
     }
     if (!options.recordFile.isEmpty()) {
         auto recorder =
@@ -267,12 +293,11 @@ int main(int argc, char** argv) {
             if (!folderLock->Reclaim(&error)) qWarning("pedometer: %s", qPrintable(error));
         });
     }
-    QApplication::setWindowIcon(
-        QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
-
     CsvReplaySource* replaySource = nullptr;
+    DeferredAccelerometerSource* machineSource = nullptr;
     QString error;
-    std::unique_ptr<AccelerometerSource> source = MakeSource(options, &replaySource, &error);
+    std::unique_ptr<AccelerometerSource> source =
+        MakeSource(options, &replaySource, &machineSource, &error);
     if (!source) return fail(error);
 
     // The desktop's services on the session bus; without them nothing is shown or followed.
@@ -294,7 +319,14 @@ int main(int argc, char** argv) {
     pedometer.Engine().UseSensorSource(std::move(source));
     if (replaySource != nullptr || onOffscreenPlatform())
         pedometer.Engine().SetIntervalObserver(printInterval);
-    FirstPaintReporter firstPaint(options.screen, startup);
+    // What the first frame does not need waits until it is painted: the window icon (an
+    // SVG icon plug-in), the audio system and the sensor backend's plug-ins and service.
+    FirstPaintWatcher firstPaint(options.screen, startup, [machineSource] {
+        QApplication::setWindowIcon(
+            QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
+        SoundsManager::GetInstance().PrepareClick();
+        if (machineSource != nullptr) machineSource->Realize();
+    });
     pedometer.OnAppInitializing();
     reportDatabaseProblems();
     QWidget* opened = ScreenDirectory::Open(options.screen, *pedometer.GetNavigationController(),
@@ -304,6 +336,7 @@ int main(int argc, char** argv) {
         return fail(error);
     }
     opened->installEventFilter(&firstPaint);
+    if (options.background) firstPaint.RunAfterwards();  // no window, no paint
     if (single) {
         single->SetOnActivate([&pedometer](const QString& token) { pedometer.ShowWindow(token); });
     }
