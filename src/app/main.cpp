@@ -28,6 +28,7 @@
 #include "DeferredAccelerometerSource.h"
 #include "DesktopNotifications.h"
 #include "FeedbackProfile.h"
+#include "FontConfigWarmUp.h"
 #include "LaunchOptions.h"
 #include "LayoutCheck.h"
 #include "MainForm.h"
@@ -260,6 +261,7 @@ int main(int argc, char** argv) {
         });
         if (early == LaunchOptions::Outcome::Fail && !qtOptions) return fail(message);
     }
+    const FontConfigWarmUp fontConfig;  // meanwhile: ready for the first text laid out
     QApplication app(argc, argv);  // takes Qt's own options (-platform, ...) off the list
     QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
     options = LaunchOptions{};
