@@ -17,10 +17,6 @@ AccelerometerSource& DeferredAccelerometerSource::Realize() const {
     return *source_;
 }
 
-bool DeferredAccelerometerSource::IsRealized() const {
-    return Made() != nullptr;
-}
-
 AccelerometerSource* DeferredAccelerometerSource::Made() const {
     std::lock_guard lock(mutex_);
     return source_.get();

@@ -24,7 +24,6 @@ public:
 
     // Makes the real source now, if not made yet; it is never null afterwards.
     AccelerometerSource& Realize() const;
-    bool IsRealized() const;
 
     bool IsAvailable() const override;
     void Start(AccelerometerListener* listener) override;

@@ -33,18 +33,18 @@ TEST(DeferredAccelerometerSourceTest, MakesTheSourceOnFirstNeedWithTheWindowStat
             noted = fresh.get();
             return fresh;
         });
-        source.SetWindowShown(true);
+        source.SetWindowShown(false);
         source.Stop();
         source.ReopenAfterResume();
-        source.SetWindowShown(false);
+        source.SetWindowShown(true);
         EXPECT_FALSE(source.IsRunning());
         ASSERT_EQ(made, 0);
         need(source);
         need(source);
         ASSERT_EQ(made, 1);
-        EXPECT_EQ(noted->windowShown, 0);
-        source.SetWindowShown(true);
         EXPECT_EQ(noted->windowShown, 1);
+        source.SetWindowShown(false);
+        EXPECT_EQ(noted->windowShown, 0);
         EXPECT_EQ(source.IsRunning(), noted->running);
     }
     EXPECT_FALSE(DeferredAccelerometerSource([] { return nullptr; }).IsAvailable());
