@@ -21,10 +21,6 @@ const QColor kEdge(0x3A, 0x44, 0x58);
 const QColor kAccent(12, 159, 249);
 const QColor kText(0xF2, 0xF5, 0xFA);
 const QColor kDimText(0x9A, 0xA6, 0xBA);
-
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
 }  // namespace
 
 FormHeader::FormHeader(QWidget* parent) : QWidget(parent) {}
@@ -54,11 +50,11 @@ void FormHeader::SetSelectedTab(int index) {
 }
 
 int FormHeader::TitleHeight() const {
-    return title_.isEmpty() && !tabs_.isEmpty() ? 0 : Scaled(kTitleHeight);
+    return title_.isEmpty() && !tabs_.isEmpty() ? 0 : TivUtils::Scaled(kTitleHeight);
 }
 
 int FormHeader::PreferredHeight() const {
-    return TitleHeight() + (tabs_.isEmpty() ? 0 : Scaled(kTabHeight));
+    return TitleHeight() + (tabs_.isEmpty() ? 0 : TivUtils::Scaled(kTabHeight));
 }
 
 QRect FormHeader::TabRect(int index) const {
@@ -88,9 +84,9 @@ void FormHeader::paintEvent(QPaintEvent*) {
         fill.setColorAt(0, kTitleTop);
         fill.setColorAt(1, kTitleBottom);
         painter.fillRect(titleBox, fill);
-        painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(34)));
+        painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(34)));
         painter.setPen(kText);
-        painter.drawText(titleBox.adjusted(Scaled(20), 0, -Scaled(20), 0),
+        painter.drawText(titleBox.adjusted(TivUtils::Scaled(20), 0, -TivUtils::Scaled(20), 0),
                          Qt::AlignVCenter | Qt::AlignLeft, title_);
     }
     if (tabs_.isEmpty()) return;
@@ -98,17 +94,17 @@ void FormHeader::paintEvent(QPaintEvent*) {
     painter.fillRect(QRect(0, titleHeight, width(), height() - titleHeight), kTabBack);
     painter.fillRect(QRect(0, titleHeight, width(), 1), kEdge);
     painter.fillRect(QRect(0, height() - 1, width(), 1), kEdge);
-    const QFont plain = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(24));
-    const QFont bold = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(24));
-    const int underline = std::max(2, Scaled(5));
+    const QFont plain = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(24));
+    const QFont bold = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(24));
+    const int underline = std::max(2, TivUtils::Scaled(5));
     for (int i = 0; i < tabs_.size(); ++i) {
         const QRect box = TabRect(i);
         const bool selected = i == selected_;
         if (i == pressed_)
             painter.fillRect(box, QColor(kAccent.red(), kAccent.green(), kAccent.blue(), 60));
         if (selected) {
-            painter.fillRect(QRect(box.left() + Scaled(8), box.bottom() - underline + 1,
-                                   box.width() - 2 * Scaled(8), underline),
+            painter.fillRect(QRect(box.left() + TivUtils::Scaled(8), box.bottom() - underline + 1,
+                                   box.width() - 2 * TivUtils::Scaled(8), underline),
                              kAccent);
         }
         if (i > 0) {
@@ -116,9 +112,10 @@ void FormHeader::paintEvent(QPaintEvent*) {
                              kEdge);
         }
         // A word longer than its tab is drawn smaller rather than cut.
-        const QRect textBox = box.adjusted(Scaled(4), 0, -Scaled(4), -underline);
+        const QRect textBox =
+            box.adjusted(TivUtils::Scaled(4), 0, -TivUtils::Scaled(4), -underline);
         QFont font = selected ? bold : plain;
-        for (int size = Scaled(24); size > Scaled(14); --size) {
+        for (int size = TivUtils::Scaled(24); size > TivUtils::Scaled(14); --size) {
             font = TivUtils::CreateFont(
                 selected ? TivUtils::FONT_STYLE_BOLD : TivUtils::FONT_STYLE_PLAIN, size);
             const QRect needed = QFontMetrics(font).boundingRect(

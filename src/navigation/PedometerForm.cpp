@@ -13,18 +13,12 @@
 #include "TivUtils.h"
 
 namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 // The background stretched to `size`, one pixel per logical pixel whatever the device's
 // ratio: the pictures are soft gradients, and a full-screen render at a phone's scale 2
 // would cost four times the memory for nothing to see. Shared by every screen of that size.
 QPixmap Background(const QString& name, const QSize& size) {
-    const QString key = QStringLiteral("PedometerForm:%1@%2x%3")
-                            .arg(name)
-                            .arg(size.width())
-                            .arg(size.height());
+    const QString key =
+        QStringLiteral("PedometerForm:%1@%2x%3").arg(name).arg(size.width()).arg(size.height());
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap)) return pixmap;
     QSvgRenderer renderer(TivUtils::GetArtworkPath(name));
@@ -90,15 +84,15 @@ void PedometerForm::InitOptionMenu(int actionId) {
 }
 
 void PedometerForm::StyleMenu(QMenu& menu) {
-    menu.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(30)));
-    menu.setMinimumWidth(Scaled(300));
+    menu.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(30)));
+    menu.setMinimumWidth(TivUtils::Scaled(300));
     menu.setStyleSheet(QStringLiteral("QMenu { background: #162238; color: #F2F5FA;"
                                       " border: 1px solid #3A4458; padding: %1px 0; }"
                                       "QMenu::item { padding: %2px %3px; }"
                                       "QMenu::item:selected { background: #0C9FF9; }")
-                           .arg(Scaled(6))
-                           .arg(Scaled(16))
-                           .arg(Scaled(28)));
+                           .arg(TivUtils::Scaled(6))
+                           .arg(TivUtils::Scaled(16))
+                           .arg(TivUtils::Scaled(28)));
 }
 
 void PedometerForm::AddOptionKey(const QString& text, int actionId) {

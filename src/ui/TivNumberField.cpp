@@ -7,12 +7,6 @@
 
 #include "TivUtils.h"
 
-namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 TivNumberField::TivNumberField(QWidget* parent, int maxLength, int fontSize) : QLineEdit(parent) {
     setMaxLength(maxLength);
     setValidator(
@@ -31,8 +25,8 @@ void TivNumberField::Restyle(bool refused) {
     setStyleSheet(QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
                                  " border: %1px solid %3; border-radius: %2px; }"
                                  "QLineEdit:focus { border-color: %4; }")
-                      .arg(std::max(1, Scaled(2)))
-                      .arg(Scaled(10))
+                      .arg(std::max(1, TivUtils::Scaled(2)))
+                      .arg(TivUtils::Scaled(10))
                       .arg(refused ? QStringLiteral("#FFB84D") : QStringLiteral("#3A4458"))
                       .arg(refused ? QStringLiteral("#FFB84D") : QStringLiteral("#0C9FF9")));
 }
@@ -50,13 +44,13 @@ bool TivNumberField::ShowVerdict(const EntryRange& range, EntryRange::Verdict ve
         message_ = new QLabel(parent);
         message_->setObjectName(QStringLiteral("entryMessage"));
         message_->setAlignment(Qt::AlignCenter);
-        message_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(22)));
+        message_->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(22)));
         message_->setStyleSheet(QStringLiteral("color: #FFB84D; background: transparent;"));
     }
     message_->setText(range.Message(verdict));
     // Centred under the field, as wide as the panel allows.
-    const int height = Scaled(30);
-    message_->setGeometry(0, geometry().bottom() + Scaled(4), parent->width(), height);
+    const int height = TivUtils::Scaled(30);
+    message_->setGeometry(0, geometry().bottom() + TivUtils::Scaled(4), parent->width(), height);
     message_->show();
     message_->raise();
     return false;

@@ -18,22 +18,6 @@ protected:
     Journal journal;
 };
 
-TEST_F(AppFrameTest, SizeFollowsTheLayoutAndFormsFillTheAreaAboveTheBar) {
-    AppFrame wide;
-    EXPECT_EQ(wide.size(), QSize(480, 800));
-    EXPECT_EQ(wide.GetClientAreaBounds(), QRect(0, 0, 480, 800 - SoftkeyBar::BarHeight()));
-    EXPECT_EQ(wide.GetSoftkeyBar().geometry().top(), wide.GetClientAreaBounds().bottom() + 1);
-
-    TivUtils::SetScreenResolution(TivUtils::HVGA_WIDTH);
-    AppFrame narrow;
-    EXPECT_EQ(narrow.size(), QSize(320, 480));
-    EXPECT_EQ(SoftkeyBar::BarHeight(), 40);
-    ProbeForm* form = new ProbeForm("F", journal, narrow);
-    narrow.AddControl(*form);
-    narrow.SetCurrentForm(*form);
-    EXPECT_EQ(form->geometry(), QRect(0, 0, 320, 440));
-}
-
 TEST_F(AppFrameTest, OnlyTheCurrentFormIsShownAndItsSoftkeysAreInTheBar) {
     AppFrame frame;
     ProbeForm* a = new ProbeForm("A", journal, frame);

@@ -5,9 +5,11 @@
 #include <QApplication>
 #include <QPointer>
 #include <functional>
+#include <map>
 
 #include "NavigationTestSupport.h"
 #include "ScreenFrame.h"
+#include "TestData.h"
 
 namespace {
 
@@ -53,47 +55,29 @@ TEST_F(TivNavigationControllerTest, PushInitialisesOnceShowsAndTellsTheNewForm) 
 // are removed (with no current form in between, or with the new one already current)
 // before anything is destroyed, newest first.
 TEST_F(TivNavigationControllerTest, LeavingScreensTellsEachFormInOrderAndDestroysTheOld) {
-    using Op = std::function<void(TivNavigationController&, ProbeForm* next)>;
-    const struct {
-        const char* name;
-        QStringList below;  // pushed over the root first
-        Op op;
-        QStringList journal;
-        int count;
-        const char* top;
-    } cases[] = {
-        {"pop", {"A"}, [](auto& n, auto*) { n.PopForm(true); },
-         {"A terminate (current none)", "root appear", "A gone"}, 1, "root"},
-        {"pop two", {"A", "B"}, [](auto& n, auto*) { n.PopTwoForms(true); },
-         {"B terminate (current none)", "A terminate (current none)", "root appear", "B gone",
-          "A gone"}, 1, "root"},
-        {"exchange one", {"A"}, [](auto& n, auto* next) { n.ExchangeFormForm(next, true); },
-         {"N init", "N appear", "A terminate (current N)", "A gone"}, 2, "N"},
-        {"exchange two", {"A", "B"}, [](auto& n, auto* next) { n.ExchangeTwoForms(next, true); },
-         {"N init", "N appear", "B terminate (current N)", "A terminate (current N)", "B gone",
-          "A gone"}, 2, "N"},
-        {"to root and push", {"A1", "A2"}, [](auto& n, auto* next) { n.PopToRootAndPush(next); },
-         {"N init", "N appear", "A2 terminate (current N)", "A1 terminate (current N)",
-          "A2 gone", "A1 gone"}, 2, "N"},
-        {"to root and push over the root", {}, [](auto& n, auto* next) { n.PopToRootAndPush(next); },
-         {"N init", "N appear"}, 2, "N"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    const std::map<QByteArray, std::function<void(TivNavigationController&, ProbeForm*)>> ops = {
+        {"pop", [](auto& n, auto*) { n.PopForm(true); }},
+        {"pop two", [](auto& n, auto*) { n.PopTwoForms(true); }},
+        {"exchange one", [](auto& n, auto* next) { n.ExchangeFormForm(next, true); }},
+        {"exchange two", [](auto& n, auto* next) { n.ExchangeTwoForms(next, true); }},
+        {"to root and push", [](auto& n, auto* next) { n.PopToRootAndPush(next); }}};
+    for (const QByteArrayList& c : testdata::Table("leaving-screens.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         while (navigation->GetFormCount() > 1) navigation->PopForm(true);
         Settle();
-        for (const QString& name : c.below) navigation->PushForm(Make(name));
+        for (const QByteArray& name : c[1].split('|'))
+            if (!name.isEmpty()) navigation->PushForm(Make(QString::fromLatin1(name)));
         journal.lines.clear();
         ProbeForm* next = Make("N");
-        c.op(*navigation, next);
+        ops.at(c[0])(*navigation, next);
         Settle();
-        EXPECT_EQ(journal.lines, c.journal);
-        EXPECT_EQ(navigation->GetFormCount(), c.count);
-        EXPECT_EQ(navigation->GetTopForm()->objectName(), c.top);
+        EXPECT_EQ(journal.lines, QString::fromLatin1(c[2]).split('|'));
+        EXPECT_EQ(navigation->GetFormCount(), c[3].toInt());
+        EXPECT_EQ(navigation->GetTopForm()->objectName(), QString::fromLatin1(c[4]));
         EXPECT_EQ(frame->GetCurrentForm(), navigation->GetTopForm());
         EXPECT_TRUE(navigation->GetTopForm()->isVisibleTo(frame.get()));
-        EXPECT_EQ(frame->GetControlCount(), c.count);
-        if (QString(c.top) != "N") delete next;
+        EXPECT_EQ(frame->GetControlCount(), c[3].toInt());
+        if (c[4] != "N") delete next;
     }
 }
 

@@ -9,6 +9,7 @@
 #include "FeedbackProfile.h"
 #include "PlatformSettings.h"
 #include "PrivateBus.h"
+#include "TestData.h"
 
 namespace {
 
@@ -52,32 +53,20 @@ TEST(SessionAwayStateTest, LockIdleAndScreenSaverEachMeanAway) {
     state.SetOnChanged([&](bool away) { told.append(away); });
     ASSERT_TRUE(SpinUntil([&] { return state.IsAway(); })) << "idle at start";
 
-    const char* session = "org.freedesktop.login1.Session";
-    const struct {
-        const char* what;
-        const char* interface;  // of the session's changed hint; null: the screen saver
-        const char* hint;
-        bool on, away;
-    } steps[] = {
-        {"idle ends", session, "IdleHint", false, false},
-        {"another interface", "x.Other", "LockedHint", true, false},
-        {"locked", session, "LockedHint", true, true},
-        {"unlocked", session, "LockedHint", false, false},
-        {"screen saver on", nullptr, nullptr, true, true},
-        {"screen saver off", nullptr, nullptr, false, false},
-    };
-    for (const auto& step : steps) {
-        SCOPED_TRACE(step.what);
-        if (step.interface != nullptr) {
-            SendChanged(service, kSession, step.interface, {{step.hint, step.on}});
+    for (const QByteArrayList& step : testdata::Table("away-signals.tsv")) {
+        SCOPED_TRACE(step[0].toStdString());
+        const bool on = step[3] == "1", away = step[4] == "1";
+        if (step[1] != "-") {
+            SendChanged(service, kSession, QString::fromLatin1(step[1]),
+                        {{QString::fromLatin1(step[2]), on}});
         } else {
             service.send(QDBusMessage::createSignal("/org/freedesktop/ScreenSaver",
                                                     "org.freedesktop.ScreenSaver", "ActiveChanged")
-                         << step.on);
+                         << on);
         }
-        SpinUntil([&] { return state.IsAway() == step.away; }, 1000);
+        SpinUntil([&] { return state.IsAway() == away; }, 1000);
         SpinUntil([] { return false; }, 50);  // a wrong change would arrive meanwhile
-        EXPECT_EQ(state.IsAway(), step.away);
+        EXPECT_EQ(state.IsAway(), away);
     }
     EXPECT_EQ(told, (QList<bool>{true, false, true, false, true, false}));
 }

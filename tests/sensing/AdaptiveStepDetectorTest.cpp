@@ -15,6 +15,7 @@
 #include "QuorPedometer.h"
 #include "RecordingStepCounter.h"
 #include "StepReceiver.h"
+#include "TestData.h"
 
 namespace {
 
@@ -76,33 +77,20 @@ TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
 // once three confirm the walk.
 TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     Body::GetInstance().clear();
-    const struct {
-        double cadence;  // steps a second
-        double amplitude;
-        int counted;  // of 60
-        int gait;     // of every step counted (a swing of about 1.4 times the amplitude)
-    } cases[] = {{1.2, 0.2, 58, 1}, {1.5, 0.3, 58, 1}, {1.8, 0.2, 59, 1}, {2.0, 0.5, 59, 1},
-                 {2.2, 1.6, 59, 1}, {2.5, 0.5, 59, 1}, {2.5, 1.0, 59, 2}, {2.8, 1.0, 59, 2},
-                 {2.8, 2.0, 59, 3}, {3.0, 2.0, 59, 3}};
-    for (const auto& c : cases) {
-        const Steps adaptive = countWith(DetectorKind::Adaptive, c.cadence, c.amplitude, 60);
-        EXPECT_EQ(adaptive.Total(), c.counted) << c.cadence << " steps/s, " << c.amplitude << " g";
-        EXPECT_EQ(adaptive.byGait[c.gait], c.counted)
-            << c.cadence << " steps/s, " << c.amplitude << " g";
+    for (const QByteArrayList& c : testdata::Table("clean-gaits.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const Steps adaptive =
+            countWith(DetectorKind::Adaptive, c[0].toDouble(), c[1].toDouble(), 60);
+        EXPECT_EQ(adaptive.Total(), c[2].toInt());
+        EXPECT_EQ(adaptive.byGait[c[3].toInt()], c[2].toInt());
     }
 }
 
 // The gait decision's bounds: cadence (steps a minute) first, then the swing (g).
 TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
-    const struct {
-        float cadence, intensity;
-        int gait;
-    } cases[] = {{0.0f, 5.0f, 1},    {139.9f, 5.0f, 1}, {140.0f, 1.2f, 2},  {140.0f, 1.19f, 1},
-                 {159.9f, 5.0f, 2},  {160.0f, 1.8f, 3}, {160.0f, 1.79f, 2}, {200.0f, 1.19f, 1},
-                 {200.0f, 9.0f, 3}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(GaitClassifier::Classify(c.cadence, c.intensity), c.gait)
-            << c.cadence << " steps/min, " << c.intensity << " g";
+    for (const QByteArrayList& c : testdata::Table("gait-bounds.tsv")) {
+        EXPECT_EQ(GaitClassifier::Classify(c[0].toFloat(), c[1].toFloat()), c[2].toInt())
+            << c.join(' ').toStdString();
     }
 }
 

@@ -347,40 +347,21 @@ TEST(IioAccelerometerSourceTest, HardwareStepCounterAddsDifferences) {
 }
 
 TEST(IioAccelerometerSourceTest, ScanTypesAndOfferedRates) {
-    const struct {
-        const char* type;
-        bool ok, bigEndian, isSigned;
-        int bits, storage, repeat, shift;
-    } types[] = {{"le:s12/16>>4", true, false, true, 12, 16, 1, 4},
-                 {"be:u16/16>>0", true, true, false, 16, 16, 1, 0},
-                 {"le:s32/32X2>>0", true, false, true, 32, 32, 2, 0},
-                 {"le:s17/16>>0", false, false, false, 0, 0, 0, 0},
-                 {"le:s12/12>>0", false, false, false, 0, 0, 0, 0},
-                 {"xx:s8/8>>0", false, false, false, 0, 0, 0, 0}};
-    for (const auto& t : types) {
-        SCOPED_TRACE(t.type);
+    for (const QByteArrayList& t : testdata::Table("iio-scan-types.tsv")) {
+        SCOPED_TRACE(t[0].toStdString());
         IioScanLayout::Channel c;
-        ASSERT_EQ(IioScanLayout::ParseType(t.type, &c), t.ok);
-        if (!t.ok) continue;
-        EXPECT_EQ(std::tie(c.bigEndian, c.isSigned, c.bits, c.storageBits, c.repeat, c.shift),
-                  std::tie(t.bigEndian, t.isSigned, t.bits, t.storage, t.repeat, t.shift));
+        ASSERT_EQ(IioScanLayout::ParseType(t[0], &c), t[1] != "bad");
+        if (t[1] == "bad") continue;
+        EXPECT_EQ(std::tuple(c.bigEndian, c.isSigned, c.bits, c.storageBits, c.repeat, c.shift),
+                  std::tuple(t[1] == "1", t[2] == "1", t[3].toInt(), t[4].toInt(), t[5].toInt(),
+                             t[6].toInt()));
     }
-    const struct {
-        const char* offered;
-        double minimum, picked;
-    } rates[] = {{"1.5 12.5 25 100 50", 33, 50},
-                 {"12.5 50 100", 12.5, 12.5},
-                 {"5 10 20", 33, 20},
-                 {"[1 0.5 100]", 33, 33},
-                 {"[0.000100 10 40]", 12.5, 20.0001},
-                 {"[1 2]", 33, 0},
-                 {"", 33, 0},
-                 {"fast", 33, 0}};
-    for (const auto& r : rates) {
-        SCOPED_TRACE(r.offered);
-        EXPECT_NEAR(IioSamplingFrequency::Pick(IioSamplingFrequency::Offered(r.offered, r.minimum),
-                                               r.minimum),
-                    r.picked, 1e-6);
+    for (const QByteArrayList& r : testdata::Table("iio-rates.tsv")) {
+        SCOPED_TRACE(r[0].toStdString());
+        const double minimum = r[1].toDouble();
+        EXPECT_NEAR(IioSamplingFrequency::Pick(
+                        IioSamplingFrequency::Offered(r[0], minimum), minimum),
+                    r[2].toDouble(), 1e-6);
     }
 }
 

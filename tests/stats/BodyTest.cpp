@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "AppResource.h"
+#include "TestData.h"
 
 namespace {
 
@@ -100,17 +101,12 @@ TEST_F(BodyTest, CaloriesUseInclusiveLowerSpeedBounds) {
     EXPECT_NEAR(body().calculateCalories(0.0f), 1.8445, 1e-4);
     EXPECT_DOUBLE_EQ(body().calculateCalories(-1.0f), 0.0);
     const double perMet = 3.5 * 68.0 / 200.0;
-    const struct {
-        float from;
-        double met, metBelow;
-    } bands[] = {{16.09f, 16.0, 13.5}, {12.87f, 13.5, 10.0}, {9.66f, 10.0, 8.0},
-                 {8.05f, 8.0, 6.0},    {7.4f, 6.0, 5.0},     {6.44f, 5.0, 4.0},
-                 {5.63f, 4.0, 3.5},    {4.83f, 3.5, 2.75},   {4.02f, 2.75, 2.0}};
-    for (const auto& b : bands) {
-        EXPECT_NEAR(body().calculateCalories(b.from), b.met * perMet, 1e-6) << b.from;
-        EXPECT_NEAR(body().calculateCalories(std::nextafter(b.from, 0.0f)), b.metBelow * perMet,
-                    1e-6)
-            << b.from;
+    for (const QByteArrayList& b : testdata::Table("calorie-bands.tsv")) {
+        const float from = b[0].toFloat();
+        EXPECT_NEAR(body().calculateCalories(from), b[1].toDouble() * perMet, 1e-6) << from;
+        EXPECT_NEAR(body().calculateCalories(std::nextafter(from, 0.0f)),
+                    b[2].toDouble() * perMet, 1e-6)
+            << from;
     }
     EXPECT_NEAR(body().calculateCalories(1.0f), 2.0 * perMet, 1e-6);
     body().setWeight(100.0);
@@ -121,17 +117,10 @@ TEST_F(BodyTest, CaloriesUseInclusiveLowerSpeedBounds) {
 TEST_F(BodyTest, BmiVerdictAndColour) {
     EXPECT_NEAR(body().GetBMI(), 22.99, 0.01);  // the default profile
     body().setHeight(100.0);
-    const struct {
-        double bmi;
-        const char* verdict;
-        Qt::GlobalColor colour;
-    } cases[] = {{18.49, "Underweight", Qt::yellow},  {18.5, "Normal weight", Qt::green},
-                 {24.99, "Normal weight", Qt::green}, {25.0, "Overweight", Qt::yellow},
-                 {29.99, "Overweight", Qt::yellow},   {30.0, "Obese", Qt::red}};
-    for (const auto& c : cases) {
-        body().setWeight(c.bmi);
-        EXPECT_EQ(body().GetBMIString(), QString::fromLatin1(c.verdict)) << c.bmi;
-        EXPECT_EQ(body().GetBMIColor(), QColor(c.colour)) << c.bmi;
+    for (const QByteArrayList& c : testdata::Table("bmi-verdicts.tsv")) {
+        body().setWeight(c[0].toDouble());
+        EXPECT_EQ(body().GetBMIString(), QString::fromLatin1(c[1])) << c[0].constData();
+        EXPECT_EQ(body().GetBMIColor(), QColor(QString::fromLatin1(c[2]))) << c[0].constData();
     }
     body().setAge(17);  // no verdict up to 17
     EXPECT_TRUE(body().GetBMIString().isEmpty());

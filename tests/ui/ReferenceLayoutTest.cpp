@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QWidget>
 
+#include "TestData.h"
 #include "TivLabel.h"
 #include "TivUtils.h"
 
@@ -15,16 +16,11 @@ using Placement = ReferenceLayout::Placement;
 // Where reference y lands with a band from 100 to 300: above unchanged, inside stretched,
 // below moved by the extra; a band shrinks at most to a tenth; and back again.
 TEST(ReferenceLayoutTest, TheGrowBandStretchesWhatIsInsideAndMovesWhatIsBelow) {
-    struct Case {
-        double extra, y, mapped;
-    };
-    const Case cases[] = {{100, 50, 50},   {100, 100, 100}, {100, 200, 250}, {100, 300, 400},
-                          {100, 500, 600}, {-80, 200, 160}, {-80, 600, 520}, {-500, 300, 120},
-                          {0, 250, 250}};
-    for (const Case& c : cases) {
-        const Placement placement{1.0, c.extra, 100, 300};
-        EXPECT_DOUBLE_EQ(placement.MapY(c.y), c.mapped) << c.extra << " " << c.y;
-        EXPECT_NEAR(placement.UnmapY(placement.MapY(c.y)), c.y, 1e-9) << c.extra << " " << c.y;
+    for (const QByteArrayList& c : testdata::Table("grow-band.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const Placement placement{1.0, c[0].toDouble(), 100, 300};
+        EXPECT_DOUBLE_EQ(placement.MapY(c[1].toDouble()), c[2].toDouble());
+        EXPECT_NEAR(placement.UnmapY(placement.MapY(c[1].toDouble())), c[1].toDouble(), 1e-9);
     }
     EXPECT_DOUBLE_EQ((Placement{1.0, 100, 0, 0}.MapY(500)), 500);  // no band: nothing moves
 }

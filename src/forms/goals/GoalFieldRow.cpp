@@ -19,18 +19,13 @@ namespace {
 constexpr int kFieldHeight = 72;
 constexpr int kFieldFont = 44;
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 }  // namespace
 
 GoalFieldRow::GoalFieldRow(QWidget& content, int top, std::function<void(QLineEdit&)> edited)
     : content_(content), top_(top), edited_(std::move(edited)) {}
 
 void GoalFieldRow::AddTabs(PedometerForm& form,
-                           std::initializer_list<std::pair<const char*, int>> tabs,
-                           int selected) {
+                           std::initializer_list<std::pair<const char*, int>> tabs, int selected) {
     for (const auto& [key, actionId] : tabs) form.AddTabItem(AppResource::Text(key), actionId);
     form.SetSelectedTabIndex(selected >= 0 && selected < int(tabs.size()) ? selected : -1);
 }
@@ -47,9 +42,9 @@ void GoalFieldRow::Clear() {
 }
 
 QLineEdit* GoalFieldRow::AddField(int maxLength, const QString& text, int x, int width) {
-    auto* field = new TivNumberField(&content_, maxLength, Scaled(kFieldFont));
+    auto* field = new TivNumberField(&content_, maxLength, TivUtils::Scaled(kFieldFont));
     field->setText(text);
-    field->setGeometry(x, top_, width, Scaled(kFieldHeight));
+    field->setGeometry(x, top_, width, TivUtils::Scaled(kFieldHeight));
     QObject::connect(field, &QLineEdit::editingFinished, field, [edited = edited_, field] {
         if (edited) edited(*field);
     });
@@ -63,32 +58,31 @@ void GoalFieldRow::AddUnit(const QString& text, int x, int width, int fontSize) 
     auto* label = new TivLabel(&content_);
     label->setObjectName(QStringLiteral("unit"));
     label->SetText(text);
-    label->SetFontSize(Scaled(fontSize));
+    label->SetFontSize(TivUtils::Scaled(fontSize));
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    label->setGeometry(x, top_, width, Scaled(kFieldHeight));
+    label->setGeometry(x, top_, width, TivUtils::Scaled(kFieldHeight));
     label->show();
     widgets_.append(label);
 }
 
 QLineEdit* GoalFieldRow::AddValue(int maxLength, int value, const QString& unit, int fieldWidth,
                                   int unitWidth) {
-    const int field = Scaled(fieldWidth);
-    const int gap = Scaled(12);
-    const int x = content_.width() / 2 - (field + gap + Scaled(unitWidth)) / 2;
+    const int field = TivUtils::Scaled(fieldWidth);
+    const int gap = TivUtils::Scaled(12);
+    const int x = content_.width() / 2 - (field + gap + TivUtils::Scaled(unitWidth)) / 2;
     QLineEdit* added = AddField(maxLength, QString::number(value), x, field);
-    AddUnit(unit, x + field + gap, Scaled(unitWidth));
+    AddUnit(unit, x + field + gap, TivUtils::Scaled(unitWidth));
     return added;
 }
 
 std::pair<QLineEdit*, QLineEdit*> GoalFieldRow::AddDistance(double kilometres, bool miles) {
     const DistanceEntry entry = DistanceEntry::FromKilometers(kilometres, miles);
-    const int fieldWhole = Scaled(100);
-    const int fieldFraction = Scaled(miles ? 70 : 130);
-    const int between = Scaled(miles ? 30 : 70);
-    const int after = Scaled(70);
-    const int gap = Scaled(10);
-    int x = content_.width() / 2 -
-            (fieldWhole + gap + between + fieldFraction + gap + after) / 2;
+    const int fieldWhole = TivUtils::Scaled(100);
+    const int fieldFraction = TivUtils::Scaled(miles ? 70 : 130);
+    const int between = TivUtils::Scaled(miles ? 30 : 70);
+    const int after = TivUtils::Scaled(70);
+    const int gap = TivUtils::Scaled(10);
+    int x = content_.width() / 2 - (fieldWhole + gap + between + fieldFraction + gap + after) / 2;
     QLineEdit* whole = AddField(2, QString::number(std::min(entry.whole, 99)), x, fieldWhole);
     x += fieldWhole + gap;
     AddUnit(miles ? QString(QLocale().decimalPoint()) : AppResource::Text("today_goal__ km"), x,
@@ -103,9 +97,9 @@ std::pair<QLineEdit*, QLineEdit*> GoalFieldRow::AddDistance(double kilometres, b
 TivLabel* GoalFieldRow::AddHint(const QString& text, int height) {
     auto* hint = new TivLabel(&content_);
     hint->setObjectName(QStringLiteral("hint"));
-    const int margin = Scaled(30);
+    const int margin = TivUtils::Scaled(30);
     hint->setGeometry(margin, top_, content_.width() - 2 * margin, height);
-    hint->SetFontSize(Scaled(28));
+    hint->SetFontSize(TivUtils::Scaled(28));
     hint->SetVerticalAlligment(TivLabel::ALIGN_TOP);
     hint->SetTextColor(QColor(0xC8, 0xD2, 0xE6));
     hint->SetNeedOutline(false);
@@ -128,9 +122,9 @@ bool GoalFieldRow::Holds(const QWidget& control) const {
 
 std::optional<double> GoalFieldRow::ReadInRange(const EntryRange& range, QLineEdit& whole,
                                                 QLineEdit* fraction, int fractionScale) {
-    const EntryRange::Reading typed = fraction != nullptr
-                                          ? range.Read(whole.text(), fraction->text(), fractionScale)
-                                          : range.Read(whole.text());
+    const EntryRange::Reading typed =
+        fraction != nullptr ? range.Read(whole.text(), fraction->text(), fractionScale)
+                            : range.Read(whole.text());
     // The row makes every field a TivNumberField; another field is only checked.
     auto* shown = qobject_cast<TivNumberField*>(&whole);
     const bool valid = shown != nullptr ? shown->ShowVerdict(range, typed.verdict)

@@ -34,10 +34,6 @@ constexpr double kSpeedLow = 0.5, kSpeedSpan = 4.5;
 constexpr double kPaceLow = 1.0, kPaceSpan = 5.0;
 constexpr double kRateLow = 5.0, kRateSpan = 95.0;  // from the stored default, 5
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 QString UnitText(int mode, bool miles) {
     if (mode == 1) return AppResource::Text(miles ? "history__ ml/h" : "history__ km/h");
     if (mode == 2) return AppResource::Text(miles ? "history__ min/ml" : "history__ min/km");
@@ -47,9 +43,10 @@ QString UnitText(int mode, bool miles) {
 // The targets one can set, in the shown unit: from a stroll to a sprint.
 EntryRange TargetRange(int mode, bool miles) {
     if (mode == 1) {
-        return miles ? EntryRange(Converter::ConvertKilometersToMiles(1.0),
-                                  Converter::ConvertKilometersToMiles(30.0), 1, UnitText(mode, miles))
-                     : EntryRange(1.0, 30.0, 1, UnitText(mode, miles));
+        return miles
+                   ? EntryRange(Converter::ConvertKilometersToMiles(1.0),
+                                Converter::ConvertKilometersToMiles(30.0), 1, UnitText(mode, miles))
+                   : EntryRange(1.0, 30.0, 1, UnitText(mode, miles));
     }
     if (mode == 2) return EntryRange(2.0, 60.0, 1, UnitText(mode, miles));
     return EntryRange(30, 250, 0, UnitText(mode, miles));
@@ -81,7 +78,8 @@ void PacerForm::OnInitializing() {
     ShowBackButton();
 
     content_ = new QWidget(this);
-    content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
+    content_->setGeometry(0, GetClientTop() + TivUtils::Scaled(kContentGap), width(),
+                          TivUtils::Scaled(kContentHeight));
     content_->show();
     row_ = std::make_unique<GoalFieldRow>(*content_, 0,
                                           [this](QLineEdit& field) { OnTextValueChanged(field); });
@@ -91,37 +89,40 @@ void PacerForm::OnInitializing() {
                                ID_OFF_ON_STANDING, kFirstRow, options.pacerOffOnStanding);
     diffRow_ = AddCheckRow(AppResource::Text("pacer__ Only if differs for:"), ID_DIFF,
                            kFirstRow + kRowHeight + kRowGap, options.pacerDiff);
-    const int margin = Scaled(20);
+    const int margin = TivUtils::Scaled(20);
     slider_ = new TivSlider(this);
-    slider_->Initialize(QRect(margin, content_->y() + Scaled(kSliderTop), width() - 2 * margin,
-                              Scaled(kSliderHeight)),
+    slider_->Initialize(QRect(margin, content_->y() + TivUtils::Scaled(kSliderTop),
+                              width() - 2 * margin, TivUtils::Scaled(kSliderHeight)),
                         0);
     slider_->SetListener(this);
     sliderLabel_ = new TivLabel(this);
-    sliderLabel_->setGeometry(margin, content_->y() + Scaled(kSliderLabelTop), width() - 2 * margin,
-                              Scaled(48));
-    sliderLabel_->SetFontSize(Scaled(34));
+    sliderLabel_->setGeometry(margin, content_->y() + TivUtils::Scaled(kSliderLabelTop),
+                              width() - 2 * margin, TivUtils::Scaled(48));
+    sliderLabel_->SetFontSize(TivUtils::Scaled(34));
     sliderLabel_->SetTextColor(QColor(0xFC, 0xD1, 0x4B));
     ReloadControls();
 }
 
 TivButton* PacerForm::AddCheckRow(const QString& text, int actionId, int y, bool checked) {
-    const int margin = Scaled(20);
+    const int margin = TivUtils::Scaled(20);
     auto* row = new TivButton(content_);
-    row->Initialize(QRect(margin, Scaled(y), content_->width() - 2 * margin, Scaled(kRowHeight)));
+    row->Initialize(QRect(margin, TivUtils::Scaled(y), content_->width() - 2 * margin,
+                          TivUtils::Scaled(kRowHeight)));
     row->setObjectName(QStringLiteral("check%1").arg(actionId));
     row->SetActionId(actionId);
     row->AddActionEventDelegate(this);
     auto* label = new TivLabel(row);
-    label->setGeometry(0, 0, row->width() - Scaled(60), row->height());
+    label->setGeometry(0, 0, row->width() - TivUtils::Scaled(60), row->height());
     label->SetText(text);
-    label->SetFontSize(Scaled(28));
+    label->SetFontSize(TivUtils::Scaled(28));
     label->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
     row->AddControl(*label);
     auto* box = new TivImagePanel(row);
     box->setObjectName(QStringLiteral("greenBut"));
-    box->Initialize(QPoint(row->width() - Scaled(48), (row->height() - Scaled(48)) / 2), nullptr);
-    box->resize(Scaled(48), Scaled(48));
+    box->Initialize(
+        QPoint(row->width() - TivUtils::Scaled(48), (row->height() - TivUtils::Scaled(48)) / 2),
+        nullptr);
+    box->resize(TivUtils::Scaled(48), TivUtils::Scaled(48));
     row->AddControl(*box);
     SetChecked(*row, checked);
     row->show();
@@ -153,19 +154,19 @@ void PacerForm::ReloadControls() {
     const int mode = options.pacerType;
     const bool miles = options.measurementSystem;
     const int center = content_->width() / 2;
-    const int gap = Scaled(10);
+    const int gap = TivUtils::Scaled(10);
     if (mode == 1 || mode == 2) {
         double value = mode == 1 ? options.pacerSpeed.load() : options.pacerPace.load();
         if (miles) value = Converter::ConvertKilometersToMiles(value);
         long tenthsTotal = std::lround(std::clamp(value, 0.0, 99.9) * 10);
-        const int fieldWhole = Scaled(100);
-        const int point = Scaled(24);
-        const int fieldTenths = Scaled(70);
-        const int unit = Scaled(150);
+        const int fieldWhole = TivUtils::Scaled(100);
+        const int point = TivUtils::Scaled(24);
+        const int fieldTenths = TivUtils::Scaled(70);
+        const int unit = TivUtils::Scaled(150);
         int x = center - (fieldWhole + point + fieldTenths + gap + unit) / 2;
         wholeField_ = row_->AddField(2, QString::number(tenthsTotal / 10), x, fieldWhole);
         x += fieldWhole;
-        row_->AddUnit(QString(QLocale().decimalPoint()), x + Scaled(6), point, 32);
+        row_->AddUnit(QString(QLocale().decimalPoint()), x + TivUtils::Scaled(6), point, 32);
         x += point;
         tenthsField_ = row_->AddField(1, QString::number(tenthsTotal % 10), x, fieldTenths);
         x += fieldTenths + gap;
@@ -174,7 +175,8 @@ void PacerForm::ReloadControls() {
         rateField_ = row_->AddValue(3, options.pacerFrequency, UnitText(mode, miles), 130, 190);
     } else {
         // Off: the row of fields says how to get a beat instead of staying empty.
-        offHint_ = row_->AddHint(AppResource::Text("pacer__ Off hint"), Scaled(kFieldHeight));
+        offHint_ =
+            row_->AddHint(AppResource::Text("pacer__ Off hint"), TivUtils::Scaled(kFieldHeight));
     }
 
     double tolerance = 0.0, low = 0.0, span = 1.0;

@@ -31,10 +31,6 @@ constexpr int kLabelHeight = 110;
 constexpr int kContentHeight = 400;
 constexpr int kRefreshMs = 1000;  // the counters move every second
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 // The state of the same phase for a kind: 0 calories, 1 distance, 2 activity, 3 steps.
 // States of no phase stay as they are.
 int SamePhase(int type, int kind) {
@@ -79,7 +75,8 @@ void SygnalForm::OnInitializing() {
     ShowBackButton();
 
     content_ = new QWidget(this);
-    content_->setGeometry(0, GetClientTop() + Scaled(kContentGap), width(), Scaled(kContentHeight));
+    content_->setGeometry(0, GetClientTop() + TivUtils::Scaled(kContentGap), width(),
+                          TivUtils::Scaled(kContentHeight));
     content_->show();
     row_ = std::make_unique<GoalFieldRow>(*content_, 0,
                                           [this](QLineEdit& field) { OnTextValueChanged(field); });
@@ -100,15 +97,16 @@ void SygnalForm::OnRefreshTick() {
 TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption, int actionId,
                                  int x) {
     auto* button = new TivButton(content_);
-    button->Initialize(QRect(x, Scaled(kButtonTop), Scaled(kButtonWidth), Scaled(kButtonHeight)));
+    button->Initialize(QRect(x, TivUtils::Scaled(kButtonTop), TivUtils::Scaled(kButtonWidth),
+                             TivUtils::Scaled(kButtonHeight)));
     button->SetPictures(picture);
     button->SetActionId(actionId);
     button->AddActionEventDelegate(this);
     auto* label = new TivLabel(button);
-    const int inset = Scaled(12);  // keeps a shrunk caption off the rounded ends
+    const int inset = TivUtils::Scaled(12);  // keeps a shrunk caption off the rounded ends
     label->setGeometry(inset, 0, button->width() - 2 * inset, button->height());
     label->SetText(caption);
-    label->SetFontSize(Scaled(32));
+    label->SetFontSize(TivUtils::Scaled(32));
     label->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     label->SetTextColor(Qt::black);
     label->SetNeedOutline(false);
@@ -119,24 +117,24 @@ TivButton* SygnalForm::AddButton(const QString& picture, const QString& caption,
 }
 
 void SygnalForm::AddProgress(int percent, const QString& text, const QColor& color) {
-    const int margin = Scaled(20);
+    const int margin = TivUtils::Scaled(20);
     progressBar_ = new QProgressBar(content_);
     progressBar_->setRange(0, 100);
     progressBar_->setValue(std::clamp(percent, 0, 100));
     progressBar_->setTextVisible(false);
-    progressBar_->setGeometry(margin, Scaled(kBarTop), content_->width() - 2 * margin,
-                              Scaled(kBarHeight));
+    progressBar_->setGeometry(margin, TivUtils::Scaled(kBarTop), content_->width() - 2 * margin,
+                              TivUtils::Scaled(kBarHeight));
     progressBar_->setStyleSheet(
         QStringLiteral("QProgressBar { background: rgba(10, 15, 26, 200); border: 1px solid "
                        "#3A4458; border-radius: %1px; }"
                        "QProgressBar::chunk { background: %2; border-radius: %1px; }")
-            .arg(Scaled(8))
+            .arg(TivUtils::Scaled(8))
             .arg(QColor(0x34, 0xC7, 0x7B).name()));
     progressBar_->show();
     progressLabel_ = new TivLabel(content_);
-    progressLabel_->setGeometry(margin, Scaled(kLabelTop), content_->width() - 2 * margin,
-                                Scaled(kLabelHeight));
-    progressLabel_->SetFontSize(Scaled(32));
+    progressLabel_->setGeometry(margin, TivUtils::Scaled(kLabelTop), content_->width() - 2 * margin,
+                                TivUtils::Scaled(kLabelHeight));
+    progressLabel_->SetFontSize(TivUtils::Scaled(32));
     progressLabel_->SetTextColor(color);
     progressLabel_->SetNeedOutline(false);
     progressLabel_->SetText(text);
@@ -176,8 +174,8 @@ void SygnalForm::ReloadControls() {
         std::tie(wholeField_, fractionField_) = row_->AddDistance(options.sygnalDistance, miles);
     }
 
-    const int gap = Scaled(20);
-    const int left = center - gap / 2 - Scaled(kButtonWidth);
+    const int gap = TivUtils::Scaled(20);
+    const int left = center - gap / 2 - TivUtils::Scaled(kButtonWidth);
     if (Sygnal::IsRunning(type)) {
         startPause_ = AddButton(QStringLiteral("btn-green.png"), AppResource::Text("alarm__ Pause"),
                                 ID_PAUSE, left);

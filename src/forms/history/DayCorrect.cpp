@@ -29,10 +29,6 @@ constexpr int kRowHeight = 84;
 constexpr int kRowStep = kCaptionHeight + kRowHeight + 8;
 constexpr int kSummaryLines = 3;
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 int StepsOf(const DAOLap& lap) {
     int steps = 0;
     for (const DAOLapMinutes& minute : lap.CopyMinutes()) steps += minute.steps;
@@ -75,13 +71,13 @@ TivLabel* DayCorrect::AddCaption(const QString& text, int top, int lines) {
     auto* caption = new TivLabel(content_);
     caption->setObjectName(QStringLiteral("caption"));
     caption->SetText(text);
-    caption->SetFontSize(Scaled(26));
+    caption->SetFontSize(TivUtils::Scaled(26));
     caption->SetNeedOutline(false);
     caption->SetTextColor(QColor(0xC8, 0xD2, 0xE6));
-    const int margin = Scaled(30);
+    const int margin = TivUtils::Scaled(30);
     caption->SetVerticalAlligment(TivLabel::ALIGN_TOP);
     caption->setGeometry(margin, top, content_->width() - 2 * margin,
-                         Scaled(kCaptionHeight * lines));
+                         TivUtils::Scaled(kCaptionHeight * lines));
     caption->show();
     return caption;
 }
@@ -104,7 +100,7 @@ void DayCorrect::OnInitializing() {
     AddSoftkeyActionListener(SOFTKEY_0, this);
     ShowBackButton();
 
-    const int top = GetClientTop() + Scaled(kContentGap);
+    const int top = GetClientTop() + TivUtils::Scaled(kContentGap);
     content_ = new QWidget(this);
     content_->setGeometry(0, top, width(), height() - top);
     content_->show();
@@ -114,12 +110,13 @@ void DayCorrect::OnInitializing() {
         AddCaption(AppResource::Text("day_correct__ Counted in this lap: %1")
                        .arg(QLocale().toString(StepsOf(*lap_))),
                    y, 2);
-        y += Scaled(2 * kCaptionHeight + 8);
+        y += TivUtils::Scaled(2 * kCaptionHeight + 8);
     }
     AddCaption(
         AppResource::Text(takeAway ? "day_correct__ Steps to take away" : "day_correct__ Steps"),
         y);
-    stepsRow_ = std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
+    stepsRow_ =
+        std::make_unique<GoalFieldRow>(*content_, y + TivUtils::Scaled(kCaptionHeight), edited);
     int taken = 0;
     if (previousTakeAway_ >= 0) {
         if (auto previous = PedometerDBManager::GetInstance().GetLap(previousTakeAway_)) {
@@ -127,21 +124,22 @@ void DayCorrect::OnInitializing() {
         }
     }
     steps_ = stepsRow_->AddValue(5, taken, AppResource::Text("today_goal__ steps"), 180, 120);
-    y += Scaled(kRowStep);
+    y += TivUtils::Scaled(kRowStep);
     if (!takeAway) {
         const bool miles = PedometerOptions::GetInstance().measurementSystem;
         AddCaption(AppResource::Text("day_correct__ Or the distance"), y);
         distanceRow_ =
-            std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
+            std::make_unique<GoalFieldRow>(*content_, y + TivUtils::Scaled(kCaptionHeight), edited);
         std::tie(whole_, fraction_) = distanceRow_->AddDistance(0.0, miles);
-        y += Scaled(kRowStep);
+        y += TivUtils::Scaled(kRowStep);
         AddCaption(AppResource::Text("day_correct__ Started at"), y);
-        hourRow_ = std::make_unique<GoalFieldRow>(*content_, y + Scaled(kCaptionHeight), edited);
+        hourRow_ =
+            std::make_unique<GoalFieldRow>(*content_, y + TivUtils::Scaled(kCaptionHeight), edited);
         const QDateTime now = Clock::Now();
         // Today a walk that just ended, another day one around noon.
         const int hour = day_ == now.date() ? std::max(now.time().hour() - 1, 0) : 12;
         hour_ = hourRow_->AddValue(2, hour, QStringLiteral(":00"), 80, 100);
-        y += Scaled(kRowStep);
+        y += TivUtils::Scaled(kRowStep);
     }
     summary_ = AddCaption({}, y, kSummaryLines);
     ShowDistanceOfSteps();
@@ -254,8 +252,7 @@ void DayCorrect::OnActionPerformed(const QWidget& source, int actionId) {
     PedometerForm::OnActionPerformed(source, actionId);
 }
 
-PEDOMETER_SCREEN("day-correct", [](const ScreenRequest& request,
-                                   QString* error) -> PedometerForm* {
+PEDOMETER_SCREEN("day-correct", [](const ScreenRequest& request, QString* error) -> PedometerForm* {
     auto* screen = new DayCorrect();
     if (request.lapId < 0) {
         screen->InitializeForDay(request.day.isValid() ? request.day : Clock::Now().date());

@@ -15,18 +15,13 @@ namespace {
 constexpr int kRowHeight = 70;  // 64 of row and a gap, in the 480-wide layout
 constexpr int kPage = 24;       // rows read at once around the ones in view
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 QPixmap Picture(const char* name) {
     const auto pixmap = TivUtils::GetBitmapWithRightResolutionN(QString::fromLatin1(name));
     return pixmap ? *pixmap : QPixmap();
 }
 }  // namespace
 
-DayList::DayList(std::vector<QDate> days, std::function<void(const QDate&)> onOpen,
-                 QWidget* parent)
+DayList::DayList(std::vector<QDate> days, std::function<void(const QDate&)> onOpen, QWidget* parent)
     : QWidget(parent),
       days_(std::move(days)),
       onOpen_(std::move(onOpen)),
@@ -34,7 +29,7 @@ DayList::DayList(std::vector<QDate> days, std::function<void(const QDate&)> onOp
       pressedRow_(Picture("history_row-pressed.png")) {}
 
 int DayList::RowHeight() {
-    return Scaled(kRowHeight);
+    return TivUtils::Scaled(kRowHeight);
 }
 
 int DayList::RowAt(int y) const {
@@ -47,8 +42,8 @@ void DayList::Load(int first, int last) {
     last = std::min(Count() - 1, last);
     if (first > last) return;
     // Newest first: the range runs from the last row's day to the first row's.
-    for (const DAODayTotals& day :
-         PedometerDBManager::GetInstance().GetDayTotals(days_[size_t(last)], days_[size_t(first)])) {
+    for (const DAODayTotals& day : PedometerDBManager::GetInstance().GetDayTotals(
+             days_[size_t(last)], days_[size_t(first)])) {
         steps_[day.day] = day.steps;
     }
     for (int i = first; i <= last; ++i) steps_.emplace(days_[size_t(i)], 0);
@@ -71,14 +66,14 @@ void DayList::paintEvent(QPaintEvent* event) {
     const int first = std::max(0, event->rect().top() / h);
     const int last = std::min(Count() - 1, event->rect().bottom() / h);
     const QLocale locale;
-    const int margin = Scaled(10);
-    const QFont dateFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(22));
-    const QFont stepsFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(22));
+    const int margin = TivUtils::Scaled(10);
+    const QFont dateFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(22));
+    const QFont stepsFont = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(22));
     for (int i = first; i <= last; ++i) {
         const int y = i * h;
         painter.drawPixmap(margin, y, i == pressedIndex_ ? pressedRow_ : row_);
-        const QRect text(margin + Scaled(18), y + Scaled(2), width() - 2 * margin - Scaled(66),
-                         Scaled(64));
+        const QRect text(margin + TivUtils::Scaled(18), y + TivUtils::Scaled(2),
+                         width() - 2 * margin - TivUtils::Scaled(66), TivUtils::Scaled(64));
         painter.setPen(Qt::white);
         painter.setFont(dateFont);
         painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter,
@@ -104,7 +99,8 @@ void DayList::mouseReleaseEvent(QMouseEvent* event) {
     update();
     // A drag scrolls the list; only a tap opens the day.
     const QPoint moved = event->globalPosition().toPoint() - pressedAt_;
-    if (moved.manhattanLength() <= Scaled(20) && RowAt(event->position().toPoint().y()) == index) {
+    if (moved.manhattanLength() <= TivUtils::Scaled(20) &&
+        RowAt(event->position().toPoint().y()) == index) {
         Open(index);
     }
 }

@@ -17,10 +17,6 @@ const QColor kAxisTextColor(196, 212, 232);
 constexpr int kMaxValueSteps = 4;
 constexpr int kMaxTimeTicks = 4;
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 QLineF PixelLine(int x1, int y1, int x2, int y2) {
     return QLineF(x1 + 0.5, y1 + 0.5, x2 + 0.5, y2 + 0.5);
 }
@@ -87,17 +83,17 @@ QStringList GraphicHistory::TimeTexts() const {
 void GraphicHistory::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(17));
+    const QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(17));
     painter.setFont(font);
     const QFontMetrics metrics(font);
     const QStringList labels = AxisTexts();
     int widest = metrics.horizontalAdvance(QStringLiteral("00"));
     for (const QString& label : labels) widest = std::max(widest, metrics.horizontalAdvance(label));
 
-    const int gap = Scaled(5);
+    const int gap = TivUtils::Scaled(5);
     const int left = widest + 2 * gap;
-    const int right = width() - Scaled(10);
-    const int top = metrics.height() + gap;      // the unit above the frame
+    const int right = width() - TivUtils::Scaled(10);
+    const int top = metrics.height() + gap;                // the unit above the frame
     const int bottom = height() - metrics.height() - gap;  // the clock times below
     if (right <= left || bottom <= top) return;
 

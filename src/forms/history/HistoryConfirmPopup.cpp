@@ -10,10 +10,6 @@
 #include "TivUtils.h"
 
 namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, int actionId,
                       IActionEventListener* listener) {
     auto* button = new TivButton(parent);
@@ -21,8 +17,9 @@ TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, 
     const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral(".png"));
     const auto pressed =
         TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral("-pressed.png"));
-    button->Initialize(QRect(QPoint(), normal ? normal->deviceIndependentSize().toSize()
-                                                : QSize(Scaled(200), Scaled(72))));
+    button->Initialize(QRect(QPoint(), normal
+                                           ? normal->deviceIndependentSize().toSize()
+                                           : QSize(TivUtils::Scaled(200), TivUtils::Scaled(72))));
     button->SetNormalBitmap(normal.get());
     button->SetPressedBitmap(pressed.get());
     button->SetActionId(actionId);
@@ -30,7 +27,7 @@ TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, 
     auto* caption = new TivLabel(button);
     caption->Initialize();
     caption->SetText(AppResource::GetInstance().GetString(QString::fromUtf8(key)));
-    caption->SetFontSize(Scaled(24));
+    caption->SetFontSize(TivUtils::Scaled(24));
     caption->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     caption->SetNeedOutline(false);
     caption->setGeometry(0, 0, button->width(), button->height());
@@ -44,11 +41,11 @@ HistoryConfirmPopup::HistoryConfirmPopup(QWidget& screen, IActionEventListener* 
     setGeometry(screen.rect());
     question_ = new TivLabel(this);
     question_->Initialize();
-    question_->SetFontSize(Scaled(26));
+    question_->SetFontSize(TivUtils::Scaled(26));
     question_->SetNeedOutline(false);
     cancel_ = MakeButton(this, QStringLiteral("btn-blue"), "body__ Cancel", ID_CANCEL, listener);
-    confirm_ = MakeButton(this, QStringLiteral("btn-red"), "meter__ Reset stats", ID_CONFIRM,
-                          listener);
+    confirm_ =
+        MakeButton(this, QStringLiteral("btn-red"), "meter__ Reset stats", ID_CONFIRM, listener);
     PlaceContent();
     setProperty("closesOnBack", true);
     setProperty("covers", true);
@@ -57,10 +54,11 @@ HistoryConfirmPopup::HistoryConfirmPopup(QWidget& screen, IActionEventListener* 
 
 void HistoryConfirmPopup::PlaceContent() {
     const QRect panel = PanelRect();
-    question_->setGeometry(panel.adjusted(Scaled(20), Scaled(16), -Scaled(20), -Scaled(100)));
-    const int y = panel.bottom() - Scaled(16) - cancel_->height();
-    cancel_->move(panel.left() + Scaled(14), y);
-    confirm_->move(panel.right() - Scaled(14) - confirm_->width(), y);
+    question_->setGeometry(panel.adjusted(TivUtils::Scaled(20), TivUtils::Scaled(16),
+                                          -TivUtils::Scaled(20), -TivUtils::Scaled(100)));
+    const int y = panel.bottom() - TivUtils::Scaled(16) - cancel_->height();
+    cancel_->move(panel.left() + TivUtils::Scaled(14), y);
+    confirm_->move(panel.right() - TivUtils::Scaled(14) - confirm_->width(), y);
 }
 
 void HistoryConfirmPopup::resizeEvent(QResizeEvent*) {
@@ -69,8 +67,8 @@ void HistoryConfirmPopup::resizeEvent(QResizeEvent*) {
 }
 
 QRect HistoryConfirmPopup::PanelRect() const {
-    const int w = width() - 2 * Scaled(10);
-    const int h = Scaled(250);
+    const int w = width() - 2 * TivUtils::Scaled(10);
+    const int h = TivUtils::Scaled(250);
     return QRect((width() - w) / 2, (height() - h) / 2, w, h);
 }
 
@@ -104,6 +102,6 @@ void HistoryConfirmPopup::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), QColor(0, 0, 0, 150));
     painter.setPen(QPen(QColor(58, 68, 88), 1));
     painter.setBrush(QColor(22, 34, 56));
-    painter.drawRoundedRect(QRectF(PanelRect()).adjusted(0.5, 0.5, -0.5, -0.5), Scaled(16),
-                            Scaled(16));
+    painter.drawRoundedRect(QRectF(PanelRect()).adjusted(0.5, 0.5, -0.5, -0.5),
+                            TivUtils::Scaled(16), TivUtils::Scaled(16));
 }

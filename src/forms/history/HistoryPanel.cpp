@@ -22,16 +22,12 @@ constexpr int kButtonHeight = 64;
 constexpr int kGraphHeight = 170;
 constexpr int kInner = ReferenceLayout::kWidth - 2 * kMargin;  // a row's width
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 TivLabel* MakeLabel(QWidget* parent, const QString& text, int size, const QColor& color,
                     int style = TivUtils::FONT_STYLE_PLAIN) {
     auto* label = new TivLabel(parent);
     label->Initialize();
     label->SetText(text);
-    label->SetFontSize(Scaled(size));
+    label->SetFontSize(TivUtils::Scaled(size));
     label->SetFontStyle(style);
     label->SetTextColor(color);
     label->SetNeedOutline(false);

@@ -24,10 +24,6 @@ constexpr int kCaptionHeight = 40;
 constexpr int kChartHeight = 290;
 const QString kMeasurePreference = QStringLiteral("history.period.measure");
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 // The name and unit of a measure, in the user's units.
 QString MeasureCaption(int measure, bool miles) {
     switch (measure) {
@@ -81,27 +77,28 @@ void HistoryPeriod::OnInitializing() {
     SetBackgroundImage(QStringLiteral("MainScreen_bg.png"));
     SetTitleText(title_);
     ShowBackButton();
-    const int margin = Scaled(10);
-    int y = GetClientTop() + Scaled(6);
+    const int margin = TivUtils::Scaled(10);
+    int y = GetClientTop() + TivUtils::Scaled(6);
     caption_ = new TivLabel(this);
     caption_->Initialize();
-    caption_->SetFontSize(Scaled(22));
+    caption_->SetFontSize(TivUtils::Scaled(22));
     caption_->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     caption_->SetTextColor(HistoryPanel::kTitleColor);
     caption_->SetNeedOutline(false);
     caption_->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    caption_->setGeometry(margin, y, width() * 3 / 5, Scaled(kCaptionHeight));
+    caption_->setGeometry(margin, y, width() * 3 / 5, TivUtils::Scaled(kCaptionHeight));
     auto* hint = new TivLabel(this);
     hint->Initialize();
-    hint->SetFontSize(Scaled(17));
+    hint->SetFontSize(TivUtils::Scaled(17));
     hint->SetTextColor(QColor(128, 148, 176));
     hint->SetNeedOutline(false);
     hint->SetHorizontalAlligment(TivLabel::ALIGN_RIGHT);
     hint->SetText(AppResource::Text("meter__ Tap to change"));
-    hint->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - margin, Scaled(kCaptionHeight));
-    y += Scaled(kCaptionHeight);
+    hint->setGeometry(width() * 3 / 5, y, width() * 2 / 5 - margin,
+                      TivUtils::Scaled(kCaptionHeight));
+    y += TivUtils::Scaled(kCaptionHeight);
     chart_ = new PeriodChart(this);
-    chart_->setGeometry(0, y, width(), Scaled(kChartHeight));
+    chart_->setGeometry(0, y, width(), TivUtils::Scaled(kChartHeight));
     chart_->setProperty("touchTarget", true);
     // The chart and the rows below share the height.
     SetGrowBand(int(std::lround(y / TivUtils::GetScale())), ReferenceLayout::kClientHeight);
@@ -109,7 +106,7 @@ void HistoryPeriod::OnInitializing() {
         SoundsManager::GetInstance().ClickSound();
         NextMeasure();
     });
-    y += Scaled(kChartHeight);
+    y += TivUtils::Scaled(kChartHeight);
     panel_ = new HistoryPanel(this);
     panel_->setGeometry(0, y, width(), height() - y);
     const int stored = PedometerDBManager::GetInstance().GetPreference(kMeasurePreference).toInt();
@@ -127,8 +124,7 @@ void HistoryPeriod::FormWillAppear() {
 
 void HistoryPeriod::NextMeasure() {
     measure_ = (measure_ + 1) % PeriodSummary::kMeasures;
-    PedometerDBManager::GetInstance().SetPreference(kMeasurePreference,
-                                                    QString::number(measure_));
+    PedometerDBManager::GetInstance().SetPreference(kMeasurePreference, QString::number(measure_));
     ShowMeasure();
 }
 
@@ -194,21 +190,24 @@ PEDOMETER_SCREEN("history-30", [](const ScreenRequest&, QString*) {
 PEDOMETER_SCREEN("history-180", [](const ScreenRequest&, QString*) {
     return LastDays(180, "history__ Last 180 days");
 });
-PEDOMETER_SCREEN("history-range", [](const ScreenRequest& request,
-                                     QString* error) -> PedometerForm* {
-    if (!request.from.isValid() || !request.to.isValid()) {
-        *error = QStringLiteral("history-range shows a range of days: give both --from and --to");
-        return nullptr;
-    }
-    if (request.from > request.to) {
-        *error = QStringLiteral("history-range: --from %1 is after --to %2")
-                     .arg(request.from.toString(Qt::ISODate), request.to.toString(Qt::ISODate));
-        return nullptr;
-    }
-    auto* screen = new HistoryPeriod;
-    const QLocale locale;
-    screen->Initialize(request.from, request.to,
-                       locale.toString(request.from, QLocale::ShortFormat) +
-                           QStringLiteral(" – ") + locale.toString(request.to, QLocale::ShortFormat));
-    return screen;
-});
+PEDOMETER_SCREEN("history-range",
+                 [](const ScreenRequest& request, QString* error) -> PedometerForm* {
+                     if (!request.from.isValid() || !request.to.isValid()) {
+                         *error = QStringLiteral(
+                             "history-range shows a range of days: give both --from and --to");
+                         return nullptr;
+                     }
+                     if (request.from > request.to) {
+                         *error = QStringLiteral("history-range: --from %1 is after --to %2")
+                                      .arg(request.from.toString(Qt::ISODate),
+                                           request.to.toString(Qt::ISODate));
+                         return nullptr;
+                     }
+                     auto* screen = new HistoryPeriod;
+                     const QLocale locale;
+                     screen->Initialize(request.from, request.to,
+                                        locale.toString(request.from, QLocale::ShortFormat) +
+                                            QStringLiteral(" – ") +
+                                            locale.toString(request.to, QLocale::ShortFormat));
+                     return screen;
+                 });

@@ -17,13 +17,6 @@
 #include "TivNavigationController.h"
 #include "TivUtils.h"
 
-namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
-}  // namespace
-
 HistoryReports::HistoryReports(QWidget* parent) : PedometerForm(parent) {}
 
 bool HistoryReports::Initialize() {
@@ -68,8 +61,8 @@ bool HistoryReports::eventFilter(QObject* watched, QEvent* event) {
         return PedometerForm::eventFilter(watched, event);
     QDateEdit* field = nullptr;
     for (QDateEdit* candidate : {from_.data(), to_.data()}) {
-        if (candidate != nullptr && (watched == candidate || candidate->isAncestorOf(
-                                                                 qobject_cast<QWidget*>(watched))))
+        if (candidate != nullptr &&
+            (watched == candidate || candidate->isAncestorOf(qobject_cast<QWidget*>(watched))))
             field = candidate;
     }
     if (field == nullptr) return PedometerForm::eventFilter(watched, event);
@@ -90,7 +83,7 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
     auto* caption = new TivLabel(row);
     caption->Initialize();
     caption->SetText(AppResource::Text(captionKey));
-    caption->SetFontSize(Scaled(20));
+    caption->SetFontSize(TivUtils::Scaled(20));
     caption->SetTextColor(QColor(196, 212, 232));
     caption->SetNeedOutline(false);
     caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
@@ -101,14 +94,14 @@ QDateEdit* HistoryReports::AddDateField(QWidget* row, const char* captionKey, co
     field->installEventFilter(this);
     for (QWidget* part : field->findChildren<QWidget*>()) part->installEventFilter(this);
     field->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
-    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(30)));
+    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(30)));
     field->setStyleSheet(
         QStringLiteral("QDateEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
                        " border: %1px solid #3A4458; border-radius: %2px; padding-left: %3px; }"
                        "QDateEdit:focus { border-color: #0C9FF9; }")
-            .arg(std::max(1, Scaled(2)))
-            .arg(Scaled(10))
-            .arg(Scaled(8)));
+            .arg(std::max(1, TivUtils::Scaled(2)))
+            .arg(TivUtils::Scaled(10))
+            .arg(TivUtils::Scaled(8)));
     ReferenceLayout::Place(*field, QRect(x, 32, width, 60), TivUtils::GetScale());
     return field;
 }
@@ -151,7 +144,8 @@ void HistoryReports::OnActionPerformed(const QWidget& source, int actionId) {
     SoundsManager::GetInstance().ClickSound();
     TivNavigationController* navigation = getNavigationController();
     QString error;
-    if (navigation != nullptr && ScreenDirectory::Open(name, *navigation, request, &error) == nullptr) {
+    if (navigation != nullptr &&
+        ScreenDirectory::Open(name, *navigation, request, &error) == nullptr) {
         qWarning("%s", qPrintable(error));
     }
 }

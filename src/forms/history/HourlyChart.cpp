@@ -18,10 +18,6 @@ const QColor kSlotColor(255, 255, 255, 16);
 const QColor kTextColor(196, 212, 232);
 constexpr int kDetailHeight = 30;  // the line under the hour marks
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 }  // namespace
 
 HourlyChart::HourlyChart(QWidget* parent) : QWidget(parent) {}
@@ -61,10 +57,10 @@ QString HourlyChart::GetDetailText() const {
 }
 
 QRect HourlyChart::PlotRect() const {
-    const int side = Scaled(14);
-    const int top = Scaled(8);
+    const int side = TivUtils::Scaled(14);
+    const int top = TivUtils::Scaled(8);
     return QRect(side, top, width() - 2 * side,
-                 height() - top - Scaled(24) - Scaled(kDetailHeight));
+                 height() - top - TivUtils::Scaled(24) - TivUtils::Scaled(kDetailHeight));
 }
 
 int HourlyChart::HourAt(int x) const {
@@ -88,11 +84,12 @@ void HourlyChart::paintEvent(QPaintEvent*) {
     const double slot = double(plot.width()) / count;
     const int gap = std::max(1, int(slot / 5));
     const int highest = std::max(1, totals_.HighestSteps());
-    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(16)));
+    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(16)));
     for (int i = 0; i < count; ++i) {
         const int hour = first_ + i;
         const int x = plot.left() + int(std::lround(i * slot));
-        const int w = std::max(1, int(std::lround((i + 1) * slot)) - int(std::lround(i * slot)) - gap);
+        const int w =
+            std::max(1, int(std::lround((i + 1) * slot)) - int(std::lround(i * slot)) - gap);
         painter.fillRect(QRect(x, plot.top(), w, plot.height()), kSlotColor);
         const int steps = totals_.At(hour).steps;
         if (steps > 0) {
@@ -102,8 +99,8 @@ void HourlyChart::paintEvent(QPaintEvent*) {
         }
         if (hour % 3 == 0 || count <= 8) {
             painter.setPen(kTextColor);
-            painter.drawText(QRect(x - Scaled(10), plot.bottom() + Scaled(4), w + Scaled(20),
-                                   Scaled(20)),
+            painter.drawText(QRect(x - TivUtils::Scaled(10), plot.bottom() + TivUtils::Scaled(4),
+                                   w + TivUtils::Scaled(20), TivUtils::Scaled(20)),
                              Qt::AlignHCenter | Qt::AlignTop, QString::number(hour));
         }
     }
@@ -115,17 +112,17 @@ void HourlyChart::paintEvent(QPaintEvent*) {
     }
     // A detail wider than the chart (long words, a narrow window) gets a smaller font,
     // down to the readable floor, and loses its end only below that.
-    QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(20));
+    QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(20));
     const QString detail = GetDetailText();
     const int needed = QFontMetrics(font).horizontalAdvance(detail);
     if (needed > plot.width()) {
         font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD,
-                                    std::max(1, Scaled(20) * plot.width() / needed));
+                                    std::max(1, TivUtils::Scaled(20) * plot.width() / needed));
     }
     painter.setFont(font);
     painter.setPen(kChosenColor);
-    painter.drawText(QRect(plot.left(), height() - Scaled(kDetailHeight), plot.width(),
-                           Scaled(kDetailHeight)),
+    painter.drawText(QRect(plot.left(), height() - TivUtils::Scaled(kDetailHeight), plot.width(),
+                           TivUtils::Scaled(kDetailHeight)),
                      Qt::AlignLeft | Qt::AlignVCenter,
                      QFontMetrics(font).elidedText(detail, Qt::ElideRight, plot.width()));
 }

@@ -17,10 +17,6 @@ const QColor kGoalColor(63, 212, 131);
 const QColor kGridColor(255, 255, 255, 50);
 const QColor kSlotColor(255, 255, 255, 16);
 const QColor kTextColor(196, 212, 232);
-
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
 }  // namespace
 
 PeriodChart::PeriodChart(QWidget* parent) : QWidget(parent) {}
@@ -37,9 +33,10 @@ ChartAxis PeriodChart::Axis(double highest, double goal) {
 }
 
 QRect PeriodChart::PlotRect() const {
-    const int left = Scaled(62);
-    const int top = Scaled(14);
-    return QRect(left, top, width() - left - Scaled(12), height() - top - Scaled(30));
+    const int left = TivUtils::Scaled(62);
+    const int top = TivUtils::Scaled(14);
+    return QRect(left, top, width() - left - TivUtils::Scaled(12),
+                 height() - top - TivUtils::Scaled(30));
 }
 
 void PeriodChart::mousePressEvent(QMouseEvent* event) {
@@ -62,7 +59,7 @@ void PeriodChart::paintEvent(QPaintEvent*) {
         return plot.bottom() + 1 - int(std::lround(axis.Share(value) * plot.height()));
     };
     // One font for every tick, values and dates alike.
-    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(17)));
+    painter.setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(17)));
     const double slot = count > 0 ? double(plot.width()) / count : plot.width();
     const auto xOf = [&](int index) { return plot.left() + int(std::lround(index * slot)); };
     const bool longPeriod = count > 62;
@@ -72,9 +69,9 @@ void PeriodChart::paintEvent(QPaintEvent*) {
     if (longPeriod) {
         for (size_t w = 0; w < weekStarts.size(); w += 2) {
             const int end = w + 1 < weekStarts.size() ? weekStarts[w + 1] : count;
-            painter.fillRect(QRect(xOf(weekStarts[w]), plot.top(),
-                                   xOf(end) - xOf(weekStarts[w]), plot.height()),
-                             kSlotColor);
+            painter.fillRect(
+                QRect(xOf(weekStarts[w]), plot.top(), xOf(end) - xOf(weekStarts[w]), plot.height()),
+                kSlotColor);
         }
     }
     const int best = summary_->BestDay(measure_);
@@ -86,8 +83,7 @@ void PeriodChart::paintEvent(QPaintEvent*) {
         const double value = summary_->Value(i, measure_);
         if (value <= 0.0) continue;
         const int y = std::min(yOf(value), plot.bottom());  // a tiny day still shows
-        painter.fillRect(QRect(x, y, w, plot.bottom() + 1 - y),
-                         i == best ? kBestColor : kBarColor);
+        painter.fillRect(QRect(x, y, w, plot.bottom() + 1 - y), i == best ? kBestColor : kBarColor);
     }
 
     // Scale: a grid line with its value at each step, and the base line.
@@ -98,7 +94,8 @@ void PeriodChart::paintEvent(QPaintEvent*) {
             painter.drawLine(plot.left(), y, plot.right(), y);
         }
         painter.setPen(kTextColor);
-        painter.drawText(QRect(0, y - Scaled(11), plot.left() - Scaled(6), Scaled(22)),
+        painter.drawText(QRect(0, y - TivUtils::Scaled(11), plot.left() - TivUtils::Scaled(6),
+                               TivUtils::Scaled(22)),
                          Qt::AlignRight | Qt::AlignVCenter, axis.Label(value));
     }
     painter.setPen(QPen(Qt::white, 1));
@@ -110,22 +107,23 @@ void PeriodChart::paintEvent(QPaintEvent*) {
     }
 
     if (goal_ > 0.0) {
-        painter.setPen(QPen(kGoalColor, std::max(1, Scaled(2)), Qt::DashLine));
+        painter.setPen(QPen(kGoalColor, std::max(1, TivUtils::Scaled(2)), Qt::DashLine));
         painter.drawLine(plot.left(), yOf(goal_), plot.right(), yOf(goal_));
     }
 
     // Time marks under the base line: months on long periods, weeks (or days) otherwise.
     const QLocale locale;
-    const int labelTop = plot.bottom() + Scaled(6);
+    const int labelTop = plot.bottom() + TivUtils::Scaled(6);
     const QFontMetrics metrics = painter.fontMetrics();
     const auto mark = [&](int index, const QString& text) {
         const int x = xOf(index);
-        if (x + Scaled(2) + metrics.horizontalAdvance(text) > width()) return;  // cut off
+        if (x + TivUtils::Scaled(2) + metrics.horizontalAdvance(text) > width()) return;  // cut off
         painter.setPen(QPen(Qt::white, 1));
-        painter.drawLine(x, plot.bottom() + 1, x, plot.bottom() + Scaled(5));
+        painter.drawLine(x, plot.bottom() + 1, x, plot.bottom() + TivUtils::Scaled(5));
         painter.setPen(kTextColor);
-        painter.drawText(QRect(x + Scaled(2), labelTop, Scaled(90), Scaled(22)),
-                         Qt::AlignLeft | Qt::AlignTop, text);
+        painter.drawText(
+            QRect(x + TivUtils::Scaled(2), labelTop, TivUtils::Scaled(90), TivUtils::Scaled(22)),
+            Qt::AlignLeft | Qt::AlignTop, text);
     };
     if (longPeriod) {
         for (int i = 0; i < count; ++i) {

@@ -16,13 +16,6 @@
 #include "TouchEventDispatcher.h"
 #include "UnblockListener.h"
 
-namespace {
-// A length of the 480-wide layout in the current one.
-int Scaled(int pixels) {
-    return static_cast<int>(std::lround(pixels * TivUtils::GetScale()));
-}
-}  // namespace
-
 BlockPane::BlockPane(QWidget* parent) : QWidget(parent) {}
 
 bool BlockPane::Initialize(UnblockListener* form) {
@@ -34,7 +27,7 @@ bool BlockPane::Initialize(UnblockListener* form) {
     delete picture_;
     picture_ = new TivImagePanel(this);
     pictureX_ = 0;
-    picture_->Initialize(QPoint(pictureX_, Scaled(kPictureY)),
+    picture_->Initialize(QPoint(pictureX_, TivUtils::Scaled(kPictureY)),
                          TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("unlock.png")));
     picture_->show();
 
@@ -42,10 +35,10 @@ bool BlockPane::Initialize(UnblockListener* form) {
     caption_ = new TivLabel(this);
     // On the slide track itself, between the knob and the arrows, so the words sit
     // where the finger goes.
-    caption_->setGeometry(Scaled(kCaptionLeft), Scaled(kPictureY + 28),
-                          Scaled(kCaptionRight - kCaptionLeft), Scaled(64));
+    caption_->setGeometry(TivUtils::Scaled(kCaptionLeft), TivUtils::Scaled(kPictureY + 28),
+                          TivUtils::Scaled(kCaptionRight - kCaptionLeft), TivUtils::Scaled(64));
     caption_->SetBackColor(QColor(0, 0, 0, 0));
-    caption_->SetFontSize(Scaled(kCaptionFontSize));
+    caption_->SetFontSize(TivUtils::Scaled(kCaptionFontSize));
     caption_->SetShrinkToFit(true);
     caption_->SetTextColor(Qt::white);
     caption_->SetText(AppResource::GetInstance().GetString(QStringLiteral("SLIDE_TO_UNLOCK")));
@@ -61,7 +54,7 @@ bool BlockPane::IsUnlockSlide(long long dx, int distance) {
 }
 
 int BlockPane::UnlockDistance() {
-    return std::max(1, Scaled(kUnlockDistance));
+    return std::max(1, TivUtils::Scaled(kUnlockDistance));
 }
 
 void BlockPane::Dismiss(QWidget* pane) {

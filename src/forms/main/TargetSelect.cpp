@@ -19,15 +19,11 @@
 
 namespace {
 // Sizes in the 480-wide layout.
-constexpr int kContentGap = 40;  // below the tabs
-constexpr int kFieldTop = 24;    // in the content panel
+constexpr int kContentGap = 40;      // below the tabs
+constexpr int kFieldTop = 24;        // in the content panel
 constexpr int kContentHeight = 150;  // the row of fields and some air
 constexpr int kSliderHeight = 84;
 constexpr int kSliderBar = 28;
-
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
 
 }  // namespace
 
@@ -52,18 +48,18 @@ void TargetSelect::OnInitializing() {
                           kind >= DAOTarget::DISTANCE && kind <= DAOTarget::STEPS ? kind : 0);
     ShowBackButton();
 
-    const int top = GetClientTop() + Scaled(kContentGap);
+    const int top = GetClientTop() + TivUtils::Scaled(kContentGap);
     content_ = new QWidget(this);
-    content_->setGeometry(0, top, width(), Scaled(kContentHeight));
+    content_->setGeometry(0, top, width(), TivUtils::Scaled(kContentHeight));
     content_->show();
-    row_ = std::make_unique<GoalFieldRow>(*content_, Scaled(kFieldTop),
+    row_ = std::make_unique<GoalFieldRow>(*content_, TivUtils::Scaled(kFieldTop),
                                           [this](QLineEdit& field) { OnTextValueChanged(field); });
 
     slider_ = new TargetSlider(this);
-    const int margin = Scaled(20);
-    slider_->setGeometry(margin, top + Scaled(kContentHeight), width() - 2 * margin,
-                         Scaled(kSliderHeight));
-    slider_->Initialize(Scaled(kSliderBar));
+    const int margin = TivUtils::Scaled(20);
+    slider_->setGeometry(margin, top + TivUtils::Scaled(kContentHeight), width() - 2 * margin,
+                         TivUtils::Scaled(kSliderHeight));
+    slider_->Initialize(TivUtils::Scaled(kSliderBar));
     ReloadControls();
 }
 
@@ -82,8 +78,9 @@ void TargetSelect::ReloadControls() {
     const DAOTarget& goal = DAOTarget::GetInstance();
     const bool miles = PedometerOptions::GetInstance().measurementSystem;
     // With the goal off the progress bar is hidden and the hint may use its place too.
-    const bool off = goal.targetActive < DAOTarget::DISTANCE || goal.targetActive > DAOTarget::STEPS;
-    content_->resize(width(), Scaled(kContentHeight + (off ? kSliderHeight : 0)));
+    const bool off =
+        goal.targetActive < DAOTarget::DISTANCE || goal.targetActive > DAOTarget::STEPS;
+    content_->resize(width(), TivUtils::Scaled(kContentHeight + (off ? kSliderHeight : 0)));
     switch (goal.targetActive) {
         case DAOTarget::DISTANCE:
             std::tie(wholeField_, fractionField_) = row_->AddDistance(goal.distance, miles);
@@ -103,7 +100,7 @@ void TargetSelect::ReloadControls() {
         default:
             // With the goal off, say what choosing one does.
             hintLabel_ = row_->AddHint(AppResource::Text("today_goal__ Off hint"),
-                                       content_->height() - Scaled(kFieldTop));
+                                       content_->height() - TivUtils::Scaled(kFieldTop));
             break;
     }
     slider_->UpdateData();

@@ -14,10 +14,6 @@
 #include "TivUtils.h"
 
 namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 // value ÷ target × 100, truncated; 0 for a target that cannot be reached or a value
 // that is not a number.
 int Percent(double value, double target) {
@@ -32,7 +28,7 @@ const QColor kValueColor(252, 209, 75);
 // The width the label's text needs in its font, plus room for the outline.
 int TextWidth(const TivLabel& label) {
     if (!label.GetFont()) return 0;
-    return QFontMetrics(*label.GetFont()).horizontalAdvance(label.GetText()) + Scaled(4);
+    return QFontMetrics(*label.GetFont()).horizontalAdvance(label.GetText()) + TivUtils::Scaled(4);
 }
 }  // namespace
 
@@ -56,8 +52,8 @@ bool TargetSlider::Initialize(int barHeight) {
         delete old;
     }
     fullHeight_ = std::max(barHeight, 0);
-    const int textSize = Scaled(27);
-    const int figureSize = Scaled(32);
+    const int textSize = TivUtils::Scaled(27);
+    const int figureSize = TivUtils::Scaled(32);
     caption_ = MakeLabel(this, textSize, TivUtils::FONT_STYLE_PLAIN, Qt::white);
     caption_->SetText(AppResource::Text("today_goal__ Progress:"));
     value_ = MakeLabel(this, figureSize, TivUtils::FONT_STYLE_BOLD, kValueColor);
@@ -97,11 +93,11 @@ void TargetSlider::LayoutChildren() {
 
 void TargetSlider::LayoutTexts() {
     const int left = (width() - fullWidth_) / 2;
-    const int textHeight = std::max(0, height() - fullHeight_ - Scaled(6));
+    const int textHeight = std::max(0, height() - fullHeight_ - TivUtils::Scaled(6));
     // The figures hang from the right edge, each label as wide as its text, so that
     // "value / target (unit)" stays together whatever the lengths.
     int x = left + fullWidth_;
-    const int gap = Scaled(6);
+    const int gap = TivUtils::Scaled(6);
     for (TivLabel* label : {unit_, target_, separator_, value_}) {
         const int w = TextWidth(*label);
         x -= w;

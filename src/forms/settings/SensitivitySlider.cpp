@@ -10,12 +10,6 @@
 #include "TivSlider.h"
 #include "TivUtils.h"
 
-namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 QColor SensitivitySlider::GaitColor(int gait) {
     static const QColor kColors[3] = {QColor(92, 214, 92), QColor(252, 209, 75),
                                       QColor(240, 96, 80)};
@@ -48,30 +42,33 @@ SensitivitySlider::SensitivitySlider(int gait, std::function<void()> changed, QW
 void SensitivitySlider::Initialize() {
     static const char* const kCaptions[3] = {"more__ Walk sensitivity", "more__ Jog sensitivity",
                                              "more__ Run sensitivity"};
-    const int margin = Scaled(20);
+    const int margin = TivUtils::Scaled(20);
     auto* caption = new TivLabel(this);
     caption->Initialize();
     caption->SetText(AppResource::GetInstance().GetString(
         QString::fromUtf8(kCaptions[std::clamp(gait_, 1, 3) - 1])));
-    caption->SetFontSize(Scaled(22));
+    caption->SetFontSize(TivUtils::Scaled(22));
     caption->SetTextColor(GaitColor(gait_));
     caption->SetNeedOutline(false);
     caption->SetHorizontalAlligment(TivLabel::ALIGN_LEFT);
-    caption->setGeometry(margin, 0, width() - 2 * margin - Scaled(60), Scaled(32));
+    caption->setGeometry(margin, 0, width() - 2 * margin - TivUtils::Scaled(60),
+                         TivUtils::Scaled(32));
 
     const int position = PositionFor(gait_, Threshold(gait_));
     position_ = new TivLabel(this);
     position_->Initialize();
     position_->SetText(QString::number(position));
-    position_->SetFontSize(Scaled(22));
+    position_->SetFontSize(TivUtils::Scaled(22));
     position_->SetFontStyle(TivUtils::FONT_STYLE_BOLD);
     position_->SetNeedOutline(false);
     position_->SetHorizontalAlligment(TivLabel::ALIGN_RIGHT);
-    position_->setGeometry(width() - margin - Scaled(60), 0, Scaled(60), Scaled(32));
+    position_->setGeometry(width() - margin - TivUtils::Scaled(60), 0, TivUtils::Scaled(60),
+                           TivUtils::Scaled(32));
 
     slider_ = new TivSlider(this);
     // 60 units high: a finger-sized target at the smallest scale.
-    slider_->Initialize(QRect(margin, Scaled(32), width() - 2 * margin, Scaled(60)), position);
+    slider_->Initialize(
+        QRect(margin, TivUtils::Scaled(32), width() - 2 * margin, TivUtils::Scaled(60)), position);
     slider_->SetListener(this);
     for (QWidget* child : {static_cast<QWidget*>(caption), static_cast<QWidget*>(position_),
                            static_cast<QWidget*>(slider_)}) {

@@ -16,16 +16,12 @@ constexpr int kMargin = 10;
 const QColor kValueColor{252, 209, 75};
 const QColor kNoteColor{196, 212, 232};
 
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-
 TivLabel* MakeLabel(QWidget* parent, const QString& text, int size, const QColor& color, int style,
                     int alignment) {
     auto* label = new TivLabel(parent);
     label->Initialize();
     label->SetText(text);
-    label->SetFontSize(Scaled(size));
+    label->SetFontSize(TivUtils::Scaled(size));
     label->SetFontStyle(style);
     label->SetTextColor(color);
     label->SetNeedOutline(false);
@@ -42,13 +38,14 @@ TivLabel* SettingsPanel::AddValueRow(const QString& text, const QString& value, 
     TivButton* button = AddRowButton(text, actionId, listener);
     // The value keeps its whole width up to the arrow (at most half the row); the caption
     // gets the rest and wraps when it must.
-    const QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(22));
-    const int valueWidth =
-        std::min(QFontMetrics(font).horizontalAdvance(value) + Scaled(8), button->width() / 2);
-    const int valueRight = button->width() - Scaled(50);
+    const QFont font = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(22));
+    const int valueWidth = std::min(
+        QFontMetrics(font).horizontalAdvance(value) + TivUtils::Scaled(8), button->width() / 2);
+    const int valueRight = button->width() - TivUtils::Scaled(50);
     const int split = valueRight - valueWidth;
     if (auto* caption = button->findChild<TivLabel*>()) {
-        caption->setGeometry(caption->x(), 0, split - caption->x() - Scaled(6), button->height());
+        caption->setGeometry(caption->x(), 0, split - caption->x() - TivUtils::Scaled(6),
+                             button->height());
     }
     TivLabel* shown =
         MakeLabel(button, value, 22, kValueColor, TivUtils::FONT_STYLE_BOLD, TivLabel::ALIGN_RIGHT);
@@ -61,20 +58,21 @@ TivLabel* SettingsPanel::AddValueRow(const QString& text, const QString& value, 
 QLineEdit* SettingsPanel::AddTextField(const QString& caption, const QString& text) {
     auto* row = new QWidget;
     AddWidget(row, 100);
-    const int inner = row->width() - 2 * Scaled(kMargin);
+    const int inner = row->width() - 2 * TivUtils::Scaled(kMargin);
     TivLabel* label =
         MakeLabel(row, caption, 20, kNoteColor, TivUtils::FONT_STYLE_PLAIN, TivLabel::ALIGN_LEFT);
-    label->setGeometry(Scaled(kMargin), 0, inner, Scaled(30));
+    label->setGeometry(TivUtils::Scaled(kMargin), 0, inner, TivUtils::Scaled(30));
     auto* field = new QLineEdit(text, row);
-    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(26)));
+    field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(26)));
     field->setStyleSheet(
         QStringLiteral("QLineEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
                        " border: %1px solid #3A4458; border-radius: %2px; padding-left: %3px; }"
                        "QLineEdit:focus { border-color: #0C9FF9; }")
-            .arg(std::max(1, Scaled(2)))
-            .arg(Scaled(10))
-            .arg(Scaled(8)));
-    field->setGeometry(Scaled(kMargin), Scaled(32), inner, Scaled(60));
+            .arg(std::max(1, TivUtils::Scaled(2)))
+            .arg(TivUtils::Scaled(10))
+            .arg(TivUtils::Scaled(8)));
+    field->setGeometry(TivUtils::Scaled(kMargin), TivUtils::Scaled(32), inner,
+                       TivUtils::Scaled(60));
     field->show();
     return field;
 }
@@ -85,8 +83,9 @@ TivLabel* SettingsPanel::AddNote(const QString& text, int height) {
     TivLabel* label =
         MakeLabel(row, text, 18, kNoteColor, TivUtils::FONT_STYLE_PLAIN, TivLabel::ALIGN_LEFT);
     label->SetVerticalAlligment(TivLabel::ALIGN_TOP);
-    label->setGeometry(Scaled(kMargin), Scaled(4), row->width() - 2 * Scaled(kMargin),
-                       row->height() - Scaled(4));
+    label->setGeometry(TivUtils::Scaled(kMargin), TivUtils::Scaled(4),
+                       row->width() - 2 * TivUtils::Scaled(kMargin),
+                       row->height() - TivUtils::Scaled(4));
     return label;
 }
 
@@ -95,27 +94,27 @@ std::pair<QDateEdit*, QDateEdit*> SettingsPanel::AddDateRange(const QString& fro
                                                               const QDate& from, const QDate& to) {
     auto* row = new QWidget;
     AddWidget(row, 100);
-    const int half = (row->width() - 3 * Scaled(kMargin)) / 2;
+    const int half = (row->width() - 3 * TivUtils::Scaled(kMargin)) / 2;
     QDateEdit* fields[2] = {};
     const QString captions[2] = {fromCaption, toCaption};
     const QDate dates[2] = {from, to};
     for (int i = 0; i < 2; ++i) {
-        const int x = Scaled(kMargin) + i * (half + Scaled(kMargin));
+        const int x = TivUtils::Scaled(kMargin) + i * (half + TivUtils::Scaled(kMargin));
         TivLabel* label = MakeLabel(row, captions[i], 20, kNoteColor, TivUtils::FONT_STYLE_PLAIN,
                                     TivLabel::ALIGN_LEFT);
-        label->setGeometry(x, 0, half, Scaled(30));
+        label->setGeometry(x, 0, half, TivUtils::Scaled(30));
         auto* field = new QDateEdit(dates[i], row);
         field->setCalendarPopup(true);
         field->setDisplayFormat(QLocale().dateFormat(QLocale::ShortFormat));
-        field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, Scaled(28)));
+        field->setFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(28)));
         field->setStyleSheet(
             QStringLiteral("QDateEdit { color: #FCD14B; background: rgba(10, 15, 26, 200);"
                            " border: %1px solid #3A4458; border-radius: %2px; padding-left: %3px; }"
                            "QDateEdit:focus { border-color: #0C9FF9; }")
-                .arg(std::max(1, Scaled(2)))
-                .arg(Scaled(10))
-                .arg(Scaled(8)));
-        field->setGeometry(x, Scaled(32), half, Scaled(60));
+                .arg(std::max(1, TivUtils::Scaled(2)))
+                .arg(TivUtils::Scaled(10))
+                .arg(TivUtils::Scaled(8)));
+        field->setGeometry(x, TivUtils::Scaled(32), half, TivUtils::Scaled(60));
         field->show();
         fields[i] = field;
     }

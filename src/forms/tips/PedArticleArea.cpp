@@ -7,12 +7,6 @@
 
 #include "TivUtils.h"
 
-namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 PedArticleArea::PedArticleArea(QWidget* parent) : QWidget(parent) {}
 
 bool PedArticleArea::Initialize(const QString& text) {
@@ -36,19 +30,21 @@ bool PedArticleArea::Initialize(const QString& text) {
         html += QStringLiteral("<p>%1</p>").arg(lines.join(QLatin1Char(' ')).toHtmlEscaped());
     }
 
-    document_.setDocumentMargin(Scaled(kMargin));
-    document_.setDefaultFont(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, Scaled(kFontSize)));
+    document_.setDocumentMargin(TivUtils::Scaled(kMargin));
+    document_.setDefaultFont(
+        TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(kFontSize)));
     document_.setDefaultStyleSheet(
-        QStringLiteral("h1 { color: #FCD14B; font-size: %1px; margin-bottom: %3px; }"
-                       "h2 { color: #FFFFFF; font-size: %2px; margin-top: %4px; margin-bottom: %5px; }"
-                       "p { color: #D6E2F0; line-height: 135%; margin-top: 0; margin-bottom: 0; }")
-            .arg(Scaled(24))
-            .arg(Scaled(19))
-            .arg(Scaled(10))
-            .arg(Scaled(22))
-            .arg(Scaled(6)));
+        QStringLiteral(
+            "h1 { color: #FCD14B; font-size: %1px; margin-bottom: %3px; }"
+            "h2 { color: #FFFFFF; font-size: %2px; margin-top: %4px; margin-bottom: %5px; }"
+            "p { color: #D6E2F0; line-height: 135%; margin-top: 0; margin-bottom: 0; }")
+            .arg(TivUtils::Scaled(24))
+            .arg(TivUtils::Scaled(19))
+            .arg(TivUtils::Scaled(10))
+            .arg(TivUtils::Scaled(22))
+            .arg(TivUtils::Scaled(6)));
     document_.setHtml(html);
-    const int width = Scaled(kWidth);
+    const int width = TivUtils::Scaled(kWidth);
     document_.setTextWidth(width);
     setGeometry(0, 0, width, int(std::ceil(document_.size().height())));
     update();

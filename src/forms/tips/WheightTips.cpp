@@ -13,12 +13,6 @@
 #include "ScreenDirectory.h"
 #include "TivUtils.h"
 
-namespace {
-int Scaled(int size) {
-    return int(std::lround(size * TivUtils::GetScale()));
-}
-}  // namespace
-
 WheightTips::WheightTips(QWidget* parent) : PedometerForm(parent) {}
 
 bool WheightTips::Initialize() {
@@ -48,9 +42,10 @@ void WheightTips::OnInitializing() {
     }
 
     scroll_ = new QScrollArea(this);
-    const int top = GetClientTop() + Scaled(8);
-    scroll_->setGeometry(Scaled(10), top, Scaled(PedArticleArea::kWidth) + Scaled(8),
-                         std::min(Scaled(700), height() - top));
+    const int top = GetClientTop() + TivUtils::Scaled(8);
+    scroll_->setGeometry(TivUtils::Scaled(10), top,
+                         TivUtils::Scaled(PedArticleArea::kWidth) + TivUtils::Scaled(8),
+                         std::min(TivUtils::Scaled(700), height() - top));
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_->setStyleSheet(
@@ -58,8 +53,8 @@ void WheightTips::OnInitializing() {
                        "QScrollBar:vertical { width: %1px; background: transparent; }"
                        "QScrollBar::handle:vertical { background: #3A4458; border-radius: %2px; }"
                        "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
-            .arg(Scaled(6))
-            .arg(Scaled(3)));
+            .arg(TivUtils::Scaled(6))
+            .arg(TivUtils::Scaled(3)));
     // A finger drags the article up and down.
     QScroller::grabGesture(scroll_->viewport(), QScroller::LeftMouseButtonGesture);
     article_ = new PedArticleArea;

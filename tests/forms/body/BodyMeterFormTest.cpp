@@ -7,52 +7,38 @@
 #include "BodyTestSupport.h"
 #include "GraphicBody.h"
 #include "PedometerOptions.h"
+#include "TestData.h"
 #include "TivLabel.h"
 #include "WheightEnterForm.h"
 
 namespace {
 
 TEST(BodyGraphSeriesTest, RangeCurrentAndPaddingFollowTheMeasurementsAndTheDesiredValue) {
-    auto logs = [](std::initializer_list<double> chests) {
+    const auto logs = [](const QByteArray& chests) {
         std::vector<DAOBodyLog> rows;
-        for (double chest : chests) {
+        for (const QByteArray& chest : chests.split(',')) {
             DAOBodyLog log;
-            log.chest = chest;
+            log.chest = chest.toDouble();
             log.weight = 70.0;  // another measurement does not count for the chest
             rows.push_back(log);
         }
         return rows;
     };
-    const struct {
-        const char* name;
-        std::vector<DAOBodyLog> logs;
-        double desired;
-        int measured;
-        double low, high, current;
-    } cases[] = {
-        {"desired below", logs({90, 88}), 80, 2, 77, 90, 88},
-        {"no desired", logs({90, 88}), -1, 2, 88, 90, 88},
-        {"desired 2.0 floors at 0.1", logs({60, 61}), 2.0, 2, 0.1, 61, 61},
-        {"desired above", logs({90, 88}), 95, 2, 88, 98, 88},
-        {"desired inside", logs({90, 88}), 89, 2, 88, 90, 88},
-        {"desired on the lowest", logs({90, 88}), 88, 2, 85, 90, 88},
-        {"desired 3.0 reaches 0", logs({60, 61}), 3.0, 2, 0.0, 61, 61},
-        {"zero rows skipped", logs({0, 90, 0}), -1, 1, 30000, 0, 0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto graph = BodyGraphSeries::FromLogs(c.logs, BodyGraphSeries::CHEST, c.desired);
-        EXPECT_EQ(graph.measured, c.measured);
-        EXPECT_DOUBLE_EQ(graph.low, c.low);
-        EXPECT_DOUBLE_EQ(graph.high, c.high);
-        EXPECT_DOUBLE_EQ(graph.current, c.current);
+    for (const QByteArrayList& c : testdata::Table("body-graph-ranges.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
+        const auto graph =
+            BodyGraphSeries::FromLogs(logs(c[1]), BodyGraphSeries::CHEST, c[2].toDouble());
+        EXPECT_EQ(graph.measured, c[3].toInt());
+        EXPECT_DOUBLE_EQ(graph.low, c[4].toDouble());
+        EXPECT_DOUBLE_EQ(graph.high, c[5].toDouble());
+        EXPECT_DOUBLE_EQ(graph.current, c[6].toDouble());
     }
     // Short series are padded at the old end with the lowest value; long ones kept whole.
-    const auto padded = BodyGraphSeries::FromLogs(logs({90, 88}), BodyGraphSeries::CHEST, 80);
+    const auto padded = BodyGraphSeries::FromLogs(logs("90,88"), BodyGraphSeries::CHEST, 80);
     ASSERT_EQ(padded.values.size(), 30);
     EXPECT_EQ(padded.values.first(), 88.0);
     EXPECT_EQ(padded.values.mid(28), (QVector<double>{90, 88}));
-    std::vector<DAOBodyLog> many(40, logs({91}).front());
+    std::vector<DAOBodyLog> many(40, logs("91").front());
     EXPECT_EQ(BodyGraphSeries::FromLogs(many, BodyGraphSeries::CHEST, -1).values.size(), 40);
 }
 

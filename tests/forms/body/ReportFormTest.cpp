@@ -13,36 +13,27 @@
 #include "PedometerOptions.h"
 #include "ReportPopup.h"
 #include "SnsGateway.h"
+#include "TestData.h"
 
 namespace {
 
 TEST(BodyReportTableTest, EachColumnTakesTheNewestNonZeroValueOnOrBeforeItsDay) {
     const QDate today(2026, 6, 15);
-    auto log = [&](int daysAgo, double chest) {
-        DAOBodyLog row;
-        row.logDate = today.addDays(-daysAgo).startOfDay();
-        row.chest = chest;
-        return row;
-    };
-    const double none = BodyReportTable::kNoValue;
-    const struct {
-        const char* name;
-        std::vector<DAOBodyLog> logs;  // oldest first
-        std::array<double, 4> chest;   // now, 7, 30, 90
-    } cases[] = {
-        {"empty log", {}, {none, none, none, none}},
-        {"only 10 days old", {log(10, 95)}, {95, 95, none, none}},
-        {"exactly 7 days ago counts, 6 does not", {log(7, 97), log(6, 96)}, {96, 97, none, none}},
-        {"zeros skipped, 30 and 90 days ago count",
-         {log(90, 99), log(30, 98), log(2, 0), log(0, 0)},
-         {98, 98, 98, 99}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto table = BodyReportTable::FromLogs(c.logs, today);
-        for (int column = 0; column < 4; ++column)
-            EXPECT_EQ(table.Value(0, column), c.chest[column]);
-        EXPECT_EQ(table.Value(BodyReportTable::WEIGHT, 0), none);
+    for (const QByteArrayList& c : testdata::Table("body-report-columns.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
+        std::vector<DAOBodyLog> logs;
+        for (const QByteArray& log : c[1].split('|')) {
+            if (log.isEmpty()) continue;
+            logs.emplace_back();
+            logs.back().logDate = today.addDays(-log.split(':')[0].toInt()).startOfDay();
+            logs.back().chest = log.split(':')[1].toDouble();
+        }
+        const auto table = BodyReportTable::FromLogs(logs, today);
+        for (int column = 0; column < 4; ++column) {
+            EXPECT_EQ(table.Value(0, column),
+                      c[2 + column] == "-" ? BodyReportTable::kNoValue : c[2 + column].toDouble());
+        }
+        EXPECT_EQ(table.Value(BodyReportTable::WEIGHT, 0), BodyReportTable::kNoValue);
     }
 }
 
@@ -75,34 +66,17 @@ TEST_F(ReportFormTest, TapsBuildShareTextsFilledFromTheLastPlaceholderInTheUsers
     AddLog(40, 80, 100, 90, 0);
     AddLog(7, 0, 95, 0, 0);
     AddLog(0, 72.5, 94, 0, 0);
-    const struct {
-        bool imperial;
-        int actionId;
-        QString text;
-    } cases[] = {
-        {false, ReportForm::ID_CELL, "My pedometer: current chest size: 94.0(cm)"},
-        {false, ReportForm::ID_CELL + 2,
-         "My pedometer: chest size change in the last 30 days: 100.0(cm)"},
-        {false, ReportForm::ID_CELL + 4 * 2, "My pedometer: current hips size: -(cm)"},
-        {false, ReportForm::ID_CELL + 4 * 3 + 1,
-         "My pedometer: weight change in the last 7 days: 80.0 (kg)"},
-        {false, ReportForm::ID_ROW_HEAD,
-         "My pedometer: current chest size: 94.0(cm); changes: 7 days: 95.0, 30 days: 100.0, 90 "
-         "days: -"},
-        {false, ReportForm::ID_COLUMN_HEAD + 3,
-         "My pedometer: body shape changes in the last 90 days: chest -(cm), waist -(cm), hips "
-         "-(cm), weight - (kg)"},
-        {true, ReportForm::ID_COLUMN_HEAD,
-         "My pedometer: current body shape: chest 37.0\", waist 35.4\", hips -\", weight 159.8 "
-         "(lb)"},
-    };
-    for (const auto& c : cases) {
-        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+    for (const QByteArrayList& c : testdata::Table("report-share-texts.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        PedometerOptions::GetInstance().measurementSystem = c[0] == "1";
+        const int actionId = c[2].toInt() + (c[1] == "cell"  ? ReportForm::ID_CELL
+                                             : c[1] == "row" ? ReportForm::ID_ROW_HEAD
+                                                             : ReportForm::ID_COLUMN_HEAD);
         ReportForm& form = Open();
-        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(c.actionId));
+        auto* area = form.findChild<QWidget*>(QStringLiteral("tap%1").arg(actionId));
         ASSERT_NE(area, nullptr);
         QTest::mouseClick(area, Qt::LeftButton, {}, area->rect().center());
-        EXPECT_EQ(form.GetShareText(), c.text) << c.actionId;
+        EXPECT_EQ(form.GetShareText(), QString::fromUtf8(c[3]));
         ASSERT_NE(form.GetContextMenu(), nullptr);
         form.GetContextMenu()->hide();
         navigation->PopForm();

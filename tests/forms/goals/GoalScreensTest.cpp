@@ -2,15 +2,14 @@
 // pacer (PacerForm). They share their tabs and digit fields, so one table drives what a
 // tab and a typed entry do on each; the rest are each screen's own rules.
 #include <array>
-#include <functional>
 
-#include "Converter.h"
 #include "DAOTarget.h"
 #include "GoalScreenTest.h"
 #include "Metronome.h"
 #include "PacerForm.h"
 #include "SoftkeyBar.h"
 #include "SygnalForm.h"
+#include "TestData.h"
 #include "TargetSelect.h"
 #include "TargetSlider.h"
 #include "TivButton.h"
@@ -86,92 +85,58 @@ protected:
 // a typed value is stored only when in range; otherwise it is kept as typed and explained.
 // A fraction field holds metres (three digits) or tenths of a mile or unit.
 TEST_F(GoalScreensTest, TabsAndTypedEntriesStoreOnlyWhatIsInRange) {
-    const double kMile = Converter::ConvertMilesToKilometers(1.0);
-    const struct {
-        Kind kind;
-        int tab;
-        const char* typed;  // "whole.fraction" for two fields
-        double stored;      // when accepted
-        const char* message = "";
-        bool miles = false;
-        const char* shown = nullptr;  // what the (whole) field shows, if not as typed
-    } cases[] = {
-        {GOAL, 2, "1500", 1500}, {GOAL, 2, "0", 0, "Too small: at least 10 Cal."},
-        {GOAL, 2, "", 0, "Please enter a number."}, {GOAL, 3, "45x", 45, "", false, "45"},
-        {GOAL, 3, "3", 0, "Too small: at least 5 min."},
-        {GOAL, 4, "123456", 12345, "", false, "12345"},  // five digits at most
-        {GOAL, 4, "99", 0, "Too small: at least 100 steps."},
-        {GOAL, 1, "2.5", 2.005}, {GOAL, 1, "0.99", 0, "Too small: at least 0.1 km."},
-        {GOAL, 1, "0.1", 0.1 * kMile, "", true},  // tenths of a mile, metres otherwise
-        {ALARM, 0, "9", 0, "Too small: at least 10 Cal."}, {ALARM, 0, "450", 450},
-        {ALARM, 2, "3", 0, "Too small: at least 5 min."},
-        {ALARM, 3, "42", 0, "Too small: at least 100 steps."},
-        {ALARM, 1, "0.0", 0, "Too small: at least 0.1 km."}, {ALARM, 1, "2.5", 2.005},
-        {ALARM, 1, "0.1", 0.1 * kMile, "", true}, {PACER, 1, "6.5", 6.5},
-        {PACER, 1, "0.5", 0, "Too small: at least 1.0 km/h."},
-        {PACER, 1, "45.0", 0, "Too large: at most 30.0 km/h."},
-        {PACER, 2, "1.9", 0, "Too small: at least 2.0 min/km."}, {PACER, 2, "9.2", 9.2},
-        {PACER, 3, "120", 120}, {PACER, 3, "300", 0, "Too large: at most 250 steps/min."},
-        {PACER, 3, "", 0, "Please enter a number."}, {PACER, 2, "9.0", 9 * kMile, "", true},
-        {PACER, 1, "3.1", 3.1 * kMile, "", true},
-    };
     int clicks = 0;
-    for (const auto& c : cases) {
-        const QString typed = QString::fromUtf8(c.typed);
-        SCOPED_TRACE(std::to_string(c.kind) + " tab " + std::to_string(c.tab) + " " + c.typed);
-        Options().measurementSystem = c.miles;
-        DAOTarget::GetInstance().targetActive = 0;  // opened on another tab than c.tab
+    for (const QByteArrayList& c : testdata::Table("goal-entries.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const Kind kind = c[0] == "goal" ? GOAL : c[0] == "alarm" ? ALARM : PACER;
+        const int tab = c[1].toInt();
+        const QString typed = QString::fromUtf8(c[2]);
+        const QByteArray message = c.value(4);
+        Options().measurementSystem = c.value(5) == "1";
+        DAOTarget::GetInstance().targetActive = 0;  // opened on another tab than `tab`
         Options().pacerType = 0;
-        Options().sygnalType = c.tab == 0 ? 2 : 0;
-        Open(c.kind);
-        TapTab(c.tab);
+        Options().sygnalType = tab == 0 ? 2 : 0;
+        Open(kind);
+        TapTab(tab);
         EXPECT_EQ(plays.Plays("click.wav"), ++clicks);
         const int alarmType[] = {0, 2, 3, 10};
-        EXPECT_EQ(c.kind == GOAL    ? StoredGoal().targetActive
-                  : c.kind == PACER ? Stored()->pacerType.load()
-                                    : Stored()->sygnalType.load(),
-                  c.kind == ALARM ? alarmType[c.tab] : c.tab);
-        const double before = StoredValue(c.kind, c.tab);
+        EXPECT_EQ(kind == GOAL    ? StoredGoal().targetActive
+                  : kind == PACER ? Stored()->pacerType.load()
+                                  : Stored()->sygnalType.load(),
+                  kind == ALARM ? alarmType[tab] : tab);
+        const double before = StoredValue(kind, tab);
         const bool twoFields = typed.contains('.');
         QLineEdit* field = Field(twoFields);
         Enter(field, typed.section('.', 0, 0));
         if (twoFields) Enter(Fraction(), typed.section('.', 1));
-        EXPECT_EQ(field->text(), c.shown ? QString::fromUtf8(c.shown) : typed.section('.', 0, 0));
-        EXPECT_EQ(static_cast<TivNumberField*>(field)->GetMessage(), c.message);
-        EXPECT_NEAR(StoredValue(c.kind, c.tab), *c.message == '\0' ? c.stored : before, 1e-9);
+        EXPECT_EQ(field->text(), c.size() > 6 ? QString::fromUtf8(c[6]) : typed.section('.', 0, 0));
+        EXPECT_EQ(static_cast<TivNumberField*>(field)->GetMessage(), QString::fromUtf8(message));
+        EXPECT_NEAR(StoredValue(kind, tab), message.isEmpty() ? c[3].toDouble() : before, 1e-9);
     }
 }
 
 // The stored value is shown back in the user's units; a fraction that rounds up carries.
 TEST_F(GoalScreensTest, OpeningShowsTheStoredValue) {
-    const struct {
-        Kind kind;
-        bool miles;
-        int tab;
-        std::function<void()> store;
-        const char* whole;
-        const char* fraction;  // nullptr: a single field
-    } cases[] = {
-        {GOAL, false, 1, [] { DAOTarget::GetInstance().distance = 2.5; }, "2", "500"},
-        {GOAL, false, 1, [] { DAOTarget::GetInstance().distance = 2.9996; }, "3", "000"},
-        {GOAL, true, 1, [] { DAOTarget::GetInstance().distance = 1.3 * 1.609344; }, "1", "3"},
-        {GOAL, false, 2, [] { DAOTarget::GetInstance().calories = 300; }, "300", nullptr},
-        {ALARM, true, 1, [] { Options().sygnalDistance = 1.3 * 1.609344; }, "1", "3"},
-        {PACER, false, 1, [] { Options().pacerSpeed = 6.5; }, "6", "5"},
-        {PACER, false, 2, [] { Options().pacerPace = 9.2; }, "9", "2"},
-        {PACER, false, 3, [] { Options().pacerFrequency = 118; }, "118", nullptr},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::to_string(c.kind) + " tab " + std::to_string(c.tab) + " " + c.whole);
-        Options().measurementSystem = c.miles;
-        c.store();
-        DAOTarget::GetInstance().targetActive = c.tab;
-        Options().pacerType = c.tab;
-        Options().sygnalType = c.tab == 1 ? 2 : 0;
-        Open(c.kind);
-        EXPECT_EQ(Field(c.fraction != nullptr)->text(), c.whole);
-        if (c.fraction != nullptr) {
-            EXPECT_EQ(Fraction()->text(), c.fraction);
+    for (const QByteArrayList& c : testdata::Table("goal-opening.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const Kind kind = c[0] == "goal" ? GOAL : c[0] == "alarm" ? ALARM : PACER;
+        const int tab = c[2].toInt();
+        const double value = c[3].toDouble();
+        Options().measurementSystem = c[1] == "1";
+        if (kind == GOAL && tab == 1) DAOTarget::GetInstance().distance = value;
+        if (kind == GOAL && tab == 2) DAOTarget::GetInstance().calories = int(value);
+        if (kind == ALARM) Options().sygnalDistance = value;
+        if (kind == PACER && tab == 1) Options().pacerSpeed = value;
+        if (kind == PACER && tab == 2) Options().pacerPace = value;
+        if (kind == PACER && tab == 3) Options().pacerFrequency = int(value);
+        DAOTarget::GetInstance().targetActive = tab;
+        Options().pacerType = tab;
+        Options().sygnalType = tab == 1 ? 2 : 0;
+        Open(kind);
+        const bool twoFields = c.size() > 5;
+        EXPECT_EQ(Field(twoFields)->text(), QString::fromLatin1(c[4]));
+        if (twoFields) {
+            EXPECT_EQ(Fraction()->text(), QString::fromLatin1(c[5]));
         }
     }
 }
@@ -222,20 +187,16 @@ TEST_F(GoalScreensTest, GoalKeepsATypedValueOnATabAndBackLeavesWithOneClick) {
     EXPECT_TRUE(screen.isNull());
 }
 
-// The alarm's type holds kind and phase: stopped 0, 2, 3, running 4, 5, 6, completed
-// 8, 7, 9, and 10, 11, 12 for steps. A tab keeps the phase and saves; progress is kept.
 TEST_F(GoalScreensTest, AlarmTabsKeepThePhaseAndSave) {
-    const int cases[][3] = {{0, 1, 2}, {2, 2, 3}, {3, 0, 0}, {0, 3, 10}, {10, 1, 2},
-                            {4, 1, 5}, {5, 2, 6}, {6, 0, 4}, {6, 3, 11}, {11, 0, 4},
-                            {8, 1, 7}, {7, 2, 9}, {9, 0, 8}, {7, 3, 12}, {12, 2, 9}, {1, 2, 1}};
-    for (const auto& [from, tab, to] : cases) {
+    for (const QByteArrayList& c : testdata::Table("alarm-tabs.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         AddProgress(1.0, 5, 0.001);
-        Options().sygnalType = from;
+        Options().sygnalType = c[0].toInt();
         Push<SygnalForm>();
-        TapTab(tab);
-        EXPECT_EQ(Options().sygnalType.load(), to) << from << " tab " << tab;
-        EXPECT_EQ(Stored()->sygnalType.load(), to) << from;
-        EXPECT_GT(StoredKcal(), 0.0) << "progress kept, " << from;
+        TapTab(c[1].toInt());
+        EXPECT_EQ(Options().sygnalType.load(), c[2].toInt());
+        EXPECT_EQ(Stored()->sygnalType.load(), c[2].toInt());
+        EXPECT_GT(StoredKcal(), 0.0) << "progress kept";
     }
 }
 
@@ -243,35 +204,28 @@ TEST_F(GoalScreensTest, AlarmTabsKeepThePhaseAndSave) {
 // completed alarm or a reset clears the progress. The screen opens on the kind's tab.
 TEST_F(GoalScreensTest, AlarmStartPauseAndResetFollowTheStateTable) {
     const int kTabOf[] = {0, 0, 1, 2, 0, 1, 2, 1, 0, 2, 3, 3, 3};
-    const int START = SygnalForm::ID_START, PAUSE = SygnalForm::ID_PAUSE,
-              RESET = SygnalForm::ID_RESET;
-    const struct {
-        int from, action, to;
-        bool clears;
-    } cases[] = {
-        {0, START, 4, false}, {2, START, 5, false}, {3, START, 6, false}, {8, START, 4, true},
-        {7, START, 5, true},  {9, START, 6, true},  {4, PAUSE, 0, false}, {5, PAUSE, 2, false},
-        {6, PAUSE, 3, false}, {8, RESET, 4, true},  {9, RESET, 6, true},  {7, RESET, 5, true},
-        {0, RESET, 0, true},  {10, START, 11, false}, {12, START, 11, true},
-        {11, PAUSE, 10, false}, {12, RESET, 11, true},
-    };
-    for (const auto& c : cases) {
+    for (const QByteArrayList& c : testdata::Table("alarm-buttons.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const int from = c[0].toInt(), to = c[2].toInt();
+        const int action = c[1] == "start"   ? SygnalForm::ID_START
+                           : c[1] == "pause" ? SygnalForm::ID_PAUSE
+                                             : SygnalForm::ID_RESET;
         PedometerDBManager::GetInstance().ClearSygnals();
         AddProgress(1.0, 5, 0.0);
         Options().sygnalCalories = 1000;  // no progress reaches these
         Options().sygnalDistance = 100.0;
         Options().sygnalActivity = 900;
-        Options().sygnalType = c.from;
+        Options().sygnalType = from;
         auto& form = Push<SygnalForm>();
-        EXPECT_EQ(form.GetSelectedTabIndex(), kTabOf[c.from]) << c.from;
+        EXPECT_EQ(form.GetSelectedTabIndex(), kTabOf[from]);
         const int stored = Stored()->sygnalType;
-        if (c.action != RESET) {
-            ASSERT_EQ(form.GetStartPauseButton()->GetActionId(), c.action);
+        if (action != SygnalForm::ID_RESET) {
+            ASSERT_EQ(form.GetStartPauseButton()->GetActionId(), action);
         }
-        Click(c.action == RESET ? form.GetResetButton() : form.GetStartPauseButton());
-        EXPECT_EQ(Options().sygnalType.load(), c.to) << c.from << " action " << c.action;
-        EXPECT_EQ(StoredKcal(), c.clears ? 0.0 : 1.0) << c.from << " action " << c.action;
-        EXPECT_EQ(Stored()->sygnalType.load(), stored) << c.from;
+        Click(action == SygnalForm::ID_RESET ? form.GetResetButton() : form.GetStartPauseButton());
+        EXPECT_EQ(Options().sygnalType.load(), to);
+        EXPECT_EQ(StoredKcal(), c[3] == "1" ? 0.0 : 1.0);
+        EXPECT_EQ(Stored()->sygnalType.load(), stored);
     }
 }
 
@@ -326,27 +280,19 @@ TEST_F(GoalScreensTest, ARunningAlarmAtItsTargetBecomesCompletedOnOpening) {
 }
 
 TEST_F(GoalScreensTest, PacerSliderEndsGiveEachModesToleranceRange) {
-    const struct {
-        int mode, position;
-        double tolerance;
-        const char* label;
-    } cases[] = {
-        {1, 0, 0.5, "± 0.5 km/h"},   {1, 100, 5.0, "± 5.0 km/h"},     {2, 0, 1.0, "± 1.0 min/km"},
-        {2, 100, 6.0, "± 6.0 min/km"}, {3, 0, 5, "± 5 steps/min"}, {3, 55, 57, "± 57 steps/min"},
-        {3, 100, 100, "± 100 steps/min"},
-    };
-    for (const auto& c : cases) {
+    for (const QByteArrayList& c : testdata::Table("pacer-tolerances.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const int mode = c[0].toInt();
         Options().pacerDiff = true;
-        Options().pacerType = c.mode;
+        Options().pacerType = mode;
         auto& form = Push<PacerForm>();
-        form.SliderValueChanged(c.position);
+        form.SliderValueChanged(c[1].toInt());
         const auto stored = Stored();
-        EXPECT_DOUBLE_EQ(c.mode == 1   ? stored->pacerDiffSpeed.load()
-                         : c.mode == 2 ? stored->pacerDiffPace.load()
-                                       : double(stored->pacerDiffFrequency.load()),
-                         c.tolerance)
-            << c.mode << " at " << c.position;
-        EXPECT_EQ(form.GetSliderLabel()->GetText(), QString::fromUtf8(c.label));
+        EXPECT_DOUBLE_EQ(mode == 1   ? stored->pacerDiffSpeed.load()
+                         : mode == 2 ? stored->pacerDiffPace.load()
+                                     : double(stored->pacerDiffFrequency.load()),
+                         c[2].toDouble());
+        EXPECT_EQ(form.GetSliderLabel()->GetText(), QString::fromUtf8(c[3]));
     }
 }
 

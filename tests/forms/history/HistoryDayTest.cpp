@@ -24,6 +24,7 @@
 #include "TivButton.h"
 #include "TivLabel.h"
 #include "TivNavigationController.h"
+#include "TestData.h"
 
 #include <QTest>
 
@@ -46,49 +47,24 @@ DAOLapMinutes Minute(int steps, double metres, double kcal, int seconds) {
 
 TEST(HistoryTotalsTest, RowsAndSeriesFollowTheMinutes) {
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    struct Case {
-        const char* name;
-        std::vector<DAOLapMinutes> minutes;
-        bool miles;
-        QStringList totals;
-        QStringList averages;
-        std::vector<double> speeds;
-    } cases[] = {
-        {"no minute", {}, false,
-         {"Steps: 0", "Distance: 0.0 km", "Time: 0 min", "Calories: 0.0"},
-         {"Average speed: -", "Average pace: -", "Calorie burn: -", "Step rate: -"},
-         {0.0}},
-        // One record: every series gets a 0 in front of it.
-        {"one minute", {Minute(100, 80.0, 4.0, 60)}, false,
-         {"Steps: 100", "Distance: 0.1 km", "Time: 1 min", "Calories: 4.0"},
-         {"Average speed: 4.8 km/h", "Average pace: 12.5 min/km", "Calorie burn: 4.0 (Cal/min)",
-          "Step rate: 100.0 steps/min"},
-         {0.0, 4.8}},
-        // 90 seconds are one whole minute; 1234 m are 1.2 km or 0.8 mi.
-        {"90 seconds, metric", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, false,
-         {"Steps: 150", "Distance: 1.2 km", "Time: 1 min", "Calories: 9.0"},
-         {"Average speed: 49.4 km/h", "Average pace: 1.2 min/km", "Calorie burn: 6.0 (Cal/min)",
-          "Step rate: 100.0 steps/min"},
-         {74.04, 0.0}},
-        {"90 seconds, imperial", {Minute(150, 1234.0, 9.0, 60), Minute(0, 0.0, 0.0, 30)}, true,
-         {"Steps: 150", "Distance: 0.8 mi", "Time: 1 min", "Calories: 9.0"},
-         {"Average speed: 30.7 mph", "Average pace: 2.0 min/mi", "Calorie burn: 6.0 (Cal/min)",
-          "Step rate: 100.0 steps/min"},
-         {74.04 / 1.609344, 0.0}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        HistoryTotals totals(c.miles);
-        for (const DAOLapMinutes& minute : c.minutes) totals.AddMinute(minute);
+    for (const QByteArrayList& c : testdata::Table("history-totals.tsv")) {
+        SCOPED_TRACE(c[0].toStdString());
+        HistoryTotals totals(c[1] == "1");
+        for (const QByteArray& m : c[2].split(';')) {
+            const QByteArrayList v = m.split(',');
+            if (v.size() == 4)
+                totals.AddMinute(Minute(v[0].toInt(), v[1].toDouble(), v[2].toDouble(), v[3].toInt()));
+        }
         totals.PadSeries();
-        EXPECT_EQ(totals.TotalRows(), c.totals);
-        EXPECT_EQ(totals.AverageRows(), c.averages);
-        ASSERT_EQ(totals.speedSeries.size(), c.speeds.size());
-        ASSERT_EQ(totals.calorieSeries.size(), c.speeds.size());
-        ASSERT_EQ(totals.paceSeries.size(), c.speeds.size());
-        for (size_t i = 0; i < c.speeds.size(); ++i) {
-            EXPECT_NEAR(totals.speedSeries[i], c.speeds[i], 1e-9);
-            EXPECT_NEAR(totals.paceSeries[i], HistoryTotals::PaceOf(c.speeds[i]), 1e-9);
+        EXPECT_EQ(totals.TotalRows(), QString::fromUtf8(c[3]).split('|'));
+        EXPECT_EQ(totals.AverageRows(), QString::fromUtf8(c[4]).split('|'));
+        const QByteArrayList speeds = c[5].split('|');
+        ASSERT_EQ(totals.speedSeries.size(), std::size_t(speeds.size()));
+        ASSERT_EQ(totals.calorieSeries.size(), std::size_t(speeds.size()));
+        ASSERT_EQ(totals.paceSeries.size(), std::size_t(speeds.size()));
+        for (qsizetype i = 0; i < speeds.size(); ++i) {
+            EXPECT_NEAR(totals.speedSeries[i], speeds[i].toDouble(), 1e-9);
+            EXPECT_NEAR(totals.paceSeries[i], HistoryTotals::PaceOf(speeds[i].toDouble()), 1e-9);
         }
     }
     QLocale::setDefault(QLocale::c());

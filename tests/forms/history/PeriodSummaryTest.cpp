@@ -5,6 +5,7 @@
 
 #include "DAOTarget.h"
 #include "PeriodChart.h"
+#include "TestData.h"
 
 namespace {
 
@@ -67,19 +68,11 @@ TEST(PeriodSummaryTest, TheGoalLineBelongsToTheGoalsMeasureOnly) {
     goal.distance = 8.0467;
     goal.calories = 350;
     goal.activityTime = 45;
-    struct Case {
-        int kind, measure;
-        double metricGoal, imperialGoal;
-    } cases[] = {
-        {0, PeriodSummary::DISTANCE, -1, -1},  {1, PeriodSummary::DISTANCE, 8.0467, 5.0},
-        {1, PeriodSummary::STEPS, -1, -1},     {2, PeriodSummary::CALORIES, 350, 350},
-        {2, PeriodSummary::TIME, -1, -1},      {3, PeriodSummary::TIME, 45, 45},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.kind * 10 + c.measure);
-        goal.targetActive = c.kind;
-        EXPECT_NEAR(metric.Goal(c.measure, goal), c.metricGoal, 1e-4);
-        EXPECT_NEAR(imperial.Goal(c.measure, goal), c.imperialGoal, 1e-4);
+    for (const QByteArrayList& c : testdata::Table("period-goal-lines.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        goal.targetActive = c[0].toInt();
+        EXPECT_NEAR(metric.Goal(c[1].toInt(), goal), c[2].toDouble(), 1e-4);
+        EXPECT_NEAR(imperial.Goal(c[1].toInt(), goal), c[3].toDouble(), 1e-4);
     }
 }
 

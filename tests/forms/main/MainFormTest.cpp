@@ -3,16 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QMenu>
-#include <QProcess>
 #include <QTest>
 #include <thread>
 
 #include "AccelerometerSource.h"
 #include "AppFrame.h"
 #include "Body.h"
-#include "Clock.h"
 #include "CountingEngine.h"
-#include "CsvReplaySource.h"
 #include "FreshProfile.h"
 #include "Pedometer.h"
 #include "PedometerDBManager.h"
@@ -20,7 +17,6 @@
 #include "QuorPedometer.h"
 #include "SoftkeyBar.h"
 #include "StatisticsManager.h"
-#include "TestData.h"
 #include "TivButton.h"
 #include "UpdaterThread.h"
 #include "VirtualTime.h"
@@ -197,33 +193,6 @@ TEST_F(MainFormTest, PausedScreenIgnoresUpdatesUntilResumed) {
     advanceSeconds(1);
     EXPECT_TRUE(form.IsUpdating());
     EXPECT_EQ(form.GetTopValueText(0), QStringLiteral("1"));
-}
-
-// A real walk replayed through the running application shows the same step count as
-// the headless counter.
-TEST_F(MainFormTest, ReplayedWalkShowsTheCountersStepCount) {
-    const QString walks = testdata::WalksDir();
-    if (walks.isEmpty()) GTEST_SKIP() << "no walk recordings beside the checkout";
-    const QString file = walks + QStringLiteral("/walker-b-armband-samsung-1.csv");
-
-    QProcess count;
-    count.start(testdata::CliPath(), {QStringLiteral("count"), file});
-    ASSERT_TRUE(count.waitForFinished(60000));
-    const QString line = QString::fromUtf8(count.readAllStandardOutput());
-    const QString expected = line.section(QStringLiteral("steps="), 1).section(' ', 0, 0);
-    ASSERT_FALSE(expected.isEmpty()) << line.toStdString();
-
-    MainForm& form = start();
-    click(form.GetStartStopButton());
-    QString error;
-    auto source = CsvReplaySource::FromFile(file, &error);
-    ASSERT_TRUE(source) << error.toStdString();
-    const qint64 t0 = Clock::NowMs();
-    source->Feed(app->Engine().Detector(), [t0](const ReplayTick& tick) {
-        VirtualTime::AdvanceTo(t0 + tick.tickNs / 1'000'000);
-    });
-    advanceSeconds(1);
-    EXPECT_EQ(form.GetTopValueText(0), expected);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "TargetSlider.h"
+#include "TestData.h"
 
 #include <gtest/gtest.h>
 
@@ -58,35 +59,19 @@ TEST_F(TargetSliderTest, GoalOffHidesTheSliderAndLeavesItsLabels) {
 // the bar is the truncated percentage of the full width and goes on above a hundred.
 TEST_F(TargetSliderTest, EachGoalShowsTodaysValueTargetUnitAndBar) {
     AddToday(1250, 2.56, 59, 6000);
-    AddToday(0, 0, 540, 412);  // 599 s: 9 whole minutes
-    const struct {
-        int kind;
-        double goal;
-        bool miles;
-        const char *value, *target, *unit;
-        int fill;
-    } cases[] = {
-        {DAOTarget::CALORIES, 10, false, "2.6", "10", "(Cal)", 25 * 440 / 100},
-        {DAOTarget::CALORIES, 1, false, "2.6", "1", "(Cal)", 256 * 440 / 100},
-        {DAOTarget::DISTANCE, 2.5, false, "1.250", "2.500", "(km)", 220},
-        {DAOTarget::DISTANCE, 2.5, true, "0.777", "1.553", "(mi)", 220},
-        {DAOTarget::ACTIVITY, 10, false, "9", "10", "(min)", 396},
-        {DAOTarget::STEPS, 10000, false, "6,412", "10,000", "(steps)", 64 * 440 / 100},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.unit) + " " + c.target);
+    AddToday(0, 0, 540, 412);
+    for (const QByteArrayList& c : testdata::Table("goal-bar.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
         Goal() = DAOTarget();
-        Goal().targetActive = c.kind;
-        if (c.kind == DAOTarget::DISTANCE) Goal().distance = c.goal;
-        if (c.kind == DAOTarget::CALORIES) Goal().calories = int(c.goal);
-        if (c.kind == DAOTarget::ACTIVITY) Goal().activityTime = int(c.goal);
-        if (c.kind == DAOTarget::STEPS) Goal().steps = int(c.goal);
-        PedometerOptions::GetInstance().measurementSystem = c.miles;
+        Goal().targetActive = c[0].toInt();
+        Goal().distance = c[1].toDouble();
+        Goal().calories = Goal().activityTime = Goal().steps = c[1].toInt();
+        PedometerOptions::GetInstance().measurementSystem = c[2] == "1";
         slider.UpdateData();
-        EXPECT_EQ(slider.GetValueText(), c.value);
-        EXPECT_EQ(slider.GetTargetText(), c.target);
-        EXPECT_EQ(slider.GetUnitText(), c.unit);
-        EXPECT_EQ(slider.GetBarFillWidth(), c.fill);
+        EXPECT_EQ(slider.GetValueText(), QString::fromLatin1(c[3]));
+        EXPECT_EQ(slider.GetTargetText(), QString::fromLatin1(c[4]));
+        EXPECT_EQ(slider.GetUnitText(), QString::fromLatin1(c[5]));
+        EXPECT_EQ(slider.GetBarFillWidth(), c[6].toInt());
     }
 }
 

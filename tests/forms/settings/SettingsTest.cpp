@@ -29,6 +29,7 @@
 #include "SettingsSocial.h"
 #include "SettingsSocialLogin.h"
 #include "SnsGateway.h"
+#include "TestData.h"
 #include "StatisticsManager.h"
 #include "TivButton.h"
 #include "TivLabel.h"
@@ -67,35 +68,25 @@ void ImportLap(const QDateTime& start, int steps) {
 // A height typed in either unit system is stored in cm and shown back as typed; inches
 // above 11 carry into the feet.
 TEST_F(SettingsTest, HeightEntryRoundTripsInBothUnitSystems) {
-    const struct {
-        bool imperial;
-        QStringList typed;
-        double storedCm;
-        QString shown;
-    } cases[] = {
-        {false, {"180"}, 180.0, "180 cm"},
-        {true, {"5", "11"}, 180.34, "5\u2032 11\u2033"},
-        {true, {"6", "0"}, 182.88, "6\u2032 0\u2033"},
-        {true, {"5", "13"}, 185.42, "6\u2032 1\u2033"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(qPrintable(c.typed.join('/')));
+    for (const QByteArrayList& c : testdata::Table("height-entries.tsv")) {
+        SCOPED_TRACE(c.join(' ').toStdString());
+        const QStringList typed = QString::fromUtf8(c[1]).split('|');
         Body::GetInstance().clear();
-        PedometerOptions::GetInstance().measurementSystem = c.imperial;
+        PedometerOptions::GetInstance().measurementSystem = c[0] == "1";
         auto* height = new SettingsHeight;
         height->Initialize();
         Push(height);
-        ASSERT_EQ(height->GetFields().size(), c.typed.size());
-        for (int i = 0; i < c.typed.size(); ++i) height->GetFields()[i]->setText(c.typed[i]);
+        ASSERT_EQ(height->GetFields().size(), typed.size());
+        for (int i = 0; i < typed.size(); ++i) height->GetFields()[i]->setText(typed[i]);
         height->OnActionPerformed(*height, BodyEntryForm::ID_SAVE);
         QCoreApplication::processEvents();
         PedometerDBManager::GetInstance().LoadBody();
-        EXPECT_NEAR(Body::GetInstance().storedHeight(), c.storedCm, 1e-9);
+        EXPECT_NEAR(Body::GetInstance().storedHeight(), c[2].toDouble(), 1e-9);
 
         auto* profile = new SettingsProfile;
         profile->Initialize();
         Push(profile);
-        EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_HEIGHT), c.shown);
+        EXPECT_EQ(RowValue(*profile, SettingsProfile::ID_HEIGHT), QString::fromUtf8(c[3]));
         navigation->PopForm(true);
         QCoreApplication::processEvents();
     }
@@ -144,23 +135,9 @@ TEST_F(SettingsTest, SliderPositionsMatchTheDetectorsThresholds) {
 }
 
 TEST_F(SettingsTest, OnlyPlausibleAddressesAreSaved) {
-    const struct {
-        const char* address;
-        bool plausible;
-    } cases[] = {
-        {"anna@example.org", true},   {"a.b+c@mail.example.co.uk", true},
-        {"anna@localhost", false},    {"anna.example.org", false},
-        {"@example.org", false},      {"anna@@example.org", false},
-        {"anna @example.org", false}, {"anna@example..org", false},
-        {"anna@example.org.", false}, {"anna@.example.org", false},
-        {"mailto:me@x.org?attach=/etc/shadow", false},
-        {"me@x.org?attach=/etc/shadow", false},
-        {"a@x.org,b@y.org", false},   {"a@x.org;b@y.org", false},
-        {"a&b@x.org", false},         {"--attach@x.org", false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c.address)), c.plausible)
-            << c.address;
+    for (const QByteArrayList& c : testdata::Table("email-addresses.tsv")) {
+        EXPECT_EQ(SettingsSocial::IsPlausibleAddress(QString::fromUtf8(c[0])), c[1] == "1")
+            << c[0].toStdString();
     }
     auto* social = new SettingsSocial;
     social->Initialize();
