@@ -46,7 +46,10 @@ SoundsManager::~SoundsManager() = default;
 void SoundsManager::Initialize() {
     active = true;
     volume = kInitialVolume;
-    clickPlayer = CreatePlayer(kClickClip);
+}
+
+void SoundsManager::PrepareClick() {
+    if (!clickPlayer) clickPlayer = CreatePlayer(kClickClip);
 }
 
 void SoundsManager::SetPlayerFactory(PlayerFactory factory) {

@@ -40,8 +40,11 @@ public:
     SoundsManager(const SoundsManager&) = delete;
     SoundsManager& operator=(const SoundsManager&) = delete;
 
-    // Active, volume 80, the click player ready; the other players come on first use.
+    // Active, volume 80; every player comes on first use.
     void Initialize();
+    // Makes the click player ahead of the first press. Opening the audio system takes a
+    // while, so the application does it once its window has painted.
+    void PrepareClick();
     // Replaces how players are made (tests count plays with it). The current players
     // are released; the click player is made again at once if it existed.
     void SetPlayerFactory(PlayerFactory factory);
