@@ -33,7 +33,7 @@ public:
     // The application's manager, made and initialised on the first call.
     static SoundsManager& GetInstance();
 
-    // An uninitialised manager with QSoundEffect players; the application uses
+    // An uninitialised manager with the sound plug-in's players; the application uses
     // GetInstance(), tests make their own.
     SoundsManager();
     ~SoundsManager();
