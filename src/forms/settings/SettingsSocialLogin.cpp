@@ -1,5 +1,7 @@
 #include "SettingsSocialLogin.h"
 
+#include <QTimer>
+
 #include "ReportPopup.h"
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
@@ -33,7 +35,12 @@ void SettingsSocialLogin::FormWillAppear() {
     SnsGateway& gateway = SnsGateway::GetInstance();
     gateway.SetListener(this);
     providers_ = gateway.Providers();
-    for (const QString& provider : providers_) Check(provider);
+    for (const QString& provider : providers_) states_[provider] = State::Checking;
+    // Asking loads the networking plug-in: the screen shows "Checking..." first.
+    QTimer::singleShot(0, this, [this] {
+        for (const QString& provider : providers_) Check(provider);
+        Refill();
+    });
     SettingsScreen::FormWillAppear();
 }
 
