@@ -1,7 +1,5 @@
 #include "SettingsSocialLogin.h"
 
-#include <QTimer>
-
 #include "ReportPopup.h"
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
@@ -35,12 +33,7 @@ void SettingsSocialLogin::FormWillAppear() {
     SnsGateway& gateway = SnsGateway::GetInstance();
     gateway.SetListener(this);
     providers_ = gateway.Providers();
-    for (const QString& provider : providers_) states_[provider] = State::Checking;
-    // Asking loads the networking plug-in: the screen shows "Checking..." first.
-    QTimer::singleShot(0, this, [this] {
-        for (const QString& provider : providers_) Check(provider);
-        Refill();
-    });
+    for (const QString& provider : providers_) Check(provider);
     SettingsScreen::FormWillAppear();
 }
 
