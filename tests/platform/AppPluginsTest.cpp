@@ -1,0 +1,17 @@
+#include "AppPlugins.h"
+
+#include <gtest/gtest.h>
+
+#include "AccelerometerPlugin.h"
+#include "SnsPlugin.h"
+#include "SoundPlayerPlugin.h"
+
+// The plug-ins are found beside the test binaries as beside the application, each with the
+// interface its users ask for; a missing one is null, so its users go on without it.
+TEST(AppPluginsTest, EachPluginOffersItsInterfaceAndAMissingOneIsNull) {
+    EXPECT_NE(AppPlugins::Get<SoundPlayerPlugin>(QStringLiteral("pedometer-sound")), nullptr);
+    EXPECT_NE(AppPlugins::Get<AccelerometerPlugin>(QStringLiteral("pedometer-sensors")), nullptr);
+    EXPECT_NE(AppPlugins::Get<SnsPlugin>(QStringLiteral("pedometer-social")), nullptr);
+    EXPECT_EQ(AppPlugins::Get<SnsPlugin>(QStringLiteral("pedometer-sound")), nullptr);
+    EXPECT_EQ(AppPlugins::Instance(QStringLiteral("pedometer-none")), nullptr);
+}
