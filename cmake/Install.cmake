@@ -16,6 +16,9 @@ install(TARGETS pedometer-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 if(TARGET pedometer)
   install(TARGETS pedometer RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+# The plug-ins, where AppPaths::Plugins finds them from the binary's folder (bin/../lib/pedometer):
+# a private folder, not the multiarch library folder.
+install(TARGETS ${PEDOMETER_PLUGINS} LIBRARY DESTINATION lib/pedometer)
 
 # The resources as the build lays them out (with the seed databases), without the
 # desktop integration files, which go to their own places below.

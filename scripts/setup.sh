@@ -11,7 +11,7 @@ packages=(
   libqt6svg6 libqt6sql6-sqlite
   libsqlitecpp-dev libsqlite3-dev sqlite3
   libgtest-dev libgmock-dev libbenchmark-dev
-  clang-format fonts-dejavu-core xdg-utils ccache
+  libfontconfig-dev clang-format fonts-dejavu-core xdg-utils ccache
   desktop-file-utils appstream dbus-daemon dpkg-dev
   time xvfb xdotool imagemagick
 )

@@ -3,9 +3,9 @@
 # `cmake --install` into a temporary prefix, and the Debian package from `cpack -G DEB`
 # unpacked with dpkg-deb into a temporary root. Each installed pedometer runs offscreen
 # on an empty data folder, must paint its main screen and find its resources under
-# share/ (never in the build tree), and the installed desktop entry and metainfo must
-# pass their validators; a second writer on a data folder and a second launch on the
-# user's own data are turned away. Usage: scripts/test-package.sh [preset]
+# share/ and its plug-ins under lib/pedometer (never in the build tree), and the
+# installed desktop entry and metainfo must pass their validators; a second writer on a
+# data folder and a second launch on the user's own data are turned away. Usage: scripts/test-package.sh [preset]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset="${1:-default}"
@@ -24,7 +24,9 @@ check_installed() {
   for f in share/pedometer/Options.db3 share/pedometer/Statistics.db3 \
            share/pedometer/strings/en.xml share/pedometer/images/btn-start.svg \
            "share/applications/$app_id.desktop" "share/metainfo/$app_id.metainfo.xml" \
-           "share/icons/hicolor/scalable/apps/$app_id.svg" "share/dbus-1/services/$app_id.service"; do
+           "share/icons/hicolor/scalable/apps/$app_id.svg" "share/dbus-1/services/$app_id.service" \
+           lib/pedometer/libpedometer-sound.so lib/pedometer/libpedometer-sensors.so \
+           lib/pedometer/libpedometer-social.so; do
     [ -f "$prefix/$f" ] || fail "$label: $f is missing"
   done
   desktop-file-validate "$prefix/share/applications/$app_id.desktop"
@@ -32,7 +34,7 @@ check_installed() {
   "$prefix/bin/pedometer-cli" --version >/dev/null
   local data="$work/data-$label" out="$work/out-$label.txt"
   # No session bus: this run must not hand over to a pedometer the developer has open.
-  env -u DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORM=offscreen PEDOMETER_RES_DIR= \
+  env -u DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORM=offscreen PEDOMETER_RES_DIR= PEDOMETER_PLUGIN_DIR= \
     "$prefix/bin/pedometer" --data-dir "$data" --screenshot "$work/$label.png" \
     --quit-after 1 >"$out" 2>&1 || { cat "$out"; fail "$label: pedometer failed"; }
   grep -q "^painted main after" "$out" || { cat "$out"; fail "$label: main screen not painted"; }

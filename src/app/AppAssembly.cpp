@@ -15,6 +15,7 @@
 #include "DAOLapSeconds.h"
 #include "DataBackup.h"
 #include "DataFolderLock.h"
+#include "DeferredAccelerometerSource.h"
 #include "DesktopNotifications.h"
 #include "FeedbackProfile.h"
 #include "FirstPaintReporter.h"
@@ -24,6 +25,7 @@
 #include "ScreenDirectory.h"
 #include "ScriptedRun.h"
 #include "SingleInstance.h"
+#include "SoundsManager.h"
 #include "StatisticsManager.h"
 #include "TerminationSignals.h"
 
@@ -55,9 +57,12 @@ void ReportDatabaseProblems() {
 }
 
 // The accelerometer: a replayed recording or the machine's own, maybe recorded. Null
-// with `error` set when a file cannot be used; `replay` is the replayed recording.
+// with `error` set when a file cannot be used; `replay` is the replayed recording,
+// `machine` the machine's own, made only when realized (after the first paint).
 std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
-                                                CsvReplaySource** replay, QString* error) {
+                                                CsvReplaySource** replay,
+                                                DeferredAccelerometerSource** machine,
+                                                QString* error) {
     std::unique_ptr<AccelerometerSource> source;
     if (!options.replayFile.isEmpty()) {
         std::unique_ptr<CsvReplaySource> csv = CsvReplaySource::FromFile(options.replayFile, error);
@@ -74,7 +79,10 @@ std::unique_ptr<AccelerometerSource> MakeSource(const LaunchOptions& options,
             if (!AccelerometerSourceFactory::IsValidChoice(choice)) choice = QStringLiteral("auto");
         }
         AccelerometerSourceFactory::SetChoice(choice);
-        source = AccelerometerSourceFactory::Create();
+        auto deferred = std::make_unique<DeferredAccelerometerSource>(
+            [choice] { return AccelerometerSourceFactory::Create(choice); });
+        *machine = deferred.get();
+        source = std::move(deferred);
     }
     if (!options.recordFile.isEmpty()) {
         auto recorder =
@@ -102,10 +110,8 @@ AppAssembly::Outcome AppAssembly::Assemble(QString* error) {
         }
     }
     if (!TakeDataFolder(error)) return Outcome::Failed;
-    QApplication::setWindowIcon(
-        QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
-
-    std::unique_ptr<AccelerometerSource> source = MakeSource(options_, &replay_, error);
+    DeferredAccelerometerSource* machine = nullptr;
+    std::unique_ptr<AccelerometerSource> source = MakeSource(options_, &replay_, &machine, error);
     if (!source) return Outcome::Failed;
     // The desktop's services on the session bus; without them nothing is shown or followed.
     if (UseSessionBus()) {
@@ -122,8 +128,16 @@ AppAssembly::Outcome AppAssembly::Assemble(QString* error) {
         std::make_unique<TerminationSignals>([this] { pedometer_->RequestQuit(); });
     pedometer_->Engine().UseSensorSource(std::move(source));
     if (Headless()) pedometer_->Engine().SetIntervalObserver(PrintInterval);
-    firstPaint_ = std::make_unique<FirstPaintReporter>(options_.screen, startup);
+    // What the first frame does not need waits until it is painted: the window icon (an
+    // SVG icon plug-in), the audio system and the sensor backend's plug-ins and service.
+    firstPaint_ = std::make_unique<FirstPaintReporter>(options_.screen, startup, [machine] {
+        QApplication::setWindowIcon(
+            QIcon(AppPaths::ResFile(QStringLiteral("images/pedometer-icon.svg"))));
+        SoundsManager::GetInstance().PrepareClick();
+        if (machine != nullptr) machine->Realize();
+    });
     if (!OpenWindow(error)) return Outcome::Failed;
+    if (options_.background) firstPaint_->RunAfterwards();  // no window, no paint
     ScriptedRun::Schedule(options_, *pedometer_, replay_);
     return Outcome::Ready;
 }

@@ -24,6 +24,12 @@ qint64 ProcessFigures::MillisecondsSinceStart(const QElapsedTimer& fallback) {
     return fallback.elapsed();
 }
 
+qint64 ProcessFigures::CpuMilliseconds() {
+    timespec used{};
+    if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used) != 0) return -1;
+    return qint64(used.tv_sec) * 1000 + used.tv_nsec / 1000000;
+}
+
 double ProcessFigures::ResidentMegabytes() {
     QFile status(QStringLiteral("/proc/self/status"));
     if (!status.open(QIODevice::ReadOnly)) return 0.0;

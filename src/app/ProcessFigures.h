@@ -10,6 +10,10 @@ public:
     // includes loading the libraries); `fallback`'s elapsed time when /proc cannot tell.
     static qint64 MillisecondsSinceStart(const QElapsedTimer& fallback);
 
+    // Processor time all threads of this process have used so far, in milliseconds (-1
+    // when unknown): on a busy machine a steadier figure than the time since the start.
+    static qint64 CpuMilliseconds();
+
     // Resident memory in megabytes; 0 when unknown.
     static double ResidentMegabytes();
 };

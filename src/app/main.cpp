@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "AppAssembly.h"
+#include "FontConfigWarmUp.h"
 #include "LaunchOptions.h"
 #include "ProcessSettings.h"
 #include "SingleInstance.h"
@@ -36,6 +37,7 @@ int main(int argc, char** argv) {
     if (const auto status = Answer(LaunchOptions::ParseBeforeQt(arguments, &message), message))
         return *status;
 
+    const FontConfigWarmUp fontConfig;  // meanwhile: ready for the first text laid out
     QApplication app(argc, argv);  // takes Qt's own options (-platform, ...) off the list
     QGuiApplication::setDesktopFileName(QLatin1String(SingleInstance::kAppId));
     LaunchOptions options;

@@ -88,6 +88,12 @@ void AppPaths::SetRes(const QString& dir) {
     resDir = QDir::cleanPath(QDir(dir).absolutePath());
 }
 
+QString AppPaths::Plugins() {
+    const QString fromEnv = qEnvironmentVariable("PEDOMETER_PLUGIN_DIR");
+    if (!fromEnv.isEmpty()) return fromEnv;
+    return QDir::cleanPath(executableDir() + QStringLiteral("/../lib/pedometer"));
+}
+
 QString AppPaths::HomeFile(const QString& name) {
     const QString home = Home();
     return home.isEmpty() ? QString() : home + '/' + name;

@@ -22,6 +22,10 @@ public:
     static QString Res();
     static void SetRes(const QString& dir);
 
+    // The folder of the application's plug-ins (AppPlugins): PEDOMETER_PLUGIN_DIR, else
+    // "lib/pedometer" beside the binaries' folder, in the build tree and when installed.
+    static QString Plugins();
+
     static QString HomeFile(const QString& name);
     static QString ResFile(const QString& name);
 };

@@ -2,13 +2,14 @@
 
 #include <mutex>
 
+#include "AccelerometerPlugin.h"
+#include "AppPlugins.h"
 #include "CsvReplaySource.h"
 #include "IioAccelerometerSource.h"
 #include "IioPaths.h"
 #include "IioStepCounterSource.h"
 #include "NullAccelerometerSource.h"
 #include "PedometerDBManager.h"
-#include "QtSensorsAccelerometerSource.h"
 #include "StepDetectorFactory.h"
 
 namespace {
@@ -22,6 +23,13 @@ std::mutex& choiceMutex() {
 QString& currentChoice() {
     static QString choice = QStringLiteral("auto");
     return choice;
+}
+
+// Qt Sensors' source, from the sensor plug-in; the "none" source without it.
+std::unique_ptr<AccelerometerSource> MakeQtSensorsSource() {
+    if (auto* plugin = AppPlugins::Get<AccelerometerPlugin>(QStringLiteral("pedometer-sensors")))
+        return plugin->MakeSource();
+    return std::make_unique<NullAccelerometerSource>();
 }
 }  // namespace
 
@@ -48,7 +56,7 @@ std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(QString*
 
 std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QString& choice,
                                                                         QString* error) {
-    if (choice == QLatin1String("qt")) return std::make_unique<QtSensorsAccelerometerSource>();
+    if (choice == QLatin1String("qt")) return MakeQtSensorsSource();
     if (choice == QLatin1String("iio")) return std::make_unique<IioAccelerometerSource>(IioOptions());
     if (choice == QLatin1String("iio-steps"))
         return std::make_unique<IioStepCounterSource>(IioPaths::DevicesRoot());
@@ -58,7 +66,7 @@ std::unique_ptr<AccelerometerSource> AccelerometerSourceFactory::Create(const QS
         return std::make_unique<NullAccelerometerSource>();
     }
     if (choice == QLatin1String("auto")) {
-        auto qt = std::make_unique<QtSensorsAccelerometerSource>();
+        auto qt = MakeQtSensorsSource();
         if (qt->IsAvailable()) return qt;
         auto iio = std::make_unique<IioAccelerometerSource>(IioOptions());
         if (iio->IsAvailable()) return iio;

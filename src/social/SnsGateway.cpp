@@ -6,9 +6,12 @@
 #include <QJsonObject>
 #include <QTimer>
 
-#include "OAuth2Provider.h"
+#include "AppPlugins.h"
+#include "AppResource.h"
 #include "PedometerDBManager.h"
-#include "TwitterProvider.h"
+#include "SnsClientCredentials.h"
+#include "SnsHost.h"
+#include "SnsPlugin.h"
 
 namespace {
 
@@ -32,13 +35,30 @@ SnsAuthResult TokenFromText(const QString& text, const QString& server) {
             json.value(QStringLiteral("secret")).toString()};
 }
 
+// The application's preferences and texts, for the social code here and in the plug-in.
+class AppSnsHost final : public SnsHost {
+public:
+    QString GetPreference(const QString& name) override {
+        return PedometerDBManager::GetInstance().GetPreference(name);
+    }
+    void SetPreference(const QString& name, const QString& value) override {
+        PedometerDBManager::GetInstance().SetPreference(name, value);
+    }
+    QString Text(const QString& key, const QStringList& values) override {
+        return AppResource::GetInstance().GetString(key, values);
+    }
+};
+
 QString Title(const QString& provider) {
     return provider.isEmpty() ? provider : provider.at(0).toUpper() + provider.mid(1);
 }
 
 }  // namespace
 
-SnsGateway::SnsGateway() = default;
+SnsGateway::SnsGateway() {
+    static AppSnsHost host;
+    SnsHost::Set(&host);
+}
 
 SnsGateway& SnsGateway::GetInstance() {
     static SnsGateway gateway;
@@ -66,14 +86,14 @@ QStringList SnsGateway::Providers() const {
 }
 
 QString SnsGateway::ClientKey(const QString& provider) {
-    if (provider == kTwitter) return TwitterProvider::kConsumerKey;
-    if (provider == kFacebook) return OAuth2Provider::kFacebookAppId;
+    if (provider == kTwitter) return SnsClientCredentials::kTwitterKey;
+    if (provider == kFacebook) return SnsClientCredentials::kFacebookId;
     return {};
 }
 
 QString SnsGateway::ClientSecret(const QString& provider) {
-    if (provider == kTwitter) return TwitterProvider::kConsumerSecret;
-    if (provider == kFacebook) return OAuth2Provider::kFacebookAppSecret;
+    if (provider == kTwitter) return SnsClientCredentials::kTwitterSecret;
+    if (provider == kFacebook) return SnsClientCredentials::kFacebookSecret;
     return {};
 }
 
@@ -82,12 +102,25 @@ QObject* SnsGateway::Owner() {
     return owner_;
 }
 
-SnsTokenStore& SnsGateway::Store() {
-    if (store_ == nullptr) store_ = new SnsTokenStore(SnsTokenStore::Detect(), Owner());
-    return *store_;
+SnsPlugin* SnsGateway::Plugin() {
+    // Networking, NetworkAuth and the keyring come with the plug-in, on first use.
+    static SnsPlugin* plugin = [] {
+        auto* loaded = AppPlugins::Get<SnsPlugin>(QStringLiteral("pedometer-social"));
+        if (loaded != nullptr) loaded->UseHost(&SnsHost::Get());
+        return loaded;
+    }();
+    return plugin;
+}
+
+SnsTokenStore* SnsGateway::Store() {
+    if (store_ == nullptr && Plugin() != nullptr)
+        store_ = Plugin()->MakeTokenStore(std::nullopt, Owner());
+    return store_;
 }
 
 SnsProvider* SnsGateway::Provider(const QString& name) {
+    SnsPlugin* plugin = Plugin();
+    if (plugin == nullptr) return nullptr;  // no sharing without the plug-in
     SnsProvider* existing = providers_.value(name);
     if (name == kMastodon) {
         const QString instance = MastodonInstance();
@@ -98,15 +131,15 @@ SnsProvider* SnsGateway::Provider(const QString& name) {
             existing = nullptr;
         }
         if (existing == nullptr) {
-            existing = new OAuth2Provider(name, Title(name),
+            existing = plugin->MakeOAuth2(name, Title(name),
                                           endpoints_.value(name, SnsEndpoints::Mastodon(instance)),
                                           true, Owner());
             existing->setProperty("instance", instance);
         }
     } else if (existing == nullptr && name == kTwitter) {
-        existing = new TwitterProvider(endpoints_.value(name, SnsEndpoints::Twitter()), Owner());
+        existing = plugin->MakeTwitter(endpoints_.value(name, SnsEndpoints::Twitter()), Owner());
     } else if (existing == nullptr && name == kFacebook) {
-        existing = new OAuth2Provider(name, Title(name),
+        existing = plugin->MakeOAuth2(name, Title(name),
                                       endpoints_.value(name, SnsEndpoints::Facebook()), false,
                                       Owner());
     }
@@ -138,7 +171,7 @@ int SnsGateway::IsLoggedIn(const QString& name) {
             l.OnSnsLoggedInStatusReceived(id, name, loggedIn, ok, code, message);
         });
     };
-    Store().Read(name, [this, name, answer](const QString& stored) {
+    Store()->Read(name, [this, name, answer](const QString& stored) {
         const SnsAuthResult token = TokenFromText(stored, TokenServer(name));
         SnsProvider* provider = Provider(name);
         if (token.tokenKey.isEmpty() || provider == nullptr) return answer(false, true, {}, {});
@@ -167,7 +200,7 @@ bool SnsGateway::Authenticate(const QString& name, const QString& key, const QSt
 
 void SnsGateway::AddAuthResult(const QString& name, const SnsAuthResult& result) {
     if (Provider(name) == nullptr || result.tokenKey.isEmpty()) return;
-    Store().Write(name, TokenText(result, TokenServer(name)));
+    Store()->Write(name, TokenText(result, TokenServer(name)));
 }
 
 int SnsGateway::UpdateMyStatusText(const QString& name, const QString& text) {
@@ -179,7 +212,7 @@ int SnsGateway::UpdateMyStatusText(const QString& name, const QString& text) {
             l.OnMySnsStatusTextUpdated(id, name, outcome.ok, outcome.errorCode, outcome.errorMessage);
         });
     };
-    Store().Read(name, [this, name, text, answer](const QString& stored) {
+    Store()->Read(name, [this, name, text, answer](const QString& stored) {
         const SnsAuthResult token = TokenFromText(stored, TokenServer(name));
         SnsProvider* provider = Provider(name);
         if (token.tokenKey.isEmpty() || provider == nullptr)
@@ -193,7 +226,9 @@ int SnsGateway::UpdateMyStatusText(const QString& name, const QString& text) {
 
 void SnsGateway::SignOut(const QString& name) {
     if (SnsProvider* provider = providers_.value(name)) provider->CancelSignIn();
-    if (name == kTwitter || name == kFacebook || name == kMastodon) Store().Remove(name);
+    SnsTokenStore* store = Store();
+    if (store != nullptr && (name == kTwitter || name == kFacebook || name == kMastodon))
+        store->Remove(name);
 }
 
 void SnsGateway::SetBrowser(SnsProvider::Browser browser) {
@@ -211,5 +246,5 @@ void SnsGateway::Reset(SnsTokenStore::Backend backend) {
     browser_ = {};
     listener_ = nullptr;
     if (store_ != nullptr) store_->deleteLater();
-    store_ = new SnsTokenStore(backend, Owner());
+    store_ = Plugin() != nullptr ? Plugin()->MakeTokenStore(backend, Owner()) : nullptr;
 }

@@ -12,6 +12,8 @@
 #include "SnsProvider.h"
 #include "SnsTokenStore.h"
 
+class SnsPlugin;
+
 // Posting short texts to social networks on the user's behalf: "twitter" (OAuth 1.0a),
 // "facebook" (OAuth 2) and, when an instance is configured, "mastodon".
 //
@@ -64,10 +66,13 @@ public:
 
 private:
     SnsGateway();
+    // The providers and the token store come from the social plug-in, loaded on first
+    // use; without it no provider can be reached (requests answer -1 or false).
+    static SnsPlugin* Plugin();
     SnsProvider* Provider(const QString& provider);
     QObject* Owner();
     void Drop(const QString& provider);
-    SnsTokenStore& Store();
+    SnsTokenStore* Store();  // null without the plug-in
     // Calls `call` later with the listener, if it is still `listener`.
     void Tell(SnsListener* listener, std::function<void(SnsListener&)> call);
     static QString MastodonInstance();

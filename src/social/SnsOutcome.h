@@ -3,14 +3,10 @@
 #include <QJsonObject>
 #include <QString>
 
-class QNetworkReply;
-
 // How one request to a social-network provider ended, in terms a user can read.
 //
-// From() reads a finished reply without consuming it (the body is peeked, so an OAuth
-// flow reading the same reply still gets it): network failures, timeouts, HTTP errors
-// with the provider's own explanation when it sent one, and answers that should be a
-// JSON object but are not. Messages come from AppResource and never quote a token.
+// SnsHttp::OutcomeOf reads one from a finished reply. Messages come from the application's
+// texts (SnsHost) and never quote a token.
 // Plain value, GUI thread.
 struct SnsOutcome {
     bool ok = false;
@@ -24,9 +20,6 @@ struct SnsOutcome {
     // True when the provider no longer accepts the token (signed out or revoked).
     bool IsUnauthorized() const { return httpStatus == 401; }
 
-    // `providerTitle` names the provider in messages ("Twitter"); `expectJson` makes a
-    // successful reply that is no JSON object a failure.
-    static SnsOutcome From(QNetworkReply* reply, const QString& providerTitle, bool expectJson);
     static SnsOutcome Failure(const QString& code, const QString& message);
     // A resource text with its "%@" placeholders filled in order of appearance.
     static QString Text(const QString& key, const QStringList& values = {});

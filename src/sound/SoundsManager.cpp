@@ -5,15 +5,25 @@
 #include <algorithm>
 
 #include "AppPaths.h"
+#include "AppPlugins.h"
 #include "PedometerOptions.h"
 #include "PlatformSettings.h"
-#include "SoundEffectPlayer.h"
+#include "SilentSoundPlayer.h"
+#include "SoundPlayerPlugin.h"
 
 namespace {
 const QString kClickClip = QStringLiteral("click.wav");
 const QString kTickClip = QStringLiteral("tick.wav");
 const QString kPacerClip = QStringLiteral("Pop1.wav");
 const QString kSygnalClip = QStringLiteral("stopwatch.wav");
+
+// Players on the audio system come from the sound plug-in, loaded with the first one;
+// without it the application is silent.
+std::unique_ptr<SoundPlayer> MakeSystemPlayer() {
+    if (auto* plugin = AppPlugins::Get<SoundPlayerPlugin>(QStringLiteral("pedometer-sound")))
+        return plugin->MakePlayer();
+    return std::make_unique<SilentSoundPlayer>();
+}
 
 void Release(std::unique_ptr<SoundPlayer>& player) {
     if (!player) return;
@@ -37,7 +47,7 @@ SoundsManager& SoundsManager::GetInstance() {
 }
 
 SoundsManager::SoundsManager()
-    : playerFactory([] { return std::make_unique<SoundEffectPlayer>(); }),
+    : playerFactory(MakeSystemPlayer),
       sygnalTimer([this] { OnTimerExpired(); }),
       pacerHandOver([this] { PlayPacerBeat(); }) {}
 
@@ -46,7 +56,10 @@ SoundsManager::~SoundsManager() = default;
 void SoundsManager::Initialize() {
     active = true;
     volume = kInitialVolume;
-    clickPlayer = CreatePlayer(kClickClip);
+}
+
+void SoundsManager::PrepareClick() {
+    if (!clickPlayer) clickPlayer = CreatePlayer(kClickClip);
 }
 
 void SoundsManager::SetPlayerFactory(PlayerFactory factory) {

@@ -33,15 +33,18 @@ public:
     // The application's manager, made and initialised on the first call.
     static SoundsManager& GetInstance();
 
-    // An uninitialised manager with QSoundEffect players; the application uses
+    // An uninitialised manager with the sound plug-in's players; the application uses
     // GetInstance(), tests make their own.
     SoundsManager();
     ~SoundsManager();
     SoundsManager(const SoundsManager&) = delete;
     SoundsManager& operator=(const SoundsManager&) = delete;
 
-    // Active, volume 80, the click player ready; the other players come on first use.
+    // Active, volume 80; every player comes on first use.
     void Initialize();
+    // Makes the click player ahead of the first press. Opening the audio system takes a
+    // while, so the application does it once its window has painted.
+    void PrepareClick();
     // Replaces how players are made (tests count plays with it). The current players
     // are released; the click player is made again at once if it existed.
     void SetPlayerFactory(PlayerFactory factory);

@@ -24,6 +24,7 @@ protected:
         PedometerOptions::GetInstance().RestoreDefaults();
         manager.SetPlayerFactory(FakePlayers(log));
         manager.Initialize();
+        manager.PrepareClick();
     }
     void TearDown() override {
         PedometerOptions::GetInstance().RestoreDefaults();

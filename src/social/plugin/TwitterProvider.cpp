@@ -7,10 +7,6 @@
 #include "SnsHttp.h"
 #include "SnsSignIn.h"
 
-const QString TwitterProvider::kConsumerKey = QStringLiteral("Zq7RtLm2WxP9sKd4VbN3c");
-const QString TwitterProvider::kConsumerSecret =
-    QStringLiteral("h4Jk8Lp2Qr6St0Uv3Wx7Yz1Ab5Cd9Ef2Gh6Ij0K");
-
 TwitterProvider::TwitterProvider(const SnsEndpoints& endpoints, QObject* parent)
     : SnsProvider(parent),
       endpoints_(endpoints),

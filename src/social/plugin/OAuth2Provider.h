@@ -26,9 +26,6 @@ class SnsHttp;
 class OAuth2Provider : public SnsProvider {
     Q_OBJECT
 public:
-    static const QString kFacebookAppId;
-    static const QString kFacebookAppSecret;
-
     OAuth2Provider(const QString& name, const QString& title, const SnsEndpoints& endpoints,
                    bool registers, QObject* parent = nullptr);
     ~OAuth2Provider() override;

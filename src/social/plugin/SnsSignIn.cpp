@@ -112,7 +112,7 @@ void SnsSignIn::OnReplyFinished(QNetworkReply* reply) {
     if (finished_ || !IsTokenRequest(reply)) return;
     // OAuth 1.0a token endpoints answer with a form, OAuth 2 ones with JSON.
     const bool json = endpoints_.requestToken.isEmpty();
-    const SnsOutcome outcome = SnsOutcome::From(reply, http_->ProviderTitle(), json);
+    const SnsOutcome outcome = SnsHttp::OutcomeOf(reply, http_->ProviderTitle(), json);
     const bool hasToken =
         json ? !outcome.json.value(QStringLiteral("access_token")).toString().isEmpty()
              : reply->isOpen() && reply->peek(reply->bytesAvailable()).contains("oauth_token=");

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include "SnsClientCredentials.h"
 #include "SnsEndpoints.h"
 #include "SnsSignIn.h"
 #include "SnsProvider.h"
@@ -16,10 +17,6 @@ class SnsHttp;
 class TwitterProvider : public SnsProvider {
     Q_OBJECT
 public:
-    // The application's consumer credentials.
-    static const QString kConsumerKey;
-    static const QString kConsumerSecret;
-
     explicit TwitterProvider(const SnsEndpoints& endpoints, QObject* parent = nullptr);
     ~TwitterProvider() override;
 
@@ -36,6 +33,6 @@ private:
     SnsEndpoints endpoints_;
     SnsHttp* http_;
     QPointer<SnsSignIn> signIn_;
-    QString key_ = kConsumerKey;
-    QString secret_ = kConsumerSecret;
+    QString key_ = SnsClientCredentials::kTwitterKey;
+    QString secret_ = SnsClientCredentials::kTwitterSecret;
 };

@@ -31,6 +31,14 @@ public:
     void PostForm(const QUrl& url, const QList<std::pair<QString, QString>>& fields,
                   const QString& bearer, Done done);
 
+    // How a finished reply ended, read without consuming it (the body is peeked, so an
+    // OAuth flow reading the same reply still gets it): network failures, timeouts, HTTP
+    // errors with the provider's own explanation when it sent one, and answers that should
+    // be a JSON object but are not. `providerTitle` names the provider in messages
+    // ("Twitter"); `expectJson` makes a successful reply that is no JSON object a failure.
+    static SnsOutcome OutcomeOf(QNetworkReply* reply, const QString& providerTitle,
+                                bool expectJson);
+
 private:
     QString title_;
     QNetworkAccessManager manager_;

@@ -4,11 +4,9 @@
 #include <QJsonObject>
 #include <QOAuth2AuthorizationCodeFlow>
 
-#include "PedometerDBManager.h"
+#include "SnsClientCredentials.h"
+#include "SnsHost.h"
 #include "SnsHttp.h"
-
-const QString OAuth2Provider::kFacebookAppId = QStringLiteral("987650123498765");
-const QString OAuth2Provider::kFacebookAppSecret = QStringLiteral("5f0c2e9a7b3d41c68e2a90fd17b4c3e6");
 
 OAuth2Provider::OAuth2Provider(const QString& name, const QString& title,
                                const SnsEndpoints& endpoints, bool registers, QObject* parent)
@@ -29,7 +27,7 @@ QString OAuth2Provider::Server() const {
 OAuth2Provider::Registration OAuth2Provider::StoredRegistration() const {
     const QJsonObject stored =
         QJsonDocument::fromJson(
-            PedometerDBManager::GetInstance().GetPreference(name_ + QStringLiteral("-app")).toUtf8())
+            SnsHost::Get().GetPreference(name_ + QStringLiteral("-app")).toUtf8())
             .object();
     Registration r{stored.value(QStringLiteral("server")).toString(),
                    stored.value(QStringLiteral("redirect")).toString(),
@@ -51,7 +49,8 @@ bool OAuth2Provider::Authenticate(const QString& key, const QString& secret,
     }
     signIn_ = signIn;
     if (!registers_)
-        StartFlow(key.isEmpty() ? kFacebookAppId : key, secret.isEmpty() ? kFacebookAppSecret : secret,
+        StartFlow(key.isEmpty() ? SnsClientCredentials::kFacebookId : key,
+                  secret.isEmpty() ? SnsClientCredentials::kFacebookSecret : secret,
                   browser);
     else if (stored.redirect == signIn->Callback())
         StartFlow(stored.clientId, stored.clientSecret, browser);
@@ -80,7 +79,7 @@ void OAuth2Provider::Register(const Browser& browser) {
                                    {QStringLiteral("redirect"), redirect},
                                    {QStringLiteral("client_id"), id},
                                    {QStringLiteral("client_secret"), secret}};
-            PedometerDBManager::GetInstance().SetPreference(
+            SnsHost::Get().SetPreference(
                 name_ + QStringLiteral("-app"),
                 QString::fromUtf8(QJsonDocument(kept).toJson(QJsonDocument::Compact)));
             StartFlow(id, secret, browser);

@@ -1,0 +1,7 @@
+#include "QtSensorsPlugin.h"
+
+#include "QtSensorsAccelerometerSource.h"
+
+std::unique_ptr<AccelerometerSource> QtSensorsPlugin::MakeSource() {
+    return std::make_unique<QtSensorsAccelerometerSource>();
+}
