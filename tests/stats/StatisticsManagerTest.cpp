@@ -215,6 +215,25 @@ TEST_F(StatisticsManagerTest, FirstMinuteAndTwelfthHandOver) {
     EXPECT_NEAR(minutes[0].calories, expected, 1e-9);
 }
 
+// STOP hands over the interval in progress, be it one tick without a step or one step
+// before the first tick.
+TEST_F(StatisticsManagerTest, StopStoresTheIntervalInProgress) {
+    for (const bool tick : {true, false}) {
+        StatisticsManager& m = makeManager();
+        const size_t before = storedSeconds().size();
+        m.start();
+        if (tick) {
+            advanceSeconds(1);
+        } else {
+            m.addStep(1);
+        }
+        m.HandOverAndStop();
+        manager->GetUpdaterThread()->WaitUntilIdle();
+        EXPECT_EQ(storedSeconds().size(), before + 1) << tick;
+        manager.reset();
+    }
+}
+
 // Each interval's calories are a twelfth of the rate of its speed, and its noise within 0.1 %
 // to 10 % above the rate. STOP a second later: the short last interval lowers the minute's
 // average speed, but the calories shown before STOP are never taken back.
