@@ -309,7 +309,9 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     m.start();
     m.addStep(1);
     advanceSeconds(5);
+    const int shown = form.dataUpdates;
     m.ClearCurrentLap();
+    EXPECT_GT(form.dataUpdates, shown);  // the main screen shows the cleared lap
     EXPECT_EQ(m.GetCurrentLap()->id, firstId);
     EXPECT_EQ(m.GetLapSteps(), 0);
     EXPECT_TRUE(storedMinutes().empty());
@@ -335,6 +337,8 @@ TEST_F(StatisticsManagerTest, ClearKeepsTheLapAndNewLapFinishesIt) {
     EXPECT_FALSE(laps[1]->endDate.has_value());
     PedometerDBManager::GetInstance().GetSecondsForLap(*laps[0]);
     EXPECT_TRUE(laps[0]->seconds.empty()) << "five-second records are kept for the recording lap";
+    advanceSeconds(5);  // the step taken before the new lap is not counted in it
+    EXPECT_EQ(storedSeconds().back().steps, 0);
 }
 
 // A running alarm completes on the slot that reaches its goal, into its own completed
