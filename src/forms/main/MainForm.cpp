@@ -337,6 +337,7 @@ void MainForm::OnActionPerformed(const QWidget&, int actionId) {
             StopPressed();
             break;
         case ID_LOCK:
+            if (!PedometerOptions::GetInstance().startOnBlock) sounds.ClickSound();
             Lock();
             break;
         case ID_QUIT:
@@ -418,11 +419,8 @@ void MainForm::ShowInfo() {
 }
 
 void MainForm::Lock() {
-    if (PedometerOptions::GetInstance().startOnBlock) {
-        StartPressed();
-    } else {
-        SoundsManager::GetInstance().ClickSound();
-    }
+    if (locked) return;
+    if (PedometerOptions::GetInstance().startOnBlock) StartPressed();
     locked = true;
     CloseContextMenu();
     HideOptionMenu();
@@ -576,7 +574,7 @@ PEDOMETER_SCREEN_ACTION("lock",
                                     QStringLiteral("the lock pane covers the main screen only");
                                 return nullptr;
                             }
-                            main->OnActionPerformed(*main, MainForm::ID_LOCK);
+                            main->Lock();  // no click: nothing was tapped
                             return main->GetLockPane();
                         });
 

@@ -101,6 +101,8 @@ public:
     // Takes the lock pane away: it goes, the click sounds, the screen is unlocked.
     void Unblock(QWidget* pane) override;
 
+    // Covers the screen with the lock pane (counting starts first when the settings say so).
+    void Lock();
     bool IsLocked() const { return locked; }
     bool IsUpdating() const { return updating.load(); }
     bool IsCountdownRunning() const { return countdownRunning; }
@@ -134,7 +136,6 @@ private:
     void ShowNextGraphic();
     void ShowTopValue(int index);
     void ShowInfo();
-    void Lock();
 
     void StartPressed();
     void StopPressed();
