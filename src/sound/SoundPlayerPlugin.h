@@ -5,7 +5,7 @@
 
 #include "SoundPlayer.h"
 
-// What the sound plug-in ("sound", AppPlugins) offers: players on the machine's audio
+// What the sound plug-in ("pedometer-sound", AppPlugins) offers: players on the machine's audio
 // system, which brings Qt Multimedia and the sound server's libraries with it.
 class SoundPlayerPlugin {
 public:

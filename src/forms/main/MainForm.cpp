@@ -320,15 +320,15 @@ constexpr ScreenAction kScreenActions[] = {
 void MainForm::OnActionPerformed(const QWidget&, int actionId) {
     // Under the lock pane only the slide acts: no button, key or menu opens anything.
     if (locked) return;
+    SoundsManager& sounds = SoundsManager::GetInstance();
     for (const ScreenAction& action : kScreenActions) {
         if (action.actionId != actionId) continue;
         CloseContextMenu();
         HideOptionMenu();
-        SoundsManager::GetInstance().ClickSound();
+        sounds.ClickSound();
         OpenScreen(QString::fromLatin1(action.screen));
         return;
     }
-    SoundsManager& sounds = SoundsManager::GetInstance();
     switch (actionId) {
         case ID_START:
             StartPressed();
@@ -354,7 +354,6 @@ void MainForm::OnActionPerformed(const QWidget&, int actionId) {
             ShowInfo();
             break;
         case ID_NEW_LAP:
-            CloseContextMenu();
             sounds.ClickSound();
             OpenContextMenu(GetButton(ID_NEW_LAP),
                             {{AppResource::Text("meter__ Start new"), ID_START_NEW},
