@@ -345,6 +345,21 @@ std::vector<QDateTime> LapStore::GetAllDays() {
     return days;
 }
 
+std::vector<std::pair<QDateTime, int>> LapStore::GetLatestLapSteps(int count) {
+    std::vector<std::pair<QDateTime, int>> laps;
+    const bool done = statistics_.Run([&](SQLite::Database& db) {
+        SQLite::Statement select(db,
+                                 "SELECT startDate,totalSteps FROM Lap WHERE totalSteps>0 "
+                                 "ORDER BY startDate DESC LIMIT ?");
+        select.bind(1, count);
+        while (select.executeStep()) {
+            laps.emplace_back(Sql::DateColumn(select.getColumn(0)), select.getColumn(1).getInt());
+        }
+    });
+    if (!done) laps.clear();
+    return laps;
+}
+
 std::vector<DAODayTotals> LapStore::GetDayTotals(const QDate& from, const QDate& to) {
     std::vector<DAODayTotals> days;
     if (!from.isValid() || !to.isValid() || from > to) return days;

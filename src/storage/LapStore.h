@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "DAOBodyLog.h"
@@ -38,6 +39,7 @@ public:
     std::vector<std::unique_ptr<DAOLap>> GetLapsForPeriod(const QDateTime& from,
                                                           const QDateTime& to);
     std::vector<QDateTime> GetAllDays();
+    std::vector<std::pair<QDateTime, int>> GetLatestLapSteps(int count);
     std::vector<DAODayTotals> GetDayTotals(const QDate& from, const QDate& to);
     std::unique_ptr<DAOLap> GetLap(int id);
     void ResetLogs(const QDateTime& from, const QDateTime& to);

@@ -172,6 +172,10 @@ std::vector<QDateTime> PedometerDBManager::GetAllDays() {
     return laps_->GetAllDays();
 }
 
+std::vector<std::pair<QDateTime, int>> PedometerDBManager::GetLatestLapSteps(int count) {
+    return laps_->GetLatestLapSteps(count);
+}
+
 std::vector<DAODayTotals> PedometerDBManager::GetDayTotals(const QDate& from, const QDate& to) {
     return laps_->GetDayTotals(from, to);
 }

@@ -97,6 +97,9 @@ public:
                                                           const QDateTime& to);
     // Every day with a lap, newest first, each at 00:00:00.
     std::vector<QDateTime> GetAllDays();
+    // The start and steps of the latest `count` laps with steps, newest first. One query on
+    // the laps' stored sums, so a screen can offer them as it opens.
+    std::vector<std::pair<QDateTime, int>> GetLatestLapSteps(int count);
     // One row per day from `from` to `to` (both days whole) that has a lap started in
     // it, oldest first: the sums of its laps' minutes. A lap belongs to the day it
     // started on, so a row stored at midnight counts for the day it opens. Days without

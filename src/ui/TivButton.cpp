@@ -16,6 +16,7 @@ int TivButton::Initialize(const QRect& bounds) {
     pressed_ = false;
     enabled_ = true;
     normal_.reset();
+    normalName_.clear();
     pressedBitmap_.reset();
     pressedName_.clear();
     disabled_.reset();
@@ -42,9 +43,13 @@ void TivButton::OnRescaled(double, double) {
 
 void TivButton::SetNormalBitmap(const QPixmap* bitmap) {
     Copy(normal_, bitmap);
+    normalName_.clear();
+    NoteDrawnSize(normal_ ? normal_->deviceIndependentSize().toSize() : QSize());
+}
+
+void TivButton::NoteDrawnSize(const QSize& drawn) {
     // A picture made for the whole button (within a pixel of rounding) keeps filling it
     // when a layout stretches the button.
-    const QSize drawn = normal_ ? normal_->deviceIndependentSize().toSize() : QSize();
     picturesFill_ = !drawn.isEmpty() && std::abs(drawn.width() - width()) <= 1 &&
                     std::abs(drawn.height() - height()) <= 1;
 }
@@ -62,14 +67,23 @@ void TivButton::SetPressedBitmap(const QPixmap* bitmap) {
 }
 
 void TivButton::SetPictures(const QString& picture) {
-    const auto normal =
-        picture.isEmpty() ? nullptr : TivUtils::GetBitmapWithRightResolutionN(picture);
-    SetNormalBitmap(normal.get());
+    SetNormalBitmap(nullptr);
     SetPressedBitmap(nullptr);
-    if (normal)
+    const QSize drawn = picture.isEmpty() ? QSize() : TivUtils::ScaledSize(picture);
+    if (!drawn.isEmpty()) {
+        normalName_ = picture;
         pressedName_ =
             QString(picture).replace(QStringLiteral(".png"), QStringLiteral("-pressed.png"));
+        NoteDrawnSize(drawn);
+    }
     update();
+}
+
+void TivButton::RenderNormalPicture() {
+    if (normalName_.isEmpty()) return;
+    const auto normal = TivUtils::GetBitmapWithRightResolutionN(normalName_);
+    normalName_.clear();
+    Copy(normal_, normal.get());
 }
 
 void TivButton::RenderPressedPicture() {
@@ -149,6 +163,7 @@ void TivButton::OnTouchFocusOut(const QWidget&, const QPoint& point, const Touch
 
 void TivButton::paintEvent(QPaintEvent*) {
     // The background is transparent: what lies behind the button shows through.
+    RenderNormalPicture();
     FitPictures();
     if (pressed_) RenderPressedPicture();
     QPainter painter(this);

@@ -33,8 +33,9 @@ public:
     void SetPressedBitmap(const QPixmap* bitmap);
     void SetDisabledBitmap(const QPixmap* bitmap);
     // The named picture, and as the pressed picture its "-pressed" twin (the same name
-    // with "-pressed" before ".png"), which is rendered when the button is first pressed
-    // so that a screen full of buttons opens quickly. An empty name clears both.
+    // with "-pressed" before ".png"). The picture is rendered when the button is first
+    // painted and its twin when it is first pressed, so that a screen full of buttons
+    // opens quickly, and one opened beneath another draws nothing. An empty name clears both.
     void SetPictures(const QString& picture);
 
     void SetActionId(int actionId) { actionId_ = actionId; }
@@ -80,14 +81,18 @@ protected:
 
 private:
     static void Copy(std::optional<QPixmap>& target, const QPixmap* source);
+    // Notes whether a picture drawn at `drawn` was made for the whole button.
+    void NoteDrawnSize(const QSize& drawn);
     // Renders the pictures again at the button's size when they fill it and it changed.
     void FitPictures();
+    void RenderNormalPicture();
     void RenderPressedPicture();
 
     QPointer<QWidget> container_;
     bool pressed_ = false;
     bool enabled_ = true;
     std::optional<QPixmap> normal_;
+    QString normalName_;  // the normal picture still to render, see SetPictures
     bool picturesFill_ = false;  // the normal picture was made for the whole button
     std::optional<QPixmap> pressedBitmap_;
     QString pressedName_;  // the pressed picture still to render, see SetPictures

@@ -160,13 +160,18 @@ QSize TivUtils::ReferenceSize(const QString& name) {
                  int(std::lround(artwork->drawn.height())));
 }
 
-std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {
+QSize TivUtils::ScaledSize(const QString& name) {
     static QHash<QString, QSize> referenceSizes;  // GUI thread only
     auto known = referenceSizes.constFind(name);
     if (known == referenceSizes.constEnd()) known = referenceSizes.insert(name, ReferenceSize(name));
-    if (known->isEmpty()) return nullptr;
-    const QSize size(int(std::lround(known->width() * GetScale())),
-                     int(std::lround(known->height() * GetScale())));
+    if (known->isEmpty()) return {};
+    return QSize(int(std::lround(known->width() * GetScale())),
+                 int(std::lround(known->height() * GetScale())));
+}
+
+std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {
+    const QSize size = ScaledSize(name);
+    if (size.isEmpty()) return nullptr;
     QPixmap pixmap = Render(name, size);
     if (pixmap.isNull()) return nullptr;
     return std::make_unique<QPixmap>(pixmap);

@@ -57,6 +57,9 @@ public:
     // A new picture the caller owns, or null (with a warning) when the name is unknown
     // or its artwork cannot be read. Only the file name part of `name` is used.
     static std::unique_ptr<QPixmap> GetBitmapWithRightResolutionN(const QString& name);
+    // The logical size GetBitmapWithRightResolutionN renders `name` at (its reference size
+    // at the current scale), without rendering it; empty when the artwork is missing.
+    static QSize ScaledSize(const QString& name);
     // The artwork file behind a picture name: res/images/<base name>.svg.
     static QString GetArtworkPath(const QString& name);
     // The same picture as `picture` (one made by GetBitmapWithRightResolutionN) rendered

@@ -41,6 +41,18 @@ TEST_F(DayTotalsTest, BothEndDaysAreWholeAndMidnightRowsGoToTheDayTheyOpen) {
               std::tuple(2, 15.5, 1.5, 150));
 }
 
+// The laps offered for calibrating a step length: newest first, only laps with steps.
+TEST_F(DayTotalsTest, LatestLapStepsAreTheNewestLapsWithSteps) {
+    LapAt(Moment(12, 9, 0, 0), 100);
+    LapAt(Moment(13, 8, 0, 0), 0);
+    LapAt(Moment(13, 7, 0, 0), 300);
+    LapAt(Moment(14, 6, 0, 0), 200);
+    QStringList laps;
+    for (const auto& [start, steps] : manager().GetLatestLapSteps(2))
+        laps << QStringLiteral("%1:%2").arg(start.date().day()).arg(steps);
+    EXPECT_EQ(laps.join(' '), QStringLiteral("14:200 13:300"));
+}
+
 TEST_F(DayTotalsTest, SumsEqualTheMinutesTheySummarise) {
     EXPECT_TRUE(manager().GetDayTotals(QDate(2000, 1, 1), QDate(2100, 1, 1)).empty());
     Body::GetInstance().clear();

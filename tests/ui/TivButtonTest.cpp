@@ -9,6 +9,7 @@
 #include "IActionEventListener.h"
 #include "TestData.h"
 #include "TivLabel.h"
+#include "TivUtils.h"
 #include "Touch.h"
 
 namespace {
@@ -159,3 +160,19 @@ TEST_F(TivButtonTest, InitializeResetsEverything) {
 }
 
 }  // namespace
+
+// A named picture is drawn once the button paints; one made for the whole button keeps
+// filling it when a layout stretches the button, one made smaller stays its own size.
+TEST_F(TivButtonTest, NamedPictureIsDrawnAndStretchesOnlyWhenMadeForTheButton) {
+    const QSize drawn = TivUtils::ScaledSize(QStringLiteral("btn-red.png"));
+    ASSERT_FALSE(drawn.isEmpty());
+    for (const int madeWider : {0, 1}) {
+        SCOPED_TRACE(madeWider);
+        button.Initialize(QRect(QPoint(0, 0), drawn + QSize(madeWider * 100, 0)));
+        button.SetPictures(QStringLiteral("btn-red.png"));
+        EXPECT_GT(touch::PixelAt(button, QPoint(drawn.width() / 2, drawn.height() / 2)).alpha(), 0);
+        button.resize(drawn.width() * 2 + 100, drawn.height());
+        const QPoint farRight(drawn.width() * 2, drawn.height() / 2);
+        EXPECT_EQ(touch::PixelAt(button, farRight).alpha() > 0, madeWider == 0);
+    }
+}

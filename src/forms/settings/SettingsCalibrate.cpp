@@ -2,7 +2,6 @@
 
 #include <QLineEdit>
 #include <QLocale>
-#include <algorithm>
 #include <cmath>
 
 #include "Body.h"
@@ -30,21 +29,10 @@ QString SettingsCalibrate::TitleText() const {
 }
 
 std::vector<SettingsCalibrate::Lap> SettingsCalibrate::LatestLaps() {
-    PedometerDBManager& db = PedometerDBManager::GetInstance();
     std::vector<Lap> laps;
-    for (const QDateTime& day : db.GetAllDays()) {
-        std::vector<Lap> ofDay;
-        for (const auto& lap : db.GetLapsForDate(day)) {
-            Lap entry{lap->startDate, 0};
-            for (const auto& minute : lap->minutes) entry.steps += minute->steps;
-            if (entry.steps > 0) ofDay.push_back(entry);
-        }
-        std::sort(ofDay.begin(), ofDay.end(),
-                  [](const Lap& a, const Lap& b) { return a.start > b.start; });
-        for (const Lap& lap : ofDay) {
-            if (laps.size() >= static_cast<std::size_t>(kLapsOffered)) return laps;
-            laps.push_back(lap);
-        }
+    for (const auto& [start, steps] :
+         PedometerDBManager::GetInstance().GetLatestLapSteps(kLapsOffered)) {
+        laps.push_back({start, steps});
     }
     return laps;
 }
