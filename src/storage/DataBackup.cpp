@@ -8,10 +8,11 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <memory>
 
@@ -48,7 +49,9 @@ Db openDb(const QString& path, int flags, QString* error) {
     return db;
 }
 
-// Copies `from` into `to` in steps; the source is locked only during a step.
+// Copies `from` into `to` in steps; the source is locked only during a step. A step
+// waits for a writer as long as the connections' busy timeout; a lock held longer than
+// that fails the copy ("database is locked") rather than waiting without end.
 bool copyDatabase(sqlite3* from, sqlite3* to, QString* error, double* longestStepMs) {
     sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
     if (backup == nullptr) {
@@ -56,13 +59,12 @@ bool copyDatabase(sqlite3* from, sqlite3* to, QString* error, double* longestSte
         return false;
     }
     int rc = SQLITE_OK;
-    QElapsedTimer timer;
-    while (rc == SQLITE_OK || rc == SQLITE_BUSY || rc == SQLITE_LOCKED) {
-        timer.start();
+    while (rc == SQLITE_OK) {
+        const auto started = std::chrono::steady_clock::now();
         rc = sqlite3_backup_step(backup, kPagesPerStep);
-        const double ms = timer.nsecsElapsed() / 1e6;
-        if (longestStepMs != nullptr && ms > *longestStepMs) *longestStepMs = ms;
-        if (rc == SQLITE_BUSY || rc == SQLITE_LOCKED) sqlite3_sleep(5);
+        const std::chrono::duration<double, std::milli> step =
+            std::chrono::steady_clock::now() - started;
+        if (longestStepMs != nullptr) *longestStepMs = std::max(*longestStepMs, step.count());
     }
     sqlite3_backup_finish(backup);
     if (rc != SQLITE_DONE) {
@@ -92,13 +94,13 @@ bool snapshot(const QString& path, QByteArray* bytes, QString* error, double* lo
     if (!to || !copyDatabase(from.get(), to.get(), error, longestStepMs)) return false;
     dropSecrets(to.get());
     sqlite3_int64 size = 0;
-    unsigned char* data = sqlite3_serialize(to.get(), "main", &size, 0);
+    const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> data(
+        sqlite3_serialize(to.get(), "main", &size, 0), &sqlite3_free);
     if (data == nullptr) {
         *error = QStringLiteral("out of memory");
         return false;
     }
-    *bytes = QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    sqlite3_free(data);
+    *bytes = QByteArray(reinterpret_cast<const char*>(data.get()), static_cast<qsizetype>(size));
     // Bytes 18 and 19 say "write-ahead log" for a copy of a WAL file; the copy has
     // none, so mark it a plain rollback-journal file.
     if (bytes->size() > 19) (*bytes)[18] = (*bytes)[19] = 1;
