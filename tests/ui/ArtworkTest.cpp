@@ -51,7 +51,9 @@ TEST(ArtworkTest, EveryPictureRendersAtBothLayouts) {
         EXPECT_EQ(small->width(), qRound(declared.width() * 2.0 / 3.0));
         EXPECT_EQ(small->height(), qRound(declared.height() * 2.0 / 3.0));
 
-        if (file != QLatin1String("transparent.svg")) EXPECT_TRUE(HasVisiblePixel(full->toImage()));
+        if (file != QLatin1String("transparent.svg")) {
+            EXPECT_TRUE(HasVisiblePixel(full->toImage()));
+        }
     }
     AppPaths::SetRes(savedRes);
 }

@@ -58,7 +58,7 @@ TEST(ResourceFilesTest, EachLanguageNamesAnExistingTipsPicture) {
     AppPaths::SetRes(QStringLiteral(PEDOMETER_SOURCE_DIR "/res"));
     QStringList unused;
     QStringList pictures;
-    for (const QString lang : {QStringLiteral("en"), QStringLiteral("de")}) {
+    for (const QString& lang : {QStringLiteral("en"), QStringLiteral("de")}) {
         const QString picture = LoadStrings(lang, &unused).value(QStringLiteral("acc_advice_file"));
         pictures << picture;
         EXPECT_NE(TivUtils::GetBitmapWithRightResolutionN(picture), nullptr) << lang.toStdString();
