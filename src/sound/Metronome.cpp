@@ -23,10 +23,11 @@ constexpr int kSpansPerMinute = 60 / kSpanSeconds;
 // Interval formulas are evaluated in binary floating point, where a whole number of
 // milliseconds such as 450 can come out as 449.99999999999994. The nudge, far below
 // anything audible, lets truncation give the whole number the arithmetic stands for.
+// (A negative interval, from a negative target, is silent whatever its value.)
 int TruncateMs(double ms) {
     constexpr double kNudge = 1e-7;
     if (std::isnan(ms)) return 0;
-    ms += ms < 0 ? -kNudge : kNudge;
+    ms += kNudge;
     return static_cast<int>(
         std::clamp(ms, static_cast<double>(INT_MIN), static_cast<double>(INT_MAX)));
 }
@@ -62,8 +63,7 @@ Metronome::Metronome() : timer([this] { OnTimerExpired(); }) {
 }
 
 Metronome::~Metronome() {
-    timer.Cancel();
-    Shutdown();
+    Shutdown();  // the timer, the last member, is cancelled as it goes first
 }
 
 void Metronome::Start() {
