@@ -278,7 +278,8 @@ bool DatabaseConnection::SeedLocked() {
         return false;
     }
     // Copy under a private name, then link it into place: the file appears complete
-    // or not at all, and an existing file (another process was quicker) is kept.
+    // or not at all, and an existing file (another process was quicker) is kept. File
+    // systems without hard links get a rename, which Qt refuses over an existing file.
     const QString temporary =
         QStringLiteral("%1.seed-%2").arg(status_.path).arg(QCoreApplication::applicationPid());
     QFile::remove(temporary);
@@ -292,14 +293,10 @@ bool DatabaseConnection::SeedLocked() {
     QFile::setPermissions(temporary, QFile::ReadOwner | QFile::WriteOwner);
     const QByteArray from = QFile::encodeName(temporary);
     const QByteArray to = QFile::encodeName(status_.path);
-    bool placed = ::link(from.constData(), to.constData()) == 0;
-    const int linkError = placed ? 0 : errno;
-    if (linkError == EEXIST) placed = true;
-    if (linkError == EPERM || linkError == ENOTSUP || linkError == EXDEV) {
-        // File systems without hard links: rename, which Qt refuses over an
-        // existing file.
-        placed = QFile::rename(temporary, status_.path) || QFileInfo::exists(status_.path);
-    }
+    const bool linked = ::link(from.constData(), to.constData()) == 0;
+    const int linkError = linked ? 0 : errno;
+    const bool placed =
+        linked || QFile::rename(temporary, status_.path) || QFileInfo::exists(status_.path);
     QFile::remove(temporary);
     if (!placed) {
         status_.error = QStringLiteral("cannot create %1: %2")
