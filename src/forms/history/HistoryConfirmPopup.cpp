@@ -14,14 +14,13 @@ TivButton* MakeButton(QWidget* parent, const QString& picture, const char* key, 
                       IActionEventListener* listener) {
     auto* button = new TivButton(parent);
     button->setObjectName(QStringLiteral("action%1").arg(actionId));
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral(".png"));
-    const auto pressed =
-        TivUtils::GetBitmapWithRightResolutionN(picture + QStringLiteral("-pressed.png"));
-    button->Initialize(QRect(QPoint(), normal
-                                           ? normal->deviceIndependentSize().toSize()
-                                           : QSize(TivUtils::Scaled(200), TivUtils::Scaled(72))));
-    button->SetNormalBitmap(normal.get());
-    button->SetPressedBitmap(pressed.get());
+    // Rendered when the popup first shows: most screens that have one never open it.
+    const QString name = picture + QStringLiteral(".png");
+    const QSize size = TivUtils::ScaledSize(name);
+    button->Initialize(QRect(QPoint(), size.isEmpty()
+                                           ? QSize(TivUtils::Scaled(200), TivUtils::Scaled(72))
+                                           : size));
+    button->SetPictures(name);
     button->SetActionId(actionId);
     button->AddActionEventDelegate(listener);
     auto* caption = new TivLabel(button);
