@@ -37,11 +37,13 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     const QString current = Folder(folder_->filePath("current"), 2);
     const QString good = folder_->filePath("good.backup");
     QString error;
-    ASSERT_TRUE(DataBackup::Backup(Folder(folder_->filePath("source"), 5), good, &error))
-        << error.toStdString();
+    const QString source = Folder(folder_->filePath("source"), 5);
+    ASSERT_TRUE(manager().SetPreference(QStringLiteral("sns-secret-twitter"), "kept-on-device"));
+    ASSERT_TRUE(DataBackup::Backup(source, good, &error)) << error.toStdString();
     struct stat info {};
     ASSERT_EQ(::stat(QFile::encodeName(good).constData(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_FALSE(testdata::ReadFile(good).contains("kept-on-device"));  // sign-in secrets stay here
     EXPECT_FALSE(DataBackup::Backup(current, current + "/Statistics.db3", &error));
     EXPECT_TRUE(error.contains("own database")) << error.toStdString();
     // A folder without databases, then one whose first database is not one.

@@ -20,11 +20,6 @@ using storagetest::StorageTest;
 
 namespace {
 
-QByteArray ReadAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 using DatabaseConnectionTest = StorageTest;
 
 // --- Seeding --------------------------------------------------------------------
@@ -96,7 +91,7 @@ TEST_F(DatabaseConnectionTest, FilesThatAreNotOursAreReportedAndLeftAlone) {
     EXPECT_TRUE(status.error.contains("Statistics.db3")) << status.error.toStdString();
     EXPECT_TRUE(manager().IsOptionsUsable());  // the other file is unaffected
     ExpectStatisticsDefaults(manager());
-    EXPECT_EQ(ReadAll(HomeFile("Statistics.db3")), garbage);
+    EXPECT_EQ(testdata::ReadFile(HomeFile("Statistics.db3")), garbage);
     EXPECT_FALSE(QFileInfo::exists(HomeFile("Statistics.db3-wal")));
 
     manager().Reopen();
@@ -127,7 +122,7 @@ TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouching
     manager().Reopen();  // closing checkpoints the log into the file
     ASSERT_TRUE(manager().StatisticsStatus().open);  // opened, and checked before the damage
     const QString path = HomeFile("Statistics.db3");
-    QByteArray bytes = ReadAll(path);
+    QByteArray bytes = testdata::ReadFile(path);
     ASSERT_GT(bytes.size(), 16 * 4096);
     for (qsizetype i = 2 * 4096; i < bytes.size(); ++i) bytes[i] = char(0xA5 ^ (i * 31));
     ASSERT_TRUE(testdata::WriteFile(path, bytes));
@@ -137,7 +132,7 @@ TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouching
     EXPECT_FALSE(status.open);
     EXPECT_TRUE(status.error.contains("is damaged: ")) << status.error.toStdString();
     ExpectStatisticsDefaults(manager());
-    EXPECT_EQ(ReadAll(path), bytes);
+    EXPECT_EQ(testdata::ReadFile(path), bytes);
 }
 
 // The check runs beside the first reads, so the file is large enough for it to take a
@@ -151,7 +146,7 @@ TEST_F(DatabaseConnectionTest, TheBackgroundCheckReportsDamageAndHoldsBackEarlyW
     ASSERT_TRUE(manager().ImportHistory(noLaps, logs));
     manager().Reopen();
     const QString path = HomeFile("Statistics.db3");
-    QByteArray bytes = ReadAll(path);
+    QByteArray bytes = testdata::ReadFile(path);
     ASSERT_GT(bytes.size(), 256 * 4096);
     for (qsizetype i = bytes.size() - 3000; i < bytes.size() - 2600; ++i) bytes[i] = char(0xFF);
     ASSERT_TRUE(testdata::WriteFile(path, bytes));
@@ -168,7 +163,7 @@ TEST_F(DatabaseConnectionTest, TheBackgroundCheckReportsDamageAndHoldsBackEarlyW
     manager().Reopen();
     EXPECT_FALSE(manager().CreateNewLap()->id > 0);  // long before the new check ends
     manager().Reopen();
-    EXPECT_EQ(ReadAll(path), bytes);
+    EXPECT_EQ(testdata::ReadFile(path), bytes);
 }
 
 TEST_F(DatabaseConnectionTest, AMissingSeedOrAnImpossibleDataFolderLeavesTheConnectionUnusable) {
@@ -208,7 +203,7 @@ TEST_F(DatabaseConnectionTest, AReadOnlyDatabaseCanBeReadButNotChanged) {
     manager().CreateNewLap();
     manager().Reopen();
     Clock::SetNow(Moment());
-    const QByteArray before = ReadAll(HomeFile("Statistics.db3"));
+    const QByteArray before = testdata::ReadFile(HomeFile("Statistics.db3"));
 
     manager().SetReadOnly(true);
     manager().Reopen();
@@ -224,14 +219,14 @@ TEST_F(DatabaseConnectionTest, AReadOnlyDatabaseCanBeReadButNotChanged) {
     manager().ResetLogs(Moment(1), Moment(30));
     EXPECT_EQ(manager().GetLapsForDate(Moment(14, 0, 0)).size(), 1u);
     manager().Reopen();
-    EXPECT_EQ(ReadAll(HomeFile("Statistics.db3")), before);
+    EXPECT_EQ(testdata::ReadFile(HomeFile("Statistics.db3")), before);
 }
 
 TEST_F(DatabaseConnectionTest, AReadOnlyFolderAndFileAsAnOrdinaryUser) {
     if (::geteuid() == 0) GTEST_SKIP() << "root writes through file permissions";
     manager().CreateNewLap();
     manager().Reopen();
-    const QByteArray before = ReadAll(HomeFile("Statistics.db3"));
+    const QByteArray before = testdata::ReadFile(HomeFile("Statistics.db3"));
     QFile::setPermissions(HomeFile("Statistics.db3"), QFile::ReadOwner);
     QFile::setPermissions(home_, QFile::ReadOwner | QFile::ExeOwner);
 
@@ -240,7 +235,7 @@ TEST_F(DatabaseConnectionTest, AReadOnlyFolderAndFileAsAnOrdinaryUser) {
     EXPECT_FALSE(status.error.isEmpty());
     EXPECT_EQ(manager().CreateNewLap()->id, -1);
     manager().Reopen();
-    EXPECT_EQ(ReadAll(HomeFile("Statistics.db3")), before);
+    EXPECT_EQ(testdata::ReadFile(HomeFile("Statistics.db3")), before);
     // A missing file cannot be seeded into a read-only folder.
     EXPECT_FALSE(manager().IsOptionsUsable());
 
@@ -359,14 +354,14 @@ TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening
         } else if (state[1] == "sql") {
             Exec(QFile::encodeName(file).toStdString(), state[2].toStdString());
         } else if (state[1] == "scribble") {
-            QByteArray bytes = ReadAll(file);
+            QByteArray bytes = testdata::ReadFile(file);
             for (qsizetype i = 4096; i < 4096 + 400; ++i) bytes[i] = char(0xFF);
             ASSERT_TRUE(testdata::WriteFile(file, bytes));
         } else {
             ASSERT_TRUE(QFile::rename(file, file + ".elsewhere"));
             ASSERT_TRUE(QFile::link(file + ".elsewhere", file));
         }
-        const QByteArray before = ReadAll(file);
+        const QByteArray before = testdata::ReadFile(file);
 
         EXPECT_EQ(manager().CreateNewLap()->id > 0, usable);
         const DatabaseStatus status = manager().StatisticsStatus();
@@ -375,7 +370,7 @@ TEST_F(DatabaseConnectionTest, FilesAreCheckedTightenedAndUpgradedAtEveryOpening
             << status.error.toStdString();
         if (!usable) {
             manager().Reopen();
-            EXPECT_EQ(ReadAll(file), before);
+            EXPECT_EQ(testdata::ReadFile(file), before);
             continue;
         }
         // A folder the app did not make keeps its mode; the file loses only what others had.

@@ -33,6 +33,11 @@ bool WriteFile(const QString& path, const QByteArray& text) {
     return file.write(text) == text.size();
 }
 
+QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QList<QByteArrayList> Table(const QString& name) {
     QFile file(QStringLiteral(PEDOMETER_SOURCE_DIR "/tests/data/") + name);
     QList<QByteArrayList> rows;

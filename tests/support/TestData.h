@@ -23,6 +23,8 @@ std::unique_ptr<QTemporaryDir> MakeTempDir();
 
 // Writes `text` to `path`; returns false on failure.
 bool WriteFile(const QString& path, const QByteArray& text);
+// The bytes of the file at `path`; empty when it cannot be read.
+QByteArray ReadFile(const QString& path);
 
 // The rows of tests/data/NAME, a table of cases: cells separated by tabs, blank lines and
 // lines starting with '#' left out. In a cell \n, \t, \\ and \xHH stand for those bytes.
