@@ -110,14 +110,22 @@ bool UserDataFile::Commit() {
         return false;
     }
     temporary_.clear();
-    // The new name survives a power cut too.
-    const int folder = ::open(QFile::encodeName(QFileInfo(path_).absolutePath()).constData(),
-                              O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        ::fsync(folder);
-        ::close(folder);
-    }
+    SyncFolder(QFileInfo(path_).absolutePath());  // the new name survives a power cut too
     return true;
+}
+
+bool UserDataFile::SyncFile(const QString& path) {
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (fd < 0) return false;
+    const bool synced = ::fsync(fd) == 0;
+    return ::close(fd) == 0 && synced;
+}
+
+void UserDataFile::SyncFolder(const QString& folder) {
+    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
 }
 
 bool UserDataFile::Write(const QString& path, const QByteArray& bytes, QString* error) {

@@ -31,6 +31,11 @@ public:
     // The whole file at once: Open, write `bytes`, Commit.
     static bool Write(const QString& path, const QByteArray& bytes, QString* error);
 
+    // Makes what was written to the file `path` (opened without following a link), or the
+    // names in `folder`, survive a power cut; false when the file cannot be synced.
+    static bool SyncFile(const QString& path);
+    static void SyncFolder(const QString& folder);
+
     // Why `path` may not be opened as a file the app creates itself: a symbolic link
     // there is named; empty when it is no link (or does not exist).
     static QString LinkRefusal(const QString& path);

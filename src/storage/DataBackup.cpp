@@ -1,10 +1,8 @@
 #include "DataBackup.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
 #include <stdio.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QDateTime>
 #include <QDir>
@@ -111,20 +109,6 @@ bool renameOver(const QString& from, const QString& to) {
     return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
-void syncFolder(const QString& folder) {
-    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) return;
-    ::fsync(fd);
-    ::close(fd);
-}
-
-bool syncFile(const QString& path) {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
-    if (fd < 0) return false;
-    const bool synced = ::fsync(fd) == 0;
-    return ::close(fd) == 0 && synced;
-}
-
 // "aside-YYYYMMDD-HHMMSS", with "-2", "-3"... when a restore in the same second made it.
 QString makeAsideFolder(const QDir& data) {
     const QString base =
@@ -162,7 +146,7 @@ bool switchDatabases(const QDir& data, const QString& staging, const QString& as
             return false;
         }
     }
-    syncFolder(data.path());
+    UserDataFile::SyncFolder(data.path());
     return true;
 }
 
@@ -237,7 +221,7 @@ bool stage(const DataBackup::Entry& entry, const QString& unpacked, const QStrin
         return false;
     }
     dropSecrets(fresh);
-    return syncFile(fresh);
+    return UserDataFile::SyncFile(fresh);
 }
 }  // namespace
 
@@ -340,7 +324,7 @@ bool DataBackup::Restore(const QString& file, const QString& folder, QString* er
         return false;
     }
     const QString stagingName = QFileInfo(staging.path()).fileName();
-    syncFolder(staging.path());
+    UserDataFile::SyncFolder(staging.path());
     // From here on the switch can always be finished: the journal says what goes where.
     if (!UserDataFile::Write(data.filePath(QLatin1String(kJournalName)),
                              (stagingName + '\n' + aside + '\n').toUtf8(), error)) {
@@ -384,7 +368,7 @@ bool DataBackup::Recover(const QString& dataDir, QString* error) {
             *error = QStringLiteral("cannot remove %1").arg(journalPath);
             return false;
         }
-        syncFolder(dataDir);
+        UserDataFile::SyncFolder(dataDir);
         data.rmdir(lines[1]);  // kept only when it holds the previous databases
     }
     // Staging folders of restores killed before their switch.

@@ -82,7 +82,9 @@ TEST_F(MetronomeTest, OnlyIfDiffersBeatsOutsideTheBandOfTheTarget) {
         options.pacerDiffSpeed = options.pacerDiffPace = band;
         metronome.SetData(c[3].toInt(), c[4].toDouble());
         EXPECT_EQ(metronome.IsRunning(), c[5] == "1");
-        if (c.size() > 6) EXPECT_EQ(metronome.GetInterval(), c[6].toInt());
+        if (c.size() > 6) {
+            EXPECT_EQ(metronome.GetInterval(), c[6].toInt());
+        }
     }
 }
 
