@@ -73,6 +73,21 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
         EXPECT_TRUE(QDir(current).entryList({"aside-*"}, QDir::Dirs).isEmpty());
     }
 
+    // A first database's header with another name, or a size that is no size.
+    const QByteArray goodBytes = testdata::ReadFile(good);
+    const qsizetype headerAt = goodBytes.indexOf('\n') + 1;
+    const qsizetype headerEnd = goodBytes.indexOf('\n', headerAt);
+    for (const QByteArray header : {"Options.db4 4096", "Options.db3 x", "Options.db3 0",
+                                    "Options.db3 -5", "Options.db3 99999999999", "Options.db3"}) {
+        SCOPED_TRACE(header.constData());
+        const QString file = folder_->filePath("header.backup");
+        QByteArray bytes = goodBytes;
+        ASSERT_TRUE(testdata::WriteFile(file, bytes.replace(headerAt, headerEnd - headerAt, header)));
+        EXPECT_FALSE(DataBackup::Restore(file, current, &error));
+        EXPECT_TRUE(error.contains("not a complete pedometer backup")) << error.toStdString();
+        EXPECT_EQ(Laps(current), 2);
+    }
+
     // Twice within a second: each keeps what it replaced in a folder of its own.
     QString aside;
     QString secondAside;
@@ -114,10 +129,13 @@ TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
         EXPECT_TRUE(Left(data).isEmpty()) << Left(data).join(' ').toStdString();
     }
     const QString data = folder_->filePath("d0");
-    ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName, "../x\naside-1\n"));
-    QString error;
-    EXPECT_FALSE(DataBackup::Recover(data, &error));
-    EXPECT_TRUE(error.contains("move it away")) << error.toStdString();
+    for (const char* journal : {"../x\naside-1\n", "x\naside-1\n", ".restore-x\nx\n", ".restore-x\n"}) {
+        SCOPED_TRACE(journal);
+        ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName, journal));
+        QString error;
+        EXPECT_FALSE(DataBackup::Recover(data, &error));
+        EXPECT_TRUE(error.contains("move it away")) << error.toStdString();
+    }
 }
 
 }  // namespace
