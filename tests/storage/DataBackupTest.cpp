@@ -73,6 +73,9 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
         EXPECT_TRUE(QDir(current).entryList({"aside-*"}, QDir::Dirs).isEmpty());
     }
 
+    EXPECT_FALSE(DataBackup::Restore(good, good + "/data", &error));  // below a file
+    EXPECT_TRUE(error.contains("cannot create the data folder")) << error.toStdString();
+
     // A first database's header with another name, or a size that is no size.
     const QByteArray goodBytes = testdata::ReadFile(good);
     const qsizetype headerAt = goodBytes.indexOf('\n') + 1;
