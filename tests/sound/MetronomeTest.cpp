@@ -64,6 +64,10 @@ TEST_F(MetronomeTest, EachModeBeatsAtTheIntervalOfItsTarget) {
     options.pacerType = kSpeed;
     options.pacerSpeed = 6.0;
     EXPECT_EQ(IntervalIn(kSpeed), 450) << "a start computes it too";
+    metronome.CancelTimer();
+    EXPECT_FALSE(metronome.IsRunning());
+    metronome.StartTimer();
+    EXPECT_TRUE(metronome.IsRunning());
 }
 
 // "Only if it differs" beats outside the band around the target (rate, speed or pace of each
