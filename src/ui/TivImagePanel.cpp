@@ -7,24 +7,42 @@
 TivImagePanel::TivImagePanel(QWidget* parent) : QWidget(parent) {}
 
 bool TivImagePanel::Initialize(const QPoint& position, std::unique_ptr<QPixmap> bitmap) {
-    bitmap_ = std::move(bitmap);
-    const QSize size = bitmap_ ? bitmap_->deviceIndependentSize().toSize() : QSize(0, 0);
-    setGeometry(QRect(position, size));
+    SetImage(std::move(bitmap));
+    setGeometry(QRect(position, PictureSize()));
+    return true;
+}
+
+bool TivImagePanel::Initialize(const QPoint& position, const QString& picture) {
+    SetImage(nullptr);
+    pendingSize_ = TivUtils::ScaledSize(picture);
+    if (!pendingSize_.isEmpty()) pictureName_ = picture;
+    setGeometry(QRect(position, PictureSize()));
     return true;
 }
 
 void TivImagePanel::SetImage(std::unique_ptr<QPixmap> bitmap) {
     bitmap_ = std::move(bitmap);
+    pictureName_.clear();
+    pendingSize_ = QSize();
     update();
 }
 
+QSize TivImagePanel::PictureSize() const {
+    if (!pictureName_.isEmpty()) return pendingSize_;
+    return bitmap_ ? bitmap_->deviceIndependentSize().toSize() : QSize(0, 0);
+}
+
 void TivImagePanel::OnRescaled(double, double) {
-    if (!bitmap_) return;
+    if (!bitmap_) return;  // a picture still to render is rendered at the new scale
     if (auto again = TivUtils::RenderAgain(*bitmap_)) bitmap_ = std::move(again);
     update();
 }
 
 void TivImagePanel::paintEvent(QPaintEvent*) {
+    if (!pictureName_.isEmpty()) {
+        bitmap_ = TivUtils::GetBitmapWithRightResolutionN(pictureName_);
+        pictureName_.clear();
+    }
     if (!bitmap_) return;
     QPainter painter(this);
     painter.drawPixmap(0, 0, *bitmap_);

@@ -16,9 +16,13 @@ public:
     // Takes the picture and sizes the panel to it at `position`; a null picture gives an
     // empty panel. Always true.
     bool Initialize(const QPoint& position, std::unique_ptr<QPixmap> bitmap);
+    // The same for the named picture (see TivUtils), rendered when the panel first paints,
+    // so that a screen opened beneath another renders none.
+    bool Initialize(const QPoint& position, const QString& picture);
     // Replaces the picture (the panel keeps its size) and redraws.
     void SetImage(std::unique_ptr<QPixmap> bitmap);
-    const QPixmap* GetImage() const { return bitmap_.get(); }
+    // The picture's size in logical pixels, rendered yet or not; empty without one.
+    QSize PictureSize() const;
 
     // Renders the picture again at the new scale; the panel's size is the layout's.
     void OnRescaled(double from, double to) override;
@@ -28,4 +32,6 @@ protected:
 
 private:
     std::unique_ptr<QPixmap> bitmap_;
+    QString pictureName_;  // the picture still to render
+    QSize pendingSize_;    // and the size it will have
 };

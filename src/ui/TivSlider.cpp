@@ -8,9 +8,7 @@
 
 namespace {
 int PictureHeight(const TivImagePanel* panel) {
-    return panel->GetImage() != nullptr
-               ? int(panel->GetImage()->deviceIndependentSize().height())
-               : 0;
+    return panel->PictureSize().height();
 }
 }  // namespace
 
@@ -27,22 +25,19 @@ bool TivSlider::Initialize(const QRect& bounds, int value) {
     // middle line (half the height of a panel not yet built, which is 0, above it).
     track_ = new TivImagePanel(this);
     const int trackY = height() / 2;
-    track_->Initialize(QPoint(0, trackY),
-                       TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderBlack.png")));
+    track_->Initialize(QPoint(0, trackY), QStringLiteral("sliderBlack.png"));
     track_->resize(width(), PictureHeight(track_));
 
     fill_ = new TivImagePanel(this);
-    fill_->Initialize(QPoint(0, trackY),
-                      TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderGreen.png")));
+    fill_->Initialize(QPoint(0, trackY), QStringLiteral("sliderGreen.png"));
 
     knob_ = new TivImagePanel(this);
-    auto knobPicture = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("sliderButton.png"));
-    const QSize knobSize =
-        knobPicture ? knobPicture->deviceIndependentSize().toSize() : QSize(0, 0);
+    const QString knobPicture = QStringLiteral("sliderButton.png");
+    const QSize knobSize = TivUtils::ScaledSize(knobPicture);
     const int knobWidth = knobSize.width();
     const int knobHeight = knobSize.height();
     const int x = int((width() - knobWidth) * value / 100.0);
-    knob_->Initialize(QPoint(x, height() / 2 - knobHeight / 2), std::move(knobPicture));
+    knob_->Initialize(QPoint(x, height() / 2 - knobHeight / 2), knobPicture);
     fill_->resize(x + 2, PictureHeight(fill_));
 
     for (TivImagePanel* part : {track_, fill_, knob_}) part->show();

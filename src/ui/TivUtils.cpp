@@ -161,12 +161,10 @@ QSize TivUtils::ReferenceSize(const QString& name) {
 }
 
 QSize TivUtils::ScaledSize(const QString& name) {
-    static QHash<QString, QSize> referenceSizes;  // GUI thread only
-    auto known = referenceSizes.constFind(name);
-    if (known == referenceSizes.constEnd()) known = referenceSizes.insert(name, ReferenceSize(name));
-    if (known->isEmpty()) return {};
-    return QSize(int(std::lround(known->width() * GetScale())),
-                 int(std::lround(known->height() * GetScale())));
+    const QSize reference = ReferenceSize(name);  // the parsed artwork is kept
+    if (reference.isEmpty()) return {};
+    return QSize(int(std::lround(reference.width() * GetScale())),
+                 int(std::lround(reference.height() * GetScale())));
 }
 
 std::unique_ptr<QPixmap> TivUtils::GetBitmapWithRightResolutionN(const QString& name) {

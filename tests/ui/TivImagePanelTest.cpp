@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Touch.h"
+#include "TivUtils.h"
 
 namespace {
 
@@ -25,8 +26,14 @@ TEST(TivImagePanelTest, TakesThePictureSizeAndDrawsItUnscaled) {
 
     panel.SetImage(nullptr);
     EXPECT_EQ(touch::PixelAt(panel, QPoint(0, 0)).alpha(), 0);
-    EXPECT_TRUE(panel.Initialize(QPoint(1, 2), nullptr));  // no picture: an empty panel
+    EXPECT_TRUE(panel.Initialize(QPoint(1, 2), std::unique_ptr<QPixmap>()));  // an empty panel
     EXPECT_EQ(panel.geometry(), QRect(1, 2, 0, 0));
+
+    // A named picture: sized at once, drawn when the panel paints.
+    const QSize drawn = TivUtils::ScaledSize(QStringLiteral("unlock.png"));
+    EXPECT_TRUE(panel.Initialize(QPoint(3, 4), QStringLiteral("unlock.png")));
+    EXPECT_EQ(panel.geometry(), QRect(QPoint(3, 4), drawn));
+    EXPECT_GT(touch::PixelAt(panel, QPoint(drawn.width() / 2, drawn.height() / 2)).alpha(), 0);
 }
 
 }  // namespace

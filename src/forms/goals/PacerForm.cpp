@@ -121,7 +121,7 @@ TivButton* PacerForm::AddCheckRow(const QString& text, int actionId, int y, bool
     box->setObjectName(QStringLiteral("greenBut"));
     box->Initialize(
         QPoint(row->width() - TivUtils::Scaled(48), (row->height() - TivUtils::Scaled(48)) / 2),
-        nullptr);
+        std::unique_ptr<QPixmap>());
     box->resize(TivUtils::Scaled(48), TivUtils::Scaled(48));
     row->AddControl(*box);
     SetChecked(*row, checked);

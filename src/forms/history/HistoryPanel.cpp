@@ -140,8 +140,7 @@ TivLabel* HistoryPanel::AddRow(const QString& text) {
     auto* strip = new QWidget(content_);
     Put(*strip, QRect(kMargin, Place(kRowHeight), kInner, kRowHeight));
     auto* back = new TivImagePanel(strip);
-    back->Initialize(QPoint(0, 0),
-                     TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("black_cell.png")));
+    back->Initialize(QPoint(0, 0), QStringLiteral("black_cell.png"));
     Put(*back, QRect(0, 0, kInner, kRowHeight));
     back->setAttribute(Qt::WA_TransparentForMouseEvents);
     TivLabel* label = MakeLabel(strip, text, 22, Qt::white);

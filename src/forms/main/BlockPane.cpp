@@ -28,7 +28,7 @@ bool BlockPane::Initialize(UnblockListener* form) {
     picture_ = new TivImagePanel(this);
     pictureX_ = 0;
     picture_->Initialize(QPoint(pictureX_, TivUtils::Scaled(kPictureY)),
-                         TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("unlock.png")));
+                         QStringLiteral("unlock.png"));
     picture_->show();
 
     delete caption_;

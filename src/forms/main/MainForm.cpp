@@ -131,8 +131,7 @@ void MainForm::ConstructTopButtons() {
     topButtonsBox->setGeometry(TivUtils::Scaled(QRect(0, 0, 480, 140)));
     hover = new TivImagePanel(topButtonsBox);
     hover->setObjectName(QStringLiteral("hover"));
-    hover->Initialize(QPoint(0, 0), TivUtils::GetBitmapWithRightResolutionN(
-                                        QStringLiteral("top-data-selected.png")));
+    hover->Initialize(QPoint(0, 0), QStringLiteral("top-data-selected.png"));
     static const char* const kCaptions[kTopButtons] = {
         "meter__ Steps",      "meter__ Distance (km)", "meter__ Calories",
         "meter__ Time (min)", "meter__ Speed (km/h)",  "meter__ Avg. speed (km/h)"};

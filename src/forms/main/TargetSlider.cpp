@@ -63,11 +63,9 @@ bool TargetSlider::Initialize(int barHeight) {
     unit_ = MakeLabel(this, textSize, TivUtils::FONT_STYLE_PLAIN, Qt::white);
 
     barBack_ = new TivImagePanel(this);
-    barBack_->Initialize(QPoint(0, 0),
-                         TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("daily-goal.png")));
+    barBack_->Initialize(QPoint(0, 0), QStringLiteral("daily-goal.png"));
     bar_ = new TivImagePanel(this);
-    bar_->Initialize(QPoint(0, 0), TivUtils::GetBitmapWithRightResolutionN(
-                                       QStringLiteral("daily-goal-full.png")));
+    bar_->Initialize(QPoint(0, 0), QStringLiteral("daily-goal-full.png"));
     barBack_->show();
     bar_->hide();
     LayoutChildren();
@@ -81,8 +79,8 @@ void TargetSlider::resizeEvent(QResizeEvent*) {
 void TargetSlider::LayoutChildren() {
     if (bar_ == nullptr) return;
     // One line of text over the bar, the bar at the bottom, both centred.
-    const QPixmap* picture = barBack_->GetImage();
-    fullWidth_ = picture != nullptr ? std::min(width(), picture->width()) : width();
+    const QSize picture = barBack_->PictureSize();
+    fullWidth_ = picture.isEmpty() ? width() : std::min(width(), picture.width());
     const int left = (width() - fullWidth_) / 2;
     const int barTop = std::max(0, height() - fullHeight_);
     barBack_->setGeometry(left, barTop, fullWidth_, fullHeight_);
