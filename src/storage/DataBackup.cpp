@@ -154,7 +154,7 @@ bool switchDatabases(const QDir& data, const QString& staging, const QString& as
 bool unpack(QFile& in, const DataBackup::Entry& entry, const QString& target, QString* error) {
     const QList<QByteArray> header = in.readLine(256).trimmed().split(' ');
     bool sized = false;
-    const qint64 size = header.size() == 2 ? header[1].toLongLong(&sized) : -1;
+    const qint64 size = header.size() == 2 ? header.value(1).toLongLong(&sized) : -1;
     if (header.value(0) != entry.name.toUtf8() || !sized || size <= 0 || size > kMaxEntryBytes) {
         *error = QStringLiteral("%1 is not a complete pedometer backup (%2 expected)")
                      .arg(in.fileName(), entry.name);
