@@ -62,8 +62,8 @@ TEST(AccelerationCsvReaderTest, EveryValueReadsAsTheCorrectlyRoundedDouble) {
         for (int d = 0; d < digits; ++d) digitsText += static_cast<char>('0' + random() % 10);
         // At most three digits before the point: readings beyond 1000 g are refused.
         const std::size_t point = random() % std::min<std::size_t>(4, digitsText.size() + 1);
-        std::string value = (random() % 2 ? "-" : "") + digitsText.substr(0, point) + "." +
-                            digitsText.substr(point);
+        std::string value = random() % 2 ? "-" : "";
+        value += digitsText.substr(0, point) + '.' + digitsText.substr(point);
         if (random() % 8 == 0) value += "e-" + std::to_string(random() % 5);
         values.push_back(value);
         text += std::to_string(i) + ",0," + value + ",1\n";
