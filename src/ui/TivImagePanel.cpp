@@ -14,8 +14,7 @@ bool TivImagePanel::Initialize(const QPoint& position, std::unique_ptr<QPixmap> 
 
 bool TivImagePanel::Initialize(const QPoint& position, const QString& picture) {
     SetImage(nullptr);
-    pendingSize_ = TivUtils::ScaledSize(picture);
-    if (!pendingSize_.isEmpty()) pictureName_ = picture;
+    if (!TivUtils::ScaledSize(picture).isEmpty()) pictureName_ = picture;
     setGeometry(QRect(position, PictureSize()));
     return true;
 }
@@ -23,12 +22,11 @@ bool TivImagePanel::Initialize(const QPoint& position, const QString& picture) {
 void TivImagePanel::SetImage(std::unique_ptr<QPixmap> bitmap) {
     bitmap_ = std::move(bitmap);
     pictureName_.clear();
-    pendingSize_ = QSize();
     update();
 }
 
 QSize TivImagePanel::PictureSize() const {
-    if (!pictureName_.isEmpty()) return pendingSize_;
+    if (!pictureName_.isEmpty()) return TivUtils::ScaledSize(pictureName_);  // at today's scale
     return bitmap_ ? bitmap_->deviceIndependentSize().toSize() : QSize(0, 0);
 }
 

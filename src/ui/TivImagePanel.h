@@ -33,5 +33,4 @@ protected:
 private:
     std::unique_ptr<QPixmap> bitmap_;
     QString pictureName_;  // the picture still to render
-    QSize pendingSize_;    // and the size it will have
 };
