@@ -78,7 +78,7 @@ void PedometerForm::InitOptionMenu(int actionId) {
     delete optionMenu_;
     optionMenu_ = new QMenu(this);
     optionMenu_->setObjectName(QStringLiteral("optionMenu"));
-    StyleMenu(*optionMenu_);
+    // Styled when shown (ShowOptionMenu): its font and style sheet cost a screen's opening.
     SetOptionkeyActionId(actionId);
     AddOptionkeyActionListener(this);
 }
