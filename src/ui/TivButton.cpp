@@ -79,23 +79,16 @@ void TivButton::SetPictures(const QString& picture) {
     update();
 }
 
-void TivButton::RenderNormalPicture() {
-    if (normalName_.isEmpty()) return;
-    const auto normal = TivUtils::GetBitmapWithRightResolutionN(normalName_);
-    normalName_.clear();
-    Copy(normal_, normal.get());
+void TivButton::RenderPending(QString& name, std::optional<QPixmap>& target) const {
+    if (name.isEmpty()) return;
+    // A picture made for the whole button is rendered at the button's size at once.
+    const QPixmap rendered =
+        TivUtils::RenderPicture(name, picturesFill_ ? size() : TivUtils::ScaledSize(name));
+    name.clear();
+    target.reset();
+    if (!rendered.isNull()) target = rendered;
 }
 
-void TivButton::RenderPressedPicture() {
-    if (pressedName_.isEmpty()) return;
-    const auto pressed = TivUtils::GetBitmapWithRightResolutionN(pressedName_);
-    pressedName_.clear();
-    Copy(pressedBitmap_, pressed.get());
-    if (pressedBitmap_ && picturesFill_ &&
-        pressedBitmap_->deviceIndependentSize().toSize() != size()) {
-        if (auto fitted = TivUtils::RenderAgain(*pressedBitmap_, size())) pressedBitmap_ = *fitted;
-    }
-}
 void TivButton::SetDisabledBitmap(const QPixmap* bitmap) {
     Copy(disabled_, bitmap);
 }
@@ -163,9 +156,9 @@ void TivButton::OnTouchFocusOut(const QWidget&, const QPoint& point, const Touch
 
 void TivButton::paintEvent(QPaintEvent*) {
     // The background is transparent: what lies behind the button shows through.
-    RenderNormalPicture();
+    RenderPending(normalName_, normal_);
     FitPictures();
-    if (pressed_) RenderPressedPicture();
+    if (pressed_) RenderPending(pressedName_, pressedBitmap_);
     QPainter painter(this);
     if (normal_ && !pressed_ && enabled_) painter.drawPixmap(0, 0, *normal_);
     if (pressedBitmap_ && pressed_) painter.drawPixmap(0, 0, *pressedBitmap_);

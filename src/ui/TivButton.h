@@ -85,8 +85,8 @@ private:
     void NoteDrawnSize(const QSize& drawn);
     // Renders the pictures again at the button's size when they fill it and it changed.
     void FitPictures();
-    void RenderNormalPicture();
-    void RenderPressedPicture();
+    // Renders the picture `name` still names into `target` (see SetPictures).
+    void RenderPending(QString& name, std::optional<QPixmap>& target) const;
 
     QPointer<QWidget> container_;
     bool pressed_ = false;

@@ -6,12 +6,6 @@
 #include "TivUtils.h"
 #include "TouchEventDispatcher.h"
 
-namespace {
-int PictureHeight(const TivImagePanel* panel) {
-    return panel->PictureSize().height();
-}
-}  // namespace
-
 TivSlider::TivSlider(QWidget* parent) : QWidget(parent) {}
 
 bool TivSlider::Initialize(const QRect& bounds, int value) {
@@ -26,7 +20,7 @@ bool TivSlider::Initialize(const QRect& bounds, int value) {
     track_ = new TivImagePanel(this);
     const int trackY = height() / 2;
     track_->Initialize(QPoint(0, trackY), QStringLiteral("sliderBlack.png"));
-    track_->resize(width(), PictureHeight(track_));
+    track_->resize(width(), track_->PictureSize().height());
 
     fill_ = new TivImagePanel(this);
     fill_->Initialize(QPoint(0, trackY), QStringLiteral("sliderGreen.png"));
@@ -38,7 +32,7 @@ bool TivSlider::Initialize(const QRect& bounds, int value) {
     const int knobHeight = knobSize.height();
     const int x = int((width() - knobWidth) * value / 100.0);
     knob_->Initialize(QPoint(x, height() / 2 - knobHeight / 2), knobPicture);
-    fill_->resize(x + 2, PictureHeight(fill_));
+    fill_->resize(x + 2, fill_->PictureSize().height());
 
     for (TivImagePanel* part : {track_, fill_, knob_}) part->show();
     TouchEventDispatcher::AddTouchEventListener(*knob_, *this);
@@ -51,7 +45,7 @@ int TivSlider::KnobTravel() const {
 
 void TivSlider::PlaceKnob(int x) {
     knob_->move(x, knob_->y());
-    fill_->resize(x + 2, PictureHeight(fill_));
+    fill_->resize(x + 2, fill_->PictureSize().height());
 }
 
 void TivSlider::SetValue(int value) {
