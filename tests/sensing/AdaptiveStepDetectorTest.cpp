@@ -77,7 +77,7 @@ TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
 
 // Every footfall counts, slow or fast, gentle or hard, and takes the gait its cadence
 // and swing make: walking up to 140 steps a minute, and a brisk but gentle gait, stay
-// walks. The first footfalls of a slow walk come too late for the one-second decision
+// walks. The first footfalls of a slow walk come too late for the 1.5-second decision
 // once three confirm the walk.
 TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     Body::GetInstance().clear();
