@@ -98,6 +98,27 @@ TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
     }
 }
 
+// Cadence and swing average the latest steps only (a ring of kSteps), from the second
+// footfall after a restart; two footfalls on one tick have no cadence.
+TEST(AdaptiveStepDetectorTest, GaitAveragesTheLatestStepsSinceARestart) {
+    const struct {
+        int64_t tick;  // -1: a restart
+        float swing, cadence, intensity;
+    } steps[] = {{0, 1, 0, 0},           {20, 2, 100, 2}, {40, 4, 100, 3},
+                 {60, 1, 100, 7 / 3.0f}, {80, 1, 100, 2}, {100, 1, 100, 1.75f},
+                 {-1, 0, 0, 0},          {200, 1, 0, 0},  {200, 3, 0, 3}};
+    GaitClassifier gait;
+    for (const auto& s : steps) {
+        if (s.tick < 0) {
+            gait.Restart();
+            continue;
+        }
+        gait.OnStep(s.tick, s.swing);
+        EXPECT_FLOAT_EQ(gait.Cadence(), s.cadence) << s.tick;
+        EXPECT_FLOAT_EQ(gait.Intensity(), s.intensity) << s.tick;
+    }
+}
+
 // Switching at any point of a step, either way and back again, counts what the first
 // detector would have counted alone: no step is lost or counted twice.
 TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
