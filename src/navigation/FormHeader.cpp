@@ -94,8 +94,6 @@ void FormHeader::paintEvent(QPaintEvent*) {
     painter.fillRect(QRect(0, titleHeight, width(), height() - titleHeight), kTabBack);
     painter.fillRect(QRect(0, titleHeight, width(), 1), kEdge);
     painter.fillRect(QRect(0, height() - 1, width(), 1), kEdge);
-    const QFont plain = TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, TivUtils::Scaled(24));
-    const QFont bold = TivUtils::CreateFont(TivUtils::FONT_STYLE_BOLD, TivUtils::Scaled(24));
     const int underline = std::max(2, TivUtils::Scaled(5));
     for (int i = 0; i < tabs_.size(); ++i) {
         const QRect box = TabRect(i);
@@ -114,15 +112,15 @@ void FormHeader::paintEvent(QPaintEvent*) {
         // A word longer than its tab is drawn smaller rather than cut.
         const QRect textBox =
             box.adjusted(TivUtils::Scaled(4), 0, -TivUtils::Scaled(4), -underline);
-        QFont font = selected ? bold : plain;
-        for (int size = TivUtils::Scaled(24); size > TivUtils::Scaled(14); --size) {
-            font = TivUtils::CreateFont(
-                selected ? TivUtils::FONT_STYLE_BOLD : TivUtils::FONT_STYLE_PLAIN, size);
-            const QRect needed = QFontMetrics(font).boundingRect(
-                textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
-            if (needed.width() <= textBox.width() && needed.height() <= textBox.height()) break;
-        }
-        painter.setFont(font);
+        const int style = selected ? TivUtils::FONT_STYLE_BOLD : TivUtils::FONT_STYLE_PLAIN;
+        const int size = TivUtils::LargestFittingSize(
+            TivUtils::Scaled(14) + 1, TivUtils::Scaled(24), [&](int size) {
+                const QRect needed =
+                    QFontMetrics(TivUtils::CreateFont(style, size))
+                        .boundingRect(textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
+                return needed.width() <= textBox.width() && needed.height() <= textBox.height();
+            });
+        painter.setFont(TivUtils::CreateFont(style, size));
         painter.setPen(selected ? kText : kDimText);
         painter.drawText(textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
     }

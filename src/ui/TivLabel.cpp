@@ -77,15 +77,18 @@ QFont TivLabel::FittedFont() const {
         fitted_->family() == base.family())
         return *fitted_;
     const QStringList lines = text_.split(QLatin1Char('\n'));
-    QFont font = base;
-    for (int size = fontSize_; size > 1; --size) {
-        font = TivUtils::CreateFont(fontStyle_, size, base.family());
-        const QFontMetrics metrics(font);
+    const auto fits = [&](int size) {
+        const QFontMetrics metrics(TivUtils::CreateFont(fontStyle_, size, base.family()));
         int widest = 0;
         for (const QString& line : lines)
             widest = std::max(widest, metrics.horizontalAdvance(line));
-        if (widest <= width() && metrics.height() * lines.size() <= std::max(height(), size)) break;
-    }
+        return widest <= width() && metrics.height() * lines.size() <= std::max(height(), size);
+    };
+    const QFont font =
+        fontSize_ < 2
+            ? base
+            : TivUtils::CreateFont(fontStyle_, TivUtils::LargestFittingSize(2, fontSize_, fits),
+                                   base.family());
     fitted_ = font;
     fittedText_ = text_;
     fittedSize_ = size();

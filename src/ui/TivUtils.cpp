@@ -1,9 +1,9 @@
 #include "TivUtils.h"
 
 #include <QFileInfo>
-#include <QHash>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 #include <QPixmapCache>
@@ -87,9 +87,9 @@ QPixmap Render(const QString& name, const QSize& size) {
     if (QPixmapCache::find(key, &cached)) return cached;
     Artwork* artwork = size.isEmpty() ? nullptr : LoadArtwork(name);
     if (artwork == nullptr) return {};
-    QImage image(QSize(int(std::lround(size.width() * ratio)),
-                       int(std::lround(size.height() * ratio))),
-                 QImage::Format_ARGB32_Premultiplied);
+    QImage image(
+        QSize(int(std::lround(size.width() * ratio)), int(std::lround(size.height() * ratio))),
+        QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {
         QPainter painter(&image);
@@ -194,6 +194,17 @@ std::unique_ptr<QPixmap> TivUtils::RenderAgain(const QPixmap& picture, const QSi
 
 QPixmap TivUtils::RenderPicture(const QString& name, const QSize& size) {
     return Render(name, size);
+}
+
+int TivUtils::LargestFittingSize(int smallest, int largest, const std::function<bool(int)>& fits) {
+    if (largest <= smallest || fits(largest)) return largest;
+    int low = smallest;  // fits, or the floor
+    int high = largest;  // does not fit
+    while (high - low > 1) {
+        const int middle = low + (high - low) / 2;
+        (fits(middle) ? low : high) = middle;
+    }
+    return low;
 }
 
 QFont TivUtils::CreateFont(int style, int size, const QString& family) {

@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QRect>
 #include <QString>
+#include <functional>
 #include <memory>
 
 // The layout's scale, resolution-aware picture loading and fonts, for every screen.
@@ -82,6 +83,10 @@ public:
     // a 21-pixel-high label. `style` combines the FONT_STYLE_ flags. An empty `family`
     // takes the application's font. The em is never below GetSmallestTextPx().
     static QFont CreateFont(int style, int size, const QString& family = QString());
+    // The largest size from `smallest` up to `largest` at which `fits` holds, `smallest`
+    // when none above it does. Text grows with its size, so the boundary is found by
+    // halving: each probe makes a font, and a scan down from the largest made a dozen.
+    static int LargestFittingSize(int smallest, int largest, const std::function<bool(int)>& fits);
     // The smallest readable em in pixels, set by the window for its size (LayoutCheck):
     // text drawn through CreateFont never goes below it, however tight its box. 1 by
     // default (no floor).

@@ -34,6 +34,22 @@ TEST_F(TivUtilsTest, LayoutQueries) {
     EXPECT_EQ(TivUtils::GetScreenResolution(), TivUtils::HVGA_WIDTH);
 }
 
+// The largest size from 8 to 30 that fits (8 when none does), in a few probes (each
+// makes a font), never probing the floor.
+TEST_F(TivUtilsTest, LargestFittingSize) {
+    for (const auto& [limit, expected] :
+         {std::pair{40, 30}, {30, 30}, {29, 29}, {17, 17}, {9, 9}, {8, 8}, {2, 8}}) {
+        QList<int> asked;
+        const auto fits = [&](int size) {
+            asked << size;
+            return size <= limit;
+        };
+        EXPECT_EQ(TivUtils::LargestFittingSize(8, 30, fits), expected) << limit;
+        EXPECT_LE(asked.size(), 6) << limit;
+        EXPECT_FALSE(asked.contains(8)) << limit;
+    }
+}
+
 TEST_F(TivUtilsTest, EachCallerOwnsAnIndependentPicture) {
     auto first = TivUtils::GetBitmapWithRightResolutionN(QStringLiteral("btn-green.png"));
     ASSERT_TRUE(first);

@@ -1,14 +1,14 @@
 #include "ReportForm.h"
 
-#include <QFile>
 #include <QDir>
+#include <QFile>
 #include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 
 #include "AppResource.h"
-#include <QFile>
 
 #include "BodyCsvExport.h"
 #include "CaptionButton.h"
@@ -73,14 +73,12 @@ bool Imperial() {
 }
 // The largest font size up to `largest` at which every text fits `width`.
 int FittingSize(const QStringList& texts, int largest, int width) {
-    int size = largest;
-    for (; size > 8; --size) {
+    return TivUtils::LargestFittingSize(8, largest, [&texts, width](int size) {
         const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
-        int widest = 0;
-        for (const QString& text : texts) widest = std::max(widest, metrics.horizontalAdvance(text));
-        if (widest <= width) break;
-    }
-    return size;
+        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+            return metrics.horizontalAdvance(text) <= width;
+        });
+    });
 }
 
 QString ProviderName(const QString& provider) {
@@ -252,8 +250,9 @@ bool ReportForm::OnDraw(QPainter& painter) {
             findChild<const TivButton*>(QStringLiteral("tap%1").arg(ID_ROW_HEAD + row));
         if (head == nullptr) continue;
         painter.setBrush(QColor(10, 15, 26, row % 2 == 0 ? 190 : 140));
-        painter.drawRoundedRect(
-            QRectF(TivUtils::Scaled(kLeft), head->y(), width() - 2 * TivUtils::Scaled(kLeft), head->height()), TivUtils::Scaled(10), TivUtils::Scaled(10));
+        painter.drawRoundedRect(QRectF(TivUtils::Scaled(kLeft), head->y(),
+                                       width() - 2 * TivUtils::Scaled(kLeft), head->height()),
+                                TivUtils::Scaled(10), TivUtils::Scaled(10));
     }
     return true;
 }
@@ -458,8 +457,8 @@ void ReportForm::SendEmail() {
         return;
     }
     if (IsSending()) return;
-    unsentName_ = QStringLiteral("pedometer-report-%1.txt")
-                      .arg(Clock::Now().date().toString(Qt::ISODate));
+    unsentName_ =
+        QStringLiteral("pedometer-report-%1.txt").arg(Clock::Now().date().toString(Qt::ISODate));
     unsent_ = shareText_.toUtf8() + '\n';
     StartEmail(social->share.trimmed(), AppResource::Text("main__ Message from my pedometer"),
                shareText_, QString());
@@ -479,8 +478,8 @@ void ReportForm::Export() {
     QFile::remove(path);
     const bool written = BodyCsvExport::Export(path, &error);
     if (!written) qWarning("ReportForm: %s", qPrintable(error));
-    unsentName_ = QStringLiteral("pedometer-body-%1.csv")
-                      .arg(Clock::Now().date().toString(Qt::ISODate));
+    unsentName_ =
+        QStringLiteral("pedometer-body-%1.csv").arg(Clock::Now().date().toString(Qt::ISODate));
     QFile csv(path);
     unsent_ = written && csv.open(QIODevice::ReadOnly) ? csv.readAll() : QByteArray();
     StartEmail(social->export_.trimmed(),
@@ -526,9 +525,8 @@ void ReportForm::Authenticate(const QString& provider) {
     }
 }
 
-void ReportForm::OnSnsLoggedInStatusReceived(int, const QString& provider, bool isLoggedIn,
-                                             bool ok, const QString&,
-                                             const QString& errorMessage) {
+void ReportForm::OnSnsLoggedInStatusReceived(int, const QString& provider, bool isLoggedIn, bool ok,
+                                             const QString&, const QString& errorMessage) {
     if (!errorMessage.isEmpty() || !ok) {
         ShowPopupOkWithText(errorMessage.isEmpty() ? AppResource::Text("MESSAGE_ERROR_SENDING")
                                                    : errorMessage);

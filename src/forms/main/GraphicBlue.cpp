@@ -159,16 +159,13 @@ void GraphicBlue::RefreshAxisLabels() {
 
 int GraphicBlue::LargestFittingAxisFont(const QStringList& texts) const {
     const int room = GraphScale::kLeft - kAxisGap;
-    int size = fontSize_;
-    const int smallest = int(kMinAxisFont * TivUtils::GetScale());
-    for (; size > smallest; --size) {
-        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
-        int widest = 0;
-        for (const QString& text : texts)
-            widest = std::max(widest, metrics.horizontalAdvance(text));
-        if (widest <= room) break;
-    }
-    return size;
+    return TivUtils::LargestFittingSize(
+        int(kMinAxisFont * TivUtils::GetScale()), fontSize_, [&texts, room](int size) {
+            const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
+            return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+                return metrics.horizontalAdvance(text) <= room;
+            });
+        });
 }
 
 void GraphicBlue::FitAxisLabels() {
