@@ -187,11 +187,12 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
     // An upgrade writes at once, so the file is checked first; so is a file the check's
     // own connection cannot read. Otherwise the check runs beside the first reads.
     const bool upgrade = version < current && writable;
-    if (upgrade || !StartCheckLocked()) {
+    if (!upgrade) StartCheckLocked();
+    if (verdict_.valid()) {
+        sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
+    } else {
         NoteVerdictLocked(quickCheck(*database_));
         if (damageFound_) return false;
-    } else {
-        sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
     }
     if (!upgrade) return true;
     SQLite::Transaction transaction(*database_);
@@ -201,7 +202,7 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
     return true;
 }
 
-bool DatabaseConnection::StartCheckLocked() {
+void DatabaseConnection::StartCheckLocked() {
     try {
         auto checker = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(),
@@ -217,9 +218,8 @@ bool DatabaseConnection::StartCheckLocked() {
                 return QStringLiteral("the check stopped: %1").arg(QString::fromUtf8(e.what()));
             }
         });
-        return true;
     } catch (const std::exception&) {
-        return false;  // no second connection or no thread: the caller checks at once
+        // No second connection or no thread: verdict_ stays empty, the caller checks at once.
     }
 }
 

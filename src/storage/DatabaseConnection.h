@@ -81,8 +81,9 @@ private:
     bool OpenLocked();
     bool SeedLocked();
     bool CheckAndUpgradeLocked();
-    // Starts the quick_check on a connection of its own; false when that cannot be opened.
-    bool StartCheckLocked();
+    // Starts the quick_check on a connection of its own, its verdict to come in verdict_;
+    // leaves verdict_ empty when that connection cannot read the file.
+    void StartCheckLocked();
     // Takes the check's verdict: waiting for it, or only when it is already in. False
     // once the file was found damaged.
     bool TakeVerdictLocked(bool wait);

@@ -36,9 +36,9 @@ protected:
 
 TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) {
     const QString current = Folder(folder_->filePath("current"), 2);
-    const QString good = folder_->filePath("good.backup");
     QString error;
     const QString source = Folder(folder_->filePath("source"), 5);
+    const QString good = source + "/good.backup";  // beside the databases, under its own name
     ASSERT_TRUE(manager().SetPreference(QStringLiteral("sns-secret-twitter"), "kept-on-device"));
     ASSERT_TRUE(DataBackup::Backup(source, good, &error)) << error.toStdString();
     EXPECT_EQ(QFile::permissions(good) & 0x7077, QFile::ReadOwner | QFile::WriteOwner);
