@@ -209,9 +209,10 @@ void DatabaseConnection::StartCheckLocked() {
             SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW, kBusyTimeoutMs);
         checker->execAndGet("SELECT count(*) FROM sqlite_master");  // it can read the file
         verdict_ = std::async(std::launch::async, [checker = std::move(checker)] {
-            // The lowest priority: reading the whole file must not hold back the first
-            // paint of the window on a phone's few cores.
-            setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), 19);
+            // The lowest priority (the kernel takes the bound as its lowest nice value):
+            // reading the whole file must not hold back the first paint of the window on
+            // a phone's few cores.
+            setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), PRIO_MAX);
             try {
                 return quickCheck(*checker);
             } catch (const std::exception& e) {
