@@ -102,7 +102,6 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     EXPECT_TRUE(error.contains("the disk is full")) << error.toStdString();
     EXPECT_FALSE(DataBackup::Backup(current, good + ".new", &error));
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_TRUE(error.contains("the disk is full")) << error.toStdString();
 
     // Twice within a second: each keeps what it replaced in a folder of its own.
     QString aside;
@@ -131,9 +130,8 @@ TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
         ASSERT_TRUE(done == 0 || QDir(data).mkdir("aside-1"));  // else made by Recover
         ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName,
                                         ".restore-abc123\naside-1\n"));
-        const QStringList names{"Options.db3", "Statistics.db3"};
         for (int step = 0; step < done; ++step) {
-            const QString name = names[step / 2];
+            const QString name = DataBackup::Entries()[step / 2].name;
             ASSERT_TRUE(step % 2 == 0 ? QFile::rename(data + "/" + name, data + "/aside-1/" + name)
                                       : QFile::rename(staged + "/" + name, data + "/" + name));
         }
