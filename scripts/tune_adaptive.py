@@ -38,7 +38,7 @@ RATES = [None, 50, 25, 12.5]  # Hz; None: as recorded
 # and stays fixed (tuning it too only lets three walkers' quirks in):
 #  - the shortest step, 300 ms: no one steps faster than 3.3 per second;
 #  - the longest, 1.2 s: slower than any walk;
-#  - three regular steps confirm a walk: the most the one-second decision allows;
+#  - three regular steps confirm a walk: the most the 1.5-second decision allows;
 #  - peaks merge at most 360 ms apart: 80 % of a brisk 2.2-steps-per-second walk;
 #  - the running mean (about 1 s) and the rise weights: the time scale of a step;
 #  - a gap of about two step periods within a walk holds a footfall the phone did not

@@ -131,15 +131,15 @@ void AdaptiveStepDetector::decide(int64_t sample, float swing) {
         decided[decidedCount++] = sample;
         return;
     }
-    heldGaits[heldCount] = stepGait;
     held[heldCount++] = sample;
     if (heldCount < p.confirmSteps) return;
-    // The walk is confirmed: count the held steps that are still recent enough.
+    // The walk is confirmed: count the held steps that are still recent enough, all of
+    // the gait its cadence now shows (the first of them had no cadence yet).
     walking = true;
     const int64_t now = sampleCount - 1;
     for (int i = 0; i < heldCount; ++i) {
         if (now - held[i] > kMaxDecisionDelay) continue;
-        decidedGaits[decidedCount] = heldGaits[i];
+        decidedGaits[decidedCount] = stepGait;
         decided[decidedCount++] = held[i];
     }
     heldCount = 0;

@@ -22,8 +22,9 @@
 //     between the samples of a slow sensor): no one skips a step, so it counts.
 //  5. Gait: each step is a walk, jog or run by the cadence of the last few steps and how far
 //     the acceleration swung within them (GaitClassifier).
-// Each step is decided at most one second after its footfall (a step that would be later, at
-// the start of a walk, is not counted).
+// Each step is decided at most 1.5 s after its footfall: at an ordinary cadence the first
+// step of a walk is confirmed by the two after it (a step that would be later, at the start
+// of a slow walk, is not counted).
 //
 // Time runs in 30 ms ticks: a sensor slower than the ticks has its latest sample heard
 // again on a tick without a new one (QuorPedometer::OnTickWithoutSample), so the step
@@ -52,7 +53,7 @@ public:
     static constexpr int kMaxSmoothing = 16;  // a power of two: ring positions are masked
     static constexpr int kMaxConfirm = 8;
     // Samples between a footfall and the latest sample its step may be decided at.
-    static constexpr int kMaxDecisionDelay = 33;
+    static constexpr int kMaxDecisionDelay = 50;
 
     explicit AdaptiveStepDetector(const Parameters& parameters);
     AdaptiveStepDetector() : AdaptiveStepDetector(Parameters{}) {}
@@ -105,7 +106,6 @@ private:
     int64_t lastStepSample = -1;  // the previous footfall that passed stage 3
     int heldCount = 0;
     int64_t held[kMaxConfirm] = {};
-    int heldGaits[kMaxConfirm] = {};
     GaitClassifier gait;
     bool walking = false;
     int period = 0;

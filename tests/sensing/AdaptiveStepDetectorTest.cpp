@@ -77,7 +77,7 @@ TEST(AdaptiveStepDetectorTest, NotWalkingCountsAtMostFiveStepsAMinute) {
 
 // Every footfall counts, slow or fast, gentle or hard, and takes the gait its cadence
 // and swing make: walking up to 140 steps a minute, and a brisk but gentle gait, stay
-// walks. The first footfalls of a slow walk come too late for the one-second decision
+// walks. The first footfalls of a slow walk come too late for the 1.5-second decision
 // once three confirm the walk.
 TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     Body::GetInstance().clear();
@@ -95,6 +95,27 @@ TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
     for (const QByteArrayList& c : testdata::Table("gait-bounds.tsv")) {
         EXPECT_EQ(GaitClassifier::Classify(c[0].toFloat(), c[1].toFloat()), c[2].toInt())
             << c.join(' ').toStdString();
+    }
+}
+
+// Cadence and swing average the latest steps only (a ring of kSteps), from the second
+// footfall after a restart; two footfalls on one tick have no cadence.
+TEST(AdaptiveStepDetectorTest, GaitAveragesTheLatestStepsSinceARestart) {
+    const struct {
+        int64_t tick;  // -1: a restart
+        float swing, cadence, intensity;
+    } steps[] = {{0, 1, 0, 0},           {20, 2, 100, 2}, {40, 4, 100, 3},
+                 {60, 1, 100, 7 / 3.0f}, {80, 1, 100, 2}, {100, 1, 100, 1.75f},
+                 {-1, 0, 0, 0},          {200, 1, 0, 0},  {200, 3, 0, 3}};
+    GaitClassifier gait;
+    for (const auto& s : steps) {
+        if (s.tick < 0) {
+            gait.Restart();
+            continue;
+        }
+        gait.OnStep(s.tick, s.swing);
+        EXPECT_FLOAT_EQ(gait.Cadence(), s.cadence) << s.tick;
+        EXPECT_FLOAT_EQ(gait.Intensity(), s.intensity) << s.tick;
     }
 }
 
