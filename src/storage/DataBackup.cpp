@@ -2,14 +2,14 @@
 
 #include <sqlite3.h>
 #include <stdio.h>
-#include <sys/stat.h>
+#include <stdlib.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <memory>
@@ -43,7 +43,7 @@ Db openDb(const QString& path, int flags, QString* error) {
                      .arg(path, QString::fromUtf8(raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc)));
         return nullptr;
     }
-    sqlite3_busy_timeout(db.get(), 3000);
+    sqlite3_busy_timeout(db.get(), DatabaseConnection::kBusyTimeoutMs);
     return db;
 }
 
@@ -80,8 +80,7 @@ void dropSecrets(sqlite3* db) {
 }
 
 void dropSecrets(const QString& path) {
-    if (!QFileInfo(path).isFile()) return;
-    QString ignored;
+    QString ignored;  // a missing file is not created
     if (Db db = openDb(path, SQLITE_OPEN_READWRITE, &ignored)) dropSecrets(db.get());
 }
 
@@ -91,7 +90,7 @@ bool snapshot(const QString& path, QByteArray* bytes, QString* error, double* lo
     Db to = from ? openDb(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE, error) : nullptr;
     if (!to || !copyDatabase(from.get(), to.get(), error, longestStepMs)) return false;
     dropSecrets(to.get());
-    sqlite3_int64 size = 0;
+    sqlite3_int64 size{};
     const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> data(
         sqlite3_serialize(to.get(), "main", &size, 0), &sqlite3_free);
     if (data == nullptr) {
@@ -100,8 +99,9 @@ bool snapshot(const QString& path, QByteArray* bytes, QString* error, double* lo
     }
     *bytes = QByteArray(reinterpret_cast<const char*>(data.get()), static_cast<qsizetype>(size));
     // Bytes 18 and 19 say "write-ahead log" for a copy of a WAL file; the copy has
-    // none, so mark it a plain rollback-journal file.
-    if (bytes->size() > 19) (*bytes)[18] = (*bytes)[19] = 1;
+    // none, so mark it a plain rollback-journal file. Even an empty database is given a
+    // page, of at least 512 bytes.
+    (*bytes)[18] = (*bytes)[19] = 1;
     return true;
 }
 
@@ -109,17 +109,14 @@ bool renameOver(const QString& from, const QString& to) {
     return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
-// "aside-YYYYMMDD-HHMMSS", with "-2", "-3"... when a restore in the same second made it.
-QString makeAsideFolder(const QDir& data) {
+// "aside-YYYYMMDD-HHMMSS", with "-2", "-3"... when a restore in the same second took it.
+// The data folder's lock keeps other restores out, so a free name stays free.
+QString asideName(const QDir& data) {
     const QString base =
-        QStringLiteral("aside-%1")
-            .arg(Clock::Now().toString(QStringLiteral("yyyyMMdd-HHmmss")));
-    for (int n = 1; n < 1000; ++n) {
-        const QString name = n == 1 ? base : QStringLiteral("%1-%2").arg(base).arg(n);
-        if (::mkdir(QFile::encodeName(data.filePath(name)).constData(), 0700) == 0) return name;
-        if (errno != EEXIST) break;
-    }
-    return {};
+        QStringLiteral("aside-%1").arg(Clock::Now().toString(QStringLiteral("yyyyMMdd-HHmmss")));
+    QString name = base;
+    for (int n = 2; data.exists(name); ++n) name = QStringLiteral("%1-%2").arg(base).arg(n);
+    return name;
 }
 
 // Puts the staged databases of `staging` in place, moving what is there into `aside`.
@@ -127,22 +124,21 @@ QString makeAsideFolder(const QDir& data) {
 // finishes the same switch.
 bool switchDatabases(const QDir& data, const QString& staging, const QString& aside,
                      QString* error) {
+    QList<std::pair<QString, QString>> moves;
     for (const DataBackup::Entry& entry : DataBackup::Entries()) {
         const QString staged = data.filePath(staging + '/' + entry.name);
         if (!QFileInfo::exists(staged)) continue;  // already in place
         for (const QString& suffix : kSuffixes) {
             const QString current = data.filePath(entry.name + suffix);
-            if (QFileInfo(current).exists() || QFileInfo(current).isSymLink()) {
-                if (!renameOver(current, data.filePath(aside + '/' + entry.name + suffix))) {
-                    *error = QStringLiteral("cannot move %1 aside: %2")
-                                 .arg(current, QString::fromLocal8Bit(std::strerror(errno)));
-                    return false;
-                }
-            }
+            if (QFileInfo(current).exists() || QFileInfo(current).isSymLink())
+                moves.append({current, data.filePath(aside + '/' + entry.name + suffix)});
         }
-        if (!renameOver(staged, data.filePath(entry.name))) {
-            *error = QStringLiteral("cannot put %1 in place: %2")
-                         .arg(entry.name, QString::fromLocal8Bit(std::strerror(errno)));
+        moves.append({staged, data.filePath(entry.name)});
+    }
+    for (const auto& [from, to] : moves) {
+        if (!renameOver(from, to)) {
+            *error = QStringLiteral("cannot move %1 to %2: %3")
+                         .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)));
             return false;
         }
     }
@@ -153,35 +149,28 @@ bool switchDatabases(const QDir& data, const QString& staging, const QString& as
 // Unpacks the next database of the backup `in` into `target`.
 bool unpack(QFile& in, const DataBackup::Entry& entry, const QString& target, QString* error) {
     const QList<QByteArray> header = in.readLine(256).trimmed().split(' ');
-    bool sized = false;
-    const qint64 size = header.size() == 2 ? header.value(1).toLongLong(&sized) : -1;
-    if (header.value(0) != entry.name.toUtf8() || !sized || size <= 0 || size > kMaxEntryBytes) {
+    const qint64 size = header.value(1).toLongLong();  // 0 when it is no number
+    if (header.size() != 2 || header.value(0) != entry.name.toUtf8() || size <= 0 ||
+        size > kMaxEntryBytes) {
         *error = QStringLiteral("%1 is not a complete pedometer backup (%2 expected)")
                      .arg(in.fileName(), entry.name);
         return false;
     }
+    // A file that cannot be made, or a failed write, leaves `part` closed; Commit() says why.
     UserDataFile part(target);
-    if (!part.Open()) {
-        *error = part.ErrorText();
-        return false;
-    }
-    for (qint64 left = size; left > 0;) {
+    part.Open();
+    for (qint64 left = size; left > 0 && part.isOpen();) {
         const QByteArray chunk = in.read(qMin<qint64>(left, 1 << 20));
         if (chunk.isEmpty()) {
             *error = QStringLiteral("%1 is cut short inside %2").arg(in.fileName(), entry.name);
             return false;
         }
-        if (part.write(chunk) != chunk.size()) {
-            *error = part.ErrorText();
-            return false;
-        }
+        part.write(chunk);
         left -= chunk.size();
     }
-    if (!part.Commit()) {
-        *error = part.ErrorText();
-        return false;
-    }
-    return true;
+    const bool written = part.Commit();
+    if (!written) *error = part.ErrorText();
+    return written;
 }
 
 int appVersion(const QString& name) {
@@ -204,8 +193,8 @@ bool stage(const DataBackup::Entry& entry, const QString& unpacked, const QStrin
         QString refusal = schema.Refusal(db.get());
         for (const QString& table : entry.requiredTables) {
             if (refusal.isEmpty() &&
-                sqlite3_table_column_metadata(db.get(), "main", table.toUtf8().constData(),
-                                              nullptr, nullptr, nullptr, nullptr, nullptr,
+                sqlite3_table_column_metadata(db.get(), "main", table.toUtf8().constData(), nullptr,
+                                              nullptr, nullptr, nullptr, nullptr,
                                               nullptr) != SQLITE_OK) {
                 refusal = QStringLiteral("the table %1 is missing").arg(table);
             }
@@ -303,77 +292,72 @@ bool DataBackup::Restore(const QString& file, const QString& folder, QString* er
     if (!Recover(dataDir, error)) return false;
 
     // Unpack, judge and rebuild both databases before anything in the data folder changes.
-    QTemporaryDir staging(data.filePath(kStagingPrefix + QStringLiteral("XXXXXX")));
-    if (!staging.isValid()) {
+    QByteArray folderName =
+        QFile::encodeName(data.filePath(kStagingPrefix + QStringLiteral("XXXXXX")));
+    if (::mkdtemp(folderName.data()) == nullptr) {  // made 0700
         *error = QStringLiteral("cannot create a folder in %1: %2")
-                     .arg(dataDir, staging.errorString());
-        return false;
-    }
-    for (const Entry& entry : Entries()) {
-        const QString unpacked = staging.filePath(entry.name + QStringLiteral(".unpacked"));
-        if (!unpack(in, entry, unpacked, error) ||
-            !stage(entry, unpacked, staging.filePath(entry.name), error)) {
-            return false;
-        }
-        QFile::remove(unpacked);
-    }
-    const QString aside = makeAsideFolder(data);
-    if (aside.isEmpty()) {
-        *error = QStringLiteral("cannot create a folder in %1 for the current databases: %2")
                      .arg(dataDir, QString::fromLocal8Bit(std::strerror(errno)));
         return false;
     }
-    const QString stagingName = QFileInfo(staging.path()).fileName();
-    UserDataFile::SyncFolder(staging.path());
+    const QString staging = QFile::decodeName(folderName);
+    bool staged = true;
+    for (const Entry& entry : Entries()) {
+        const QString unpacked = staging + '/' + entry.name + QStringLiteral(".unpacked");
+        staged = staged && unpack(in, entry, unpacked, error) &&
+                 stage(entry, unpacked, staging + '/' + entry.name, error);
+        QFile::remove(unpacked);
+    }
+    const QString aside = asideName(data);
+    const QByteArray journal = (QFileInfo(staging).fileName() + '\n' + aside + '\n').toUtf8();
     // From here on the switch can always be finished: the journal says what goes where.
-    if (!UserDataFile::Write(data.filePath(QLatin1String(kJournalName)),
-                             (stagingName + '\n' + aside + '\n').toUtf8(), error)) {
-        data.rmdir(aside);
+    // Writing it syncs the data folder, so the staging folder is there after a power cut
+    // (the staged files' own names were synced as they were written).
+    if (!staged ||
+        !UserDataFile::Write(data.filePath(QLatin1String(kJournalName)), journal, error)) {
+        QDir(staging).removeRecursively();
         return false;
     }
-    staging.setAutoRemove(false);
-    if (!Recover(dataDir, error)) return false;
-    if (asideDir != nullptr && data.exists(aside)) *asideDir = data.filePath(aside);
-    return true;
+    const bool switched = Recover(dataDir, error);
+    if (switched && asideDir != nullptr && data.exists(aside)) *asideDir = data.filePath(aside);
+    return switched;
 }
 
 bool DataBackup::Recover(const QString& dataDir, QString* error) {
     QDir data(dataDir);
     const QString journalPath = data.filePath(QLatin1String(kJournalName));
-    QString staging;
     if (QFileInfo::exists(journalPath)) {
         QFile journal(journalPath);
         const QStringList lines =
             journal.open(QIODevice::ReadOnly)
                 ? QString::fromUtf8(journal.readAll()).split('\n', Qt::SkipEmptyParts)
                 : QStringList();
-        if (lines.size() != 2 || !lines[0].startsWith(kStagingPrefix) ||
-            !lines[1].startsWith(QLatin1String("aside-")) || lines.join(QString()).contains('/')) {
+        const QString staging = lines.value(0);
+        const QString aside = lines.value(1);
+        if (lines.size() != 2 || !staging.startsWith(kStagingPrefix) ||
+            !aside.startsWith(QLatin1String("aside-")) || (staging + aside).contains('/')) {
             *error = QStringLiteral("%1 cannot be read; move it away to use the data folder")
                          .arg(journalPath);
             return false;
         }
-        staging = lines[0];
-        if (!data.exists(lines[1]) && !data.mkdir(lines[1])) {
-            *error = QStringLiteral("cannot create %1").arg(data.filePath(lines[1]));
+        // Private: it keeps the previous databases.
+        if (!data.mkdir(aside, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) &&
+            !QFileInfo(data.filePath(aside)).isDir()) {
+            *error = QStringLiteral("cannot create %1").arg(data.filePath(aside));
             return false;
         }
-        if (!switchDatabases(data, staging, lines[1], error)) {
+        if (!switchDatabases(data, staging, aside, error)) {
             *error = QStringLiteral("a restore could not be finished: %1").arg(*error);
             return false;
         }
-        dropSecrets(data.filePath(lines[1] + QStringLiteral("/Options.db3")));
-        QDir(data.filePath(staging)).removeRecursively();
-        if (!QFile::remove(journalPath)) {
-            *error = QStringLiteral("cannot remove %1").arg(journalPath);
-            return false;
-        }
-        UserDataFile::SyncFolder(dataDir);
-        data.rmdir(lines[1]);  // kept only when it holds the previous databases
+        dropSecrets(data.filePath(aside + QStringLiteral("/Options.db3")));
+        // Neither checked nor synced: should the journal stay or come back after a power
+        // cut, finishing the switch again changes nothing.
+        QFile::remove(journalPath);
+        data.rmdir(aside);  // kept only when it holds the previous databases
     }
-    // Staging folders of restores killed before their switch.
-    for (const QString& left : data.entryList({kStagingPrefix + '*'},
-                                              QDir::Dirs | QDir::Hidden | QDir::NoSymLinks)) {
+    // The finished restore's staging folder, and those of restores killed before their switch.
+    for (const QString& left :
+         data.entryList({kStagingPrefix + '*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks)) {
         QDir(data.filePath(left)).removeRecursively();
     }
     return true;

@@ -9,22 +9,17 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 
 #include "AppPaths.h"
 #include "UserDataFile.h"
 
 namespace {
 bool onReadOnlyFileSystem(const QString& path) {
-    struct statvfs fs {};
-    return ::statvfs(QFile::encodeName(path).constData(), &fs) == 0 && (fs.f_flag & ST_RDONLY) != 0;
+    struct statvfs fs {};  // stays zero, "not read-only", when the call fails
+    ::statvfs(QFile::encodeName(path).constData(), &fs);
+    return (fs.f_flag & ST_RDONLY) != 0;
 }
-
-// Long enough for another process's checkpoint or transaction, short enough that the
-// user does not wait noticeably.
-constexpr int kBusyTimeoutMs = 3000;
 
 void hideFromOthers(const QString& path) {
     const QFile::Permissions permissions = QFile::permissions(path);
@@ -44,11 +39,12 @@ QString quickCheck(SQLite::Database& db) {
     return check.executeStep() ? QString::fromUtf8(check.getColumn(0).getText()) : QString();
 }
 
-// The first problem of a verdict, short enough for a message; a verdict that starts
-// with "*** in database main ***" has it on its second line.
+// The first problem a verdict names, past a banner such as "*** in database main ***".
 QString firstProblem(const QString& verdict) {
-    const int line = verdict.startsWith(QLatin1Char('*')) ? 1 : 0;
-    return verdict.section('\n', line, line).left(80);
+    for (const QString& line : verdict.split(QLatin1Char('\n'))) {
+        if (!line.startsWith(QLatin1String("***"))) return line;
+    }
+    return verdict;
 }
 }  // namespace
 
@@ -87,24 +83,17 @@ void DatabaseConnection::SetReadOnly(bool readOnly) {
 }
 
 bool DatabaseConnection::UsableLocked(bool waitForCheck) {
-    if (!EnsureOpenLocked()) return false;
-    if (TakeVerdictLocked(waitForCheck)) return true;
-    database_.reset();  // damaged: left exactly as it is
-    return false;
+    return EnsureOpenLocked() && TakeVerdictLocked(waitForCheck);
 }
 
 bool DatabaseConnection::EnsureOpenLocked() {
     if (database_) return true;
     if (attempted_) return false;
     attempted_ = true;
-    status_ = {};
-    if (!OpenLocked()) {
-        database_.reset();
-        status_.open = false;
-        status_.writable = false;
-        return false;
-    }
-    return true;
+    status_ = {};  // not open: OpenLocked() says so only when all went well
+    if (OpenLocked()) return true;
+    database_.reset();
+    return false;
 }
 
 bool DatabaseConnection::OpenLocked() {
@@ -163,8 +152,8 @@ bool DatabaseConnection::OpenLocked() {
 
         // WAL keeps every committed transaction when the process is killed; NORMAL
         // syncs at checkpoints only, which is enough for that and keeps the
-        // per-interval commits cheap. A read-only file keeps its journal mode.
-        if (!readOnly_ && sqlite3_db_readonly(database_->getHandle(), "main") == 0) {
+        // per-interval commits cheap. A file opened read-only keeps its journal mode.
+        if (sqlite3_db_readonly(database_->getHandle(), "main") == 0) {
             database_->exec("PRAGMA journal_mode=WAL");
         }
         database_->exec("PRAGMA synchronous=NORMAL");
@@ -198,11 +187,12 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
     // An upgrade writes at once, so the file is checked first; so is a file the check's
     // own connection cannot read. Otherwise the check runs beside the first reads.
     const bool upgrade = version < current && writable;
-    if (upgrade || !StartCheckLocked()) {
+    if (!upgrade) StartCheckLocked();
+    if (verdict_.valid()) {
+        sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
+    } else {
         NoteVerdictLocked(quickCheck(*database_));
         if (damageFound_) return false;
-    } else {
-        sqlite3_set_authorizer(database_->getHandle(), &DatabaseConnection::Authorize, this);
     }
     if (!upgrade) return true;
     SQLite::Transaction transaction(*database_);
@@ -212,25 +202,25 @@ bool DatabaseConnection::CheckAndUpgradeLocked() {
     return true;
 }
 
-bool DatabaseConnection::StartCheckLocked() {
+void DatabaseConnection::StartCheckLocked() {
     try {
         auto checker = std::make_unique<SQLite::Database>(
             QFile::encodeName(status_.path).toStdString(),
             SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLITE_OPEN_NOFOLLOW, kBusyTimeoutMs);
         checker->execAndGet("SELECT count(*) FROM sqlite_master");  // it can read the file
         verdict_ = std::async(std::launch::async, [checker = std::move(checker)] {
-            // The lowest priority: reading the whole file must not hold back the first
-            // paint of the window on a phone's few cores.
-            setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), 19);
+            // The lowest priority (the kernel takes the bound as its lowest nice value):
+            // reading the whole file must not hold back the first paint of the window on
+            // a phone's few cores.
+            setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), PRIO_MAX);
             try {
                 return quickCheck(*checker);
             } catch (const std::exception& e) {
                 return QStringLiteral("the check stopped: %1").arg(QString::fromUtf8(e.what()));
             }
         });
-        return true;
     } catch (const std::exception&) {
-        return false;  // no second connection or no thread: the caller checks at once
+        // No second connection or no thread: verdict_ stays empty, the caller checks at once.
     }
 }
 
@@ -244,11 +234,14 @@ bool DatabaseConnection::TakeVerdictLocked(bool wait) {
 
 void DatabaseConnection::NoteVerdictLocked(const QString& verdict) {
     if (verdict == QLatin1String("ok")) return;
+    NoteDamageLocked(QStringLiteral("%1 is damaged (%2); it is left as it is")
+                         .arg(status_.path, firstProblem(verdict)));
+}
+
+void DatabaseConnection::NoteDamageLocked(const QString& error) {
     damageFound_ = true;
-    status_.open = false;
-    status_.writable = false;
-    status_.error = QStringLiteral("%1 is damaged (%2); it is left as it is")
-                        .arg(status_.path, firstProblem(verdict));
+    status_.open = status_.writable = false;
+    status_.error = error;
 }
 
 int DatabaseConnection::Authorize(void* connection, int action, const char*, const char*,
@@ -277,51 +270,27 @@ bool DatabaseConnection::SeedLocked() {
         status_.error = QStringLiteral("the seed database %1 is missing").arg(seed);
         return false;
     }
-    // Copy under a private name, then link it into place: the file appears complete
-    // or not at all, and an existing file (another process was quicker) is kept. File
-    // systems without hard links get a rename, which Qt refuses over an existing file.
+    // Copied under a private name, then renamed into place: the file appears complete
+    // or not at all. Qt renames without replacing, so a file another process placed
+    // meanwhile is kept (and opened). A failed copy leaves no file behind.
     const QString temporary =
         QStringLiteral("%1.seed-%2").arg(status_.path).arg(QCoreApplication::applicationPid());
-    QFile::remove(temporary);
+    QFile::remove(temporary);  // left by a killed run with the same process id
     QFile source(seed);
     if (!source.copy(temporary)) {
         status_.error = QStringLiteral("cannot copy the seed database %1 to %2: %3")
                             .arg(seed, status_.path, source.errorString());
-        QFile::remove(temporary);
         return false;
     }
-    QFile::setPermissions(temporary, QFile::ReadOwner | QFile::WriteOwner);
-    const QByteArray from = QFile::encodeName(temporary);
-    const QByteArray to = QFile::encodeName(status_.path);
-    const bool linked = ::link(from.constData(), to.constData()) == 0;
-    const int linkError = linked ? 0 : errno;
-    const bool placed =
-        linked || QFile::rename(temporary, status_.path) || QFileInfo::exists(status_.path);
-    QFile::remove(temporary);
-    if (!placed) {
-        status_.error = QStringLiteral("cannot create %1: %2")
-                            .arg(status_.path, QString::fromLocal8Bit(std::strerror(linkError)));
-        return false;
-    }
+    if (!QFile::rename(temporary, status_.path)) QFile::remove(temporary);
     return true;
 }
 
 void DatabaseConnection::NoteFailureLocked(int sqliteCode, const QString& message) {
-    if (damageFound_) {  // a change the failed check refused; status_ already says why
-        database_.reset();
-        return;
-    }
     if (isDamage(sqliteCode)) {
         // Stop using a damaged file; it is left exactly as it is for the user.
-        database_.reset();
-        status_.open = false;
-        status_.writable = false;
-        status_.error = QStringLiteral("%1 is damaged: %2").arg(status_.path, message);
-        return;
+        NoteDamageLocked(QStringLiteral("%1 is damaged: %2").arg(status_.path, message));
+    } else {
+        status_.lastFailure = message;
     }
-    if ((sqliteCode & 0xff) == SQLITE_READONLY && !status_.olderApp) {
-        status_.writable = false;
-        status_.error = QStringLiteral("%1 is read-only: changes are not saved").arg(status_.path);
-    }
-    status_.lastFailure = message;
 }

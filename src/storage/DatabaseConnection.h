@@ -68,6 +68,11 @@ public:
     // The layout version this app writes (PRAGMA user_version).
     int Version() const { return static_cast<int>(upgrades_.size()); }
 
+    // How long a statement waits for another connection's lock: long enough for another
+    // process's checkpoint or transaction, short enough that the user does not wait
+    // noticeably.
+    static constexpr int kBusyTimeoutMs = 3000;
+
 private:
     bool EnsureOpenLocked();
     // Opens the file if needed and takes the check's verdict (waiting for it or only
@@ -76,12 +81,15 @@ private:
     bool OpenLocked();
     bool SeedLocked();
     bool CheckAndUpgradeLocked();
-    // Starts the quick_check on a connection of its own; false when that cannot be opened.
-    bool StartCheckLocked();
+    // Starts the quick_check on a connection of its own, its verdict to come in verdict_;
+    // leaves verdict_ empty when that connection cannot read the file.
+    void StartCheckLocked();
     // Takes the check's verdict: waiting for it, or only when it is already in. False
     // once the file was found damaged.
     bool TakeVerdictLocked(bool wait);
     void NoteVerdictLocked(const QString& verdict);
+    // Stops using the file for good, saying why; the file is left as it is.
+    void NoteDamageLocked(const QString& error);
     // SQLite's authorizer: lets reads through, and holds any change until the check passed.
     static int Authorize(void* connection, int action, const char*, const char*, const char*,
                          const char*);

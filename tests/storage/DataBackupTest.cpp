@@ -1,7 +1,8 @@
 // Backups, restores and interrupted restores of the data folder.
 #include "DataBackup.h"
 
-#include <sys/stat.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 #include <QDir>
 #include <functional>
@@ -35,14 +36,12 @@ protected:
 
 TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) {
     const QString current = Folder(folder_->filePath("current"), 2);
-    const QString good = folder_->filePath("good.backup");
     QString error;
     const QString source = Folder(folder_->filePath("source"), 5);
+    const QString good = source + "/good.backup";  // beside the databases, under its own name
     ASSERT_TRUE(manager().SetPreference(QStringLiteral("sns-secret-twitter"), "kept-on-device"));
     ASSERT_TRUE(DataBackup::Backup(source, good, &error)) << error.toStdString();
-    struct stat info {};
-    ASSERT_EQ(::stat(QFile::encodeName(good).constData(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_EQ(QFile::permissions(good) & 0x7077, QFile::ReadOwner | QFile::WriteOwner);
     EXPECT_FALSE(testdata::ReadFile(good).contains("kept-on-device"));  // sign-in secrets stay here
     EXPECT_FALSE(DataBackup::Backup(current, current + "/Statistics.db3", &error));
     EXPECT_TRUE(error.contains("own database")) << error.toStdString();
@@ -70,18 +69,21 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
         EXPECT_TRUE(error.contains(QString::fromUtf8(craft[2]))) << error.toStdString();
         EXPECT_EQ(Laps(current), 2);
         EXPECT_TRUE(Left(current).isEmpty()) << Left(current).join(' ').toStdString();
-        EXPECT_TRUE(QDir(current).entryList({"aside-*"}, QDir::Dirs).isEmpty());
     }
 
     EXPECT_FALSE(DataBackup::Restore(good, good + "/data", &error));  // below a file
     EXPECT_TRUE(error.contains("cannot create the data folder")) << error.toStdString();
+    EXPECT_FALSE(DataBackup::Restore(good + ".none", current, &error));
+    EXPECT_TRUE(error.contains("cannot read")) << error.toStdString();
 
     // A first database's header with another name, or a size that is no size.
     const QByteArray goodBytes = testdata::ReadFile(good);
     const qsizetype headerAt = goodBytes.indexOf('\n') + 1;
     const qsizetype headerEnd = goodBytes.indexOf('\n', headerAt);
+    EXPECT_EQ(goodBytes.mid(headerEnd + 1 + 18, 2), "\1\1");  // a plain file, without a log
     for (const QByteArray header : {"Options.db4 4096", "Options.db3 x", "Options.db3 0",
-                                    "Options.db3 -5", "Options.db3 99999999999", "Options.db3"}) {
+                                    "Options.db3 -5", "Options.db3 4294967297", "Options.db3",
+                                    "Options.db3 4096 4096"}) {
         SCOPED_TRACE(header.constData());
         const QString file = folder_->filePath("header.backup");
         QByteArray bytes = goodBytes;
@@ -90,6 +92,16 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
         EXPECT_TRUE(error.contains("not a complete pedometer backup")) << error.toStdString();
         EXPECT_EQ(Laps(current), 2);
     }
+    // Nor one that fills the disk, which stops a backup too.
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit full{40 << 10, limit.rlim_max};  // a log's shared memory, not a database
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    EXPECT_FALSE(DataBackup::Restore(good, current, &error));
+    EXPECT_TRUE(error.contains("the disk is full")) << error.toStdString();
+    EXPECT_FALSE(DataBackup::Backup(current, good + ".new", &error));
+    ::setrlimit(RLIMIT_FSIZE, &limit);
 
     // Twice within a second: each keeps what it replaced in a folder of its own.
     QString aside;
@@ -99,11 +111,12 @@ TEST_F(DataBackupTest, ARestoreIsWholeAndAForeignOrCraftedBackupChangesNothing) 
     EXPECT_EQ(QFileInfo(aside).fileName(), "aside-" + storagetest::Moment().toString("yyyyMMdd-HHmmss"));
     EXPECT_EQ(secondAside, aside + "-2");
     EXPECT_TRUE(DataBackup::Restore(good, current, &error));  // no aside folder asked for
+    ASSERT_TRUE(DataBackup::Restore(good, folder_->filePath("new"), &error, &secondAside));
+    EXPECT_TRUE(secondAside.isEmpty());  // nothing was there to keep
     EXPECT_EQ(Laps(aside), 2);
     EXPECT_EQ(Laps(current), 5);
     EXPECT_TRUE(Left(current).isEmpty());
-    ASSERT_EQ(::stat(QFile::encodeName(current + "/Options.db3").constData(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0600u);
+    EXPECT_EQ(QFile::permissions(current + "/Options.db3"), QFile::permissions(good));  // 0600
 }
 
 TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
@@ -111,16 +124,14 @@ TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
     for (int done = 0; done <= 4; ++done) {
         SCOPED_TRACE(done);
         const QString data = Folder(folder_->filePath(QStringLiteral("d%1").arg(done)), 2);
+        ASSERT_TRUE(manager().SetPreference(QStringLiteral("sns-secret-twitter"), "here only"));
         const QString staged = Folder(data + "/.restore-abc123", 7);
-        QFile::remove(staged + "/Options.db3-wal");
-        QFile::remove(staged + "/Statistics.db3-wal");
         ASSERT_TRUE(QDir(data).mkpath(".restore-killed/x"));  // killed before its switch
-        ASSERT_TRUE(QDir(data).mkdir("aside-1"));
+        ASSERT_TRUE(done == 0 || QDir(data).mkdir("aside-1"));  // else made by Recover
         ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName,
                                         ".restore-abc123\naside-1\n"));
-        const QStringList names{"Options.db3", "Statistics.db3"};
         for (int step = 0; step < done; ++step) {
-            const QString name = names[step / 2];
+            const QString name = DataBackup::Entries()[step / 2].name;
             ASSERT_TRUE(step % 2 == 0 ? QFile::rename(data + "/" + name, data + "/aside-1/" + name)
                                       : QFile::rename(staged + "/" + name, data + "/" + name));
         }
@@ -128,16 +139,19 @@ TEST_F(DataBackupTest, ARestoreKilledDuringItsSwitchIsFinishedAtTheNextStart) {
         ASSERT_TRUE(DataBackup::Recover(data, &error)) << error.toStdString();
         EXPECT_EQ(Laps(data), 7);
         EXPECT_EQ(Laps(data + "/aside-1"), 2);
-        EXPECT_TRUE(QFileInfo(data + "/aside-1/Options.db3").isFile());
+        EXPECT_FALSE(testdata::ReadFile(data + "/aside-1/Options.db3").contains("here only"));
         EXPECT_TRUE(Left(data).isEmpty()) << Left(data).join(' ').toStdString();
     }
     const QString data = folder_->filePath("d0");
-    for (const char* journal : {"../x\naside-1\n", "x\naside-1\n", ".restore-x\nx\n", ".restore-x\n"}) {
-        SCOPED_TRACE(journal);
+    ASSERT_TRUE(testdata::WriteFile(data + "/aside-f", ""));  // a file where a folder goes
+    for (const QByteArray journal : {"../x\naside-1\n", "x\naside-1\n", ".restore-x\nx\n",
+                                     ".restore-x\n", ".restore-x\naside-f\n"}) {
+        SCOPED_TRACE(journal.constData());
         ASSERT_TRUE(testdata::WriteFile(data + "/" + DataBackup::kJournalName, journal));
         QString error;
         EXPECT_FALSE(DataBackup::Recover(data, &error));
-        EXPECT_TRUE(error.contains("move it away")) << error.toStdString();
+        EXPECT_TRUE(error.contains(journal.contains("-f") ? "cannot create" : "move it away"))
+            << error.toStdString();
     }
 }
 
