@@ -79,7 +79,7 @@ void TivButton::SetPictures(const QString& picture) {
     update();
 }
 
-void TivButton::RenderPending(QString& name, std::optional<QPixmap>& target) const {
+void TivButton::RenderPending(QString& name, std::optional<QPixmap>& target) {
     if (name.isEmpty()) return;
     // A picture made for the whole button is rendered at the button's size at once.
     const QPixmap rendered =

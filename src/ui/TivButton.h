@@ -86,13 +86,13 @@ private:
     // Renders the pictures again at the button's size when they fill it and it changed.
     void FitPictures();
     // Renders the picture `name` still names into `target` (see SetPictures).
-    void RenderPending(QString& name, std::optional<QPixmap>& target) const;
+    void RenderPending(QString& name, std::optional<QPixmap>& target);
 
     QPointer<QWidget> container_;
     bool pressed_ = false;
     bool enabled_ = true;
     std::optional<QPixmap> normal_;
-    QString normalName_;  // the normal picture still to render, see SetPictures
+    QString normalName_;         // the normal picture still to render, see SetPictures
     bool picturesFill_ = false;  // the normal picture was made for the whole button
     std::optional<QPixmap> pressedBitmap_;
     QString pressedName_;  // the pressed picture still to render, see SetPictures

@@ -1,6 +1,7 @@
 #include "TivUtils.h"
 
 #include <QFileInfo>
+#include <QFontMetrics>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QHash>
@@ -9,6 +10,7 @@
 #include <QPixmapCache>
 #include <QSet>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <memory>
@@ -205,6 +207,15 @@ int TivUtils::LargestFittingSize(int smallest, int largest, const std::function<
         (fits(middle) ? low : high) = middle;
     }
     return low;
+}
+
+int TivUtils::LargestFittingSize(int smallest, int largest, const QStringList& texts, int width) {
+    return LargestFittingSize(smallest, largest, [&texts, width](int size) {
+        const QFontMetrics metrics(CreateFont(FONT_STYLE_PLAIN, size));
+        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+            return metrics.horizontalAdvance(text) <= width;
+        });
+    });
 }
 
 QFont TivUtils::CreateFont(int style, int size, const QString& family) {

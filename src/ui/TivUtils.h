@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QRect>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 
@@ -87,6 +88,8 @@ public:
     // when none above it does. Text grows with its size, so the boundary is found by
     // halving: each probe makes a font, and a scan down from the largest made a dozen.
     static int LargestFittingSize(int smallest, int largest, const std::function<bool(int)>& fits);
+    // The same for plain text: the size at which each of `texts` is at most `width` wide.
+    static int LargestFittingSize(int smallest, int largest, const QStringList& texts, int width);
     // The smallest readable em in pixels, set by the window for its size (LayoutCheck):
     // text drawn through CreateFont never goes below it, however tight its box. 1 by
     // default (no floor).

@@ -2,10 +2,8 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
-#include <algorithm>
 #include <cmath>
 
 #include "AppResource.h"
@@ -71,16 +69,6 @@ const int kDays[4] = {0, 7, 30, 90};
 bool Imperial() {
     return PedometerOptions::GetInstance().measurementSystem;
 }
-// The largest font size up to `largest` at which every text fits `width`.
-int FittingSize(const QStringList& texts, int largest, int width) {
-    return TivUtils::LargestFittingSize(8, largest, [&texts, width](int size) {
-        const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
-        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
-            return metrics.horizontalAdvance(text) <= width;
-        });
-    });
-}
-
 QString ProviderName(const QString& provider) {
     if (provider.isEmpty()) return provider;
     return provider.left(1).toUpper() + provider.mid(1);
@@ -188,12 +176,12 @@ void ReportForm::BuildTable(int top) {
                                                           : GetSizeString(value));
         }
     }
-    const int valueSize =
-        FittingSize(valueTexts, TivUtils::Scaled(36), TivUtils::Scaled(kColumnWidth - 8));
+    const int valueSize = TivUtils::LargestFittingSize(8, TivUtils::Scaled(36), valueTexts,
+                                                       TivUtils::Scaled(kColumnWidth - 8));
     QStringList names;
     for (const RowText& row : kRows) names << AppResource::Text(row.name);
-    const int nameSize =
-        FittingSize(names, TivUtils::Scaled(26), TivUtils::Scaled(kHeadWidth - 14));
+    const int nameSize = TivUtils::LargestFittingSize(8, TivUtils::Scaled(26), names,
+                                                      TivUtils::Scaled(kHeadWidth - 14));
     for (int column = 0; column < 4; ++column) {
         // Each column from its own left edge to the next one's, so that none overlap.
         const int left = valuesLeft + TivUtils::Scaled(column * kColumnWidth);

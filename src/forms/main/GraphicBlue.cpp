@@ -1,6 +1,5 @@
 #include "GraphicBlue.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
@@ -158,14 +157,8 @@ void GraphicBlue::RefreshAxisLabels() {
 }
 
 int GraphicBlue::LargestFittingAxisFont(const QStringList& texts) const {
-    const int room = GraphScale::kLeft - kAxisGap;
-    return TivUtils::LargestFittingSize(
-        int(kMinAxisFont * TivUtils::GetScale()), fontSize_, [&texts, room](int size) {
-            const QFontMetrics metrics(TivUtils::CreateFont(TivUtils::FONT_STYLE_PLAIN, size));
-            return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
-                return metrics.horizontalAdvance(text) <= room;
-            });
-        });
+    return TivUtils::LargestFittingSize(int(kMinAxisFont * TivUtils::GetScale()), fontSize_, texts,
+                                        GraphScale::kLeft - kAxisGap);
 }
 
 void GraphicBlue::FitAxisLabels() {
