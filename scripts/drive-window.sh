@@ -20,7 +20,7 @@ build/default/bin/pedometer-cli seed-history --years 1 --data-dir "$data" >/dev/
 QT_QPA_PLATFORM=xcb "$app" --data-dir "$data" --size 360x720 >/dev/null 2>&1 &
 pid=$!
 sleep 4
-window=$(xdotool search --onlyvisible --name '^pedometer$' | head -1)
+window=$(xdotool search --onlyvisible --class '^pedometer$' | head -1)
 step=0
 shot() { step=$((step + 1)); import -window root "$out/$(printf %02d "$step")-$1.png"; }
 tap() { xdotool mousemove "$1" "$2" click 1; sleep "${3:-1.5}"; }

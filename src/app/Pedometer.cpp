@@ -8,6 +8,7 @@
 
 #include "AccelerometerSource.h"
 #include "AppFrame.h"
+#include "AppResource.h"
 #include "Clock.h"
 #include "CountingEngine.h"
 #include "CountingNotice.h"
@@ -49,6 +50,7 @@ bool Pedometer::OnAppInitializing() {
     QApplication::setQuitOnLastWindowClosed(false);
 
     frame_ = std::make_unique<AppFrame>();
+    frame_->setWindowTitle(AppResource::Text("main__ Pedometer"));  // the task bar's name
     mainForm_ = new MainForm(*engine_);
     mainForm_->Initialize();
     navigation_ = std::make_unique<TivNavigationController>(*frame_, engine_.get());
