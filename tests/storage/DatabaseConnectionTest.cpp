@@ -100,8 +100,8 @@ TEST_F(DatabaseConnectionTest, DamageFoundLaterStopsTheConnectionWithoutTouching
 
 // The check runs beside the first reads, so the file is large enough for it to take a
 // while, and the damage sits in the body log's pages, away from what a new lap writes.
-// Damage it finds is reported without a write, and a write that comes before its
-// verdict waits for it and is refused.
+// The window's notice does not wait for it; damage it finds is reported without a write,
+// and a write that comes before its verdict waits for it and is refused.
 TEST_F(DatabaseConnectionTest, TheBackgroundCheckReportsDamageAndHoldsBackEarlyWrites) {
     std::vector<std::unique_ptr<DAOLap>> noLaps;
     std::vector<DAOBodyLog> logs(40000);
@@ -115,7 +115,8 @@ TEST_F(DatabaseConnectionTest, TheBackgroundCheckReportsDamageAndHoldsBackEarlyW
     ASSERT_TRUE(testdata::WriteFile(path, bytes));
 
     manager().StatisticsConnection().StatusSoFar();  // opens the file: the check starts
-    DatabaseStatus problem;
+    DatabaseStatus problem = manager().SavingProblem();
+    EXPECT_TRUE(problem.error.isEmpty()) << "the notice waited for the check";
     for (int i = 0; i < 500 && problem.error.isEmpty(); ++i) {
         QThread::msleep(10);
         problem = manager().SavingProblem();  // what the window's notice shows
