@@ -10,6 +10,7 @@
 #include "HistoryConfirmPopup.h"
 #include "CountingEngine.h"
 #include "PedometerDBManager.h"
+#include "ReportPopup.h"
 #include "ScreenDirectory.h"
 #include "SettingsPanel.h"
 #include "SoundsManager.h"
@@ -63,11 +64,17 @@ int Measured(double DAOBodyLog::*field) {
 }
 }  // namespace
 
-SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const QDate& to) {
+SettingsReset::Extent SettingsReset::StatisticsExtent(const QDate& from, const QDate& to) const {
     Extent extent;
     std::set<QDate> days;
+    const std::shared_ptr<DAOLap> recording = statistics_.GetCurrentLap();
     for (const auto& lap :
          PedometerDBManager::GetInstance().GetLapsForPeriod(from.startOfDay(), to.startOfDay())) {
+        // A lap that holds nothing (the one opened at start, before a step) is not
+        // recorded activity; the recording lap's steps of the last seconds are not stored yet.
+        const bool stepping =
+            recording && lap->id == recording->id && statistics_.GetLapSteps() != 0;
+        if (lap->minutes.empty() && !stepping) continue;
         // The query's upper bound is the next midnight itself; a lap starting then
         // belongs to the next day and is erased with it.
         days.insert(lap->startDate.date());
@@ -110,6 +117,8 @@ bool SettingsReset::Initialize() {
 void SettingsReset::OnInitializing() {
     SettingsScreen::OnInitializing();
     popup_ = new HistoryConfirmPopup(*this, this);
+    notice_ = new ReportPopup(this);
+    notice_->Initialize(ID_NOTICE_OK, Text("settings__ OK"), this);
 }
 
 QString SettingsReset::TitleText() const {
@@ -149,13 +158,18 @@ void SettingsReset::OnActionPerformed(const QWidget& source, int actionId) {
         });
         return;
     }
+    if (actionId == ID_NOTICE_OK) {
+        SoundsManager::GetInstance().ClickSound();
+        notice_->hide();
+        return;
+    }
     if (actionId == ID_RESET_RANGE) {
         SoundsManager::GetInstance().ClickSound();
         const QDate from = from_;
         const QDate to = to_;
         const Extent extent = StatisticsExtent(from, to);
         if (extent.laps == 0) {
-            Ask(Text("settings__ Nothing was recorded on these days."), nullptr);
+            notice_->Show(Text("settings__ Nothing was recorded on these days."));
             return;
         }
         Ask(EraseQuestion("settings__ Erase %@ with %@ and %@?", extent),

@@ -7,6 +7,7 @@
 #include "SettingsScreen.h"
 
 class HistoryConfirmPopup;
+class ReportPopup;
 class StatisticsManager;
 class QDateEdit;
 
@@ -30,14 +31,16 @@ public:
     static constexpr int ID_RESET_HIPS = 203;
     static constexpr int ID_RESET_WEIGHT = 204;
     static constexpr int ID_RESET_ALL = 205;
+    static constexpr int ID_NOTICE_OK = 206;
 
-    // What erasing the statistics from `from` to `to` (whole days) takes away.
+    // What erasing the statistics from `from` to `to` (whole days) takes away; a lap that
+    // holds nothing yet is not counted.
     struct Extent {
         int days = 0;
         int laps = 0;
         int minutes = 0;
     };
-    static Extent StatisticsExtent(const QDate& from, const QDate& to);
+    Extent StatisticsExtent(const QDate& from, const QDate& to) const;
     // Erases the statistics from `from` to `to`; see the class comment for today.
     void EraseStatistics(const QDate& from, const QDate& to);
 
@@ -50,6 +53,7 @@ public:
     QDateEdit* GetFromField() const { return fromField_; }
     QDateEdit* GetToField() const { return toField_; }
     HistoryConfirmPopup* GetPopup() const { return popup_; }
+    ReportPopup* GetNotice() const { return notice_; }
 
 protected:
     QString TitleText() const override;
@@ -64,5 +68,6 @@ private:
     QPointer<QDateEdit> fromField_;
     QPointer<QDateEdit> toField_;
     HistoryConfirmPopup* popup_ = nullptr;
+    ReportPopup* notice_ = nullptr;  // "nothing to erase"
     std::function<void()> erase_;
 };

@@ -287,9 +287,16 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     auto* reset = new SettingsReset(statistics);
     reset->Initialize();
     app.GetNavigationController()->PushForm(reset);
+    reset->GetFromField()->setDate(QDate(2026, 6, 13));
+    reset->GetToField()->setDate(QDate(2026, 6, 13));
+    Click(Row(*reset, SettingsReset::ID_RESET_RANGE));  // only the empty lap: nothing to erase
+    EXPECT_EQ(reset->GetNotice()->GetText(), "Nothing was recorded on these days.");
+    reset->OnActionPerformed(*reset, SettingsReset::ID_NOTICE_OK);  // what covered the rows
     reset->GetFromField()->setDate(QDate(2026, 6, 12));
+    reset->GetToField()->setDate(Clock::Now().date());
     Click(Row(*reset, SettingsReset::ID_RESET_RANGE));
-    EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 2 days with 2 laps and 0 minute records?");
+    // The empty lap of the 13th is not counted; the recording lap's unstored steps are.
+    EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 1 day with 1 lap and 0 minute records?");
     VirtualTime::AdvanceBy(5000);  // one stored interval: a distance and a time shown
     statistics.GetUpdaterThread()->WaitUntilIdle();
     QCoreApplication::processEvents();
