@@ -273,7 +273,7 @@ TEST_F(SettingsTest, SigningOutRemovesTheStoredToken) {
 // main screen shows; the detector choice switches the running engine.
 TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) {
     ImportLap(QDateTime(QDate(2026, 6, 13), QTime(8, 0)), 0);
-    ImportLap(QDateTime(QDate(2026, 6, 6), QTime(8, 0)), 0);
+    ImportLap(QDateTime(QDate(2026, 6, 6), QTime(8, 0)), 90);
     PedometerDBManager& db = PedometerDBManager::GetInstance();
 
     Pedometer app;
@@ -310,10 +310,8 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     EXPECT_EQ(left[0]->startDate.date(), QDate(2026, 6, 6));
     EXPECT_EQ(left[1]->id, statistics.GetCurrentLap()->id);
     EXPECT_EQ(statistics.GetLapSteps(), 0);
-    for (int value = 0; value < 6; ++value) {
-        EXPECT_EQ(main.GetTopValueText(value),
-                  (QStringList{"0", "0.000", "0.0", "00:00", "0.0", "0.0"}[value]));
-    }
+    const QStringList zeros{"0", "0.000", "0.0", "00:00", "0.0", "0.0"};
+    for (int value = 0; value < 6; ++value) EXPECT_EQ(main.GetTopValueText(value), zeros[value]);
     EXPECT_TRUE(statistics.GetStarted());
     // After midnight the recording lap still belongs to the day it started on.
     Clock::SetNow(QDateTime(QDate(2026, 6, 16), QTime(0, 30)));
@@ -322,6 +320,10 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     const auto recording = db.GetLap(int(statistics.GetCurrentLap()->id));
     ASSERT_NE(recording, nullptr);
     EXPECT_EQ(recording->startDate.date(), QDate(2026, 6, 16));
+    Click(Row(*reset, SettingsReset::ID_RESET_ALL));  // the new lap is empty
+    EXPECT_TRUE(reset->GetPopup()->GetText().contains(": 1 day with 1 lap and 1 minute record,"));
+    reset->OnActionPerformed(*reset, HistoryConfirmPopup::ID_CONFIRM);
+    EXPECT_EQ(db.GetLapsForPeriod(QDate(2026, 6, 1).startOfDay(), Clock::Now()).size(), 1u);
 
     const int before = int(app.Engine().Detector().SelectedDetector());
     ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());
