@@ -270,8 +270,10 @@ TEST_F(SettingsTest, SigningOutRemovesTheStoredToken) {
 
 // With the running application: a reset of a range holding today erases the laps of
 // the range, the recording one included, and records on in a new empty lap that the
-// main screen shows; the detector choice switches the running engine.
+// main screen shows (a lap that holds nothing is not offered for erasing); reset all takes
+// every lap and the body log; the detector choice switches the running engine.
 TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) {
+    AddLog(1, 80.0, 0.0, 0.0, 0.0);
     ImportLap(QDateTime(QDate(2026, 6, 13), QTime(8, 0)), 0);
     ImportLap(QDateTime(QDate(2026, 6, 6), QTime(8, 0)), 90);
     PedometerDBManager& db = PedometerDBManager::GetInstance();
@@ -287,13 +289,7 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     auto* reset = new SettingsReset(statistics);
     reset->Initialize();
     app.GetNavigationController()->PushForm(reset);
-    reset->GetFromField()->setDate(QDate(2026, 6, 13));
-    reset->GetToField()->setDate(QDate(2026, 6, 13));
-    Click(Row(*reset, SettingsReset::ID_RESET_RANGE));  // only the empty lap: nothing to erase
-    EXPECT_EQ(reset->GetNotice()->GetText(), "Nothing was recorded on these days.");
-    reset->OnActionPerformed(*reset, SettingsReset::ID_NOTICE_OK);  // what covered the rows
     reset->GetFromField()->setDate(QDate(2026, 6, 12));
-    reset->GetToField()->setDate(Clock::Now().date());
     Click(Row(*reset, SettingsReset::ID_RESET_RANGE));
     // The empty lap of the 13th is not counted; the recording lap's unstored steps are.
     EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 1 day with 1 lap and 0 minute records?");
@@ -303,6 +299,9 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     ASSERT_NE(main.GetTopValueText(1), QStringLiteral("0.000"));
     reset->OnActionPerformed(*reset, HistoryConfirmPopup::ID_CONFIRM);
     QCoreApplication::processEvents();
+    Click(Row(*reset, SettingsReset::ID_RESET_RANGE));  // only the new, empty lap is left
+    EXPECT_EQ(reset->GetNotice()->GetText(), "Nothing was recorded on these days.");
+    reset->OnActionPerformed(*reset, SettingsReset::ID_NOTICE_OK);  // what covered the rows
 
     const auto left =
         db.GetLapsForPeriod(QDate(2026, 6, 1).startOfDay(), QDate(2026, 6, 15).startOfDay());
@@ -324,6 +323,8 @@ TEST_F(SettingsTest, ResetOfARangeWithTodayAndDetectorChoiceActOnTheRunningApp) 
     EXPECT_TRUE(reset->GetPopup()->GetText().contains(": 1 day with 1 lap and 1 minute record,"));
     reset->OnActionPerformed(*reset, HistoryConfirmPopup::ID_CONFIRM);
     EXPECT_EQ(db.GetLapsForPeriod(QDate(2026, 6, 1).startOfDay(), Clock::Now()).size(), 1u);
+    Click(Row(*reset, SettingsReset::ID_RESET_WEIGHT));  // reset all took the weights too
+    EXPECT_EQ(reset->GetPopup()->GetText(), "Erase 0 weight measurements?");
 
     const int before = int(app.Engine().Detector().SelectedDetector());
     ScreenDirectory::Open(QStringLiteral("settings-sensitivity"), *app.GetNavigationController());
