@@ -114,9 +114,9 @@ void FormHeader::paintEvent(QPaintEvent*) {
             box.adjusted(TivUtils::Scaled(4), 0, -TivUtils::Scaled(4), -underline);
         const int style = selected ? TivUtils::FONT_STYLE_BOLD : TivUtils::FONT_STYLE_PLAIN;
         const int size = TivUtils::LargestFittingSize(
-            TivUtils::Scaled(14) + 1, TivUtils::Scaled(24), [&](int size) {
+            TivUtils::Scaled(14) + 1, TivUtils::Scaled(24), [&](int candidate) {
                 const QRect needed =
-                    QFontMetrics(TivUtils::CreateFont(style, size))
+                    QFontMetrics(TivUtils::CreateFont(style, candidate))
                         .boundingRect(textBox, Qt::AlignCenter | Qt::TextWordWrap, tabs_[i].text);
                 return needed.width() <= textBox.width() && needed.height() <= textBox.height();
             });
