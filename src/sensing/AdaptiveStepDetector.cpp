@@ -39,6 +39,13 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     decidedCount = 0;
     const int64_t n = sampleCount++;
     const float m = std::sqrt(x * x + y * y + z * z);
+    // A sensor slower than the ticks has its reading heard again on the ticks between.
+    ++ticksSinceNew;
+    if (x != lastX || y != lastY || z != lastZ) {
+        if (n > 0) sampleSpacing += 0.1f * (static_cast<float>(ticksSinceNew) - sampleSpacing);
+        ticksSinceNew = 0;
+        lastX = x, lastY = y, lastZ = z;
+    }
 
     // Stage 1: gravity out. The first sample starts the mean, so a phone that was lying
     // still does not begin with a jump of 1 g.
@@ -108,7 +115,11 @@ void AdaptiveStepDetector::finishCandidate() {
 void AdaptiveStepDetector::decide(int64_t sample, float swing) {
     const int64_t gap = lastStepSample < 0 ? -1 : sample - lastStepSample;
     lastStepSample = sample;
-    if (walking && p.fillMissedSteps && gap * 5 >= period * 8 && gap * 5 <= period * 12) {
+    // Either end of a gap may be seen up to a sample late when the sensor is slower than
+    // the ticks (12.5 Hz: 80 ms), so its longest two-step gap is two samples longer.
+    const float slowSensorSlack = 10.0f * (sampleSpacing - 1.0f);
+    if (walking && p.fillMissedSteps && gap * 5 >= period * 8 &&
+        static_cast<float>(gap * 5) <= static_cast<float>(period * 12) + slowSensorSlack) {
         // Two step periods without a footfall in a steady walk: one foot landed where the
         // phone did not show it (too faint, or between the samples of a slow sensor).
         // It counts halfway, or as late as the decision allows. The period stays: halves

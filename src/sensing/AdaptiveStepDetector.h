@@ -19,7 +19,8 @@
 //     few in a row, each within the longest plausible step period of the one before).
 //     Single bumps, a pick-up or typing never form such a run. Within a walk, a gap of
 //     about two step periods holds a footfall the phone did not show (too faint, or
-//     between the samples of a slow sensor): no one skips a step, so it counts.
+//     between the samples of a slow sensor): no one skips a step, so it counts. A slow
+//     sensor shows each footfall up to a sample later, so its gaps may be that much longer.
 //  5. Gait: each step is a walk, jog or run by the cadence of the last few steps and how far
 //     the acceleration swung within them (GaitClassifier).
 // Each step is decided at most 1.5 s after its footfall: at an ordinary cadence the first
@@ -96,6 +97,9 @@ private:
     float smoothRing[kMaxSmoothing] = {};
     float previous = 0.0f;        // smoothed value one sample ago
     float beforePrevious = 0.0f;  // and two samples ago
+    float lastX = 0.0f, lastY = 0.0f, lastZ = 0.0f;  // the latest reading, to see repeats
+    int ticksSinceNew = 0;        // samples since the reading last changed
+    float sampleSpacing = 1.0f;   // running mean of that, in samples: the sensor's interval
     float trough = 0.0f;          // lowest smoothed value since the last peak
     float recentRise = 0.0f;      // running mean of the counted steps' rises (0: none yet)
     float swingHigh = 0.0f;       // highest and lowest gravity-free magnitude since the
