@@ -39,12 +39,14 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     decidedCount = 0;
     const int64_t n = sampleCount++;
     const float m = std::sqrt(x * x + y * y + z * z);
-    // A sensor slower than the ticks has its reading heard again on the ticks between.
+    // A sensor slower than the ticks has its reading heard again on the ticks between, so
+    // the ticks from one reading to the next are its interval. Counted up to four (8 Hz):
+    // the unchanging reading of a phone lying still says nothing about the rate.
     ++ticksSinceNew;
-    if (x != lastX || y != lastY || z != lastZ) {
-        if (n > 0) sampleSpacing += 0.1f * (static_cast<float>(ticksSinceNew) - sampleSpacing);
+    if (m != lastMagnitude) {
+        sampleSpacing += 0.1f * (static_cast<float>(std::min(ticksSinceNew, 4)) - sampleSpacing);
         ticksSinceNew = 0;
-        lastX = x, lastY = y, lastZ = z;
+        lastMagnitude = m;
     }
 
     // Stage 1: gravity out. The first sample starts the mean, so a phone that was lying

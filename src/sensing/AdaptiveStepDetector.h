@@ -97,7 +97,7 @@ private:
     float smoothRing[kMaxSmoothing] = {};
     float previous = 0.0f;        // smoothed value one sample ago
     float beforePrevious = 0.0f;  // and two samples ago
-    float lastX = 0.0f, lastY = 0.0f, lastZ = 0.0f;  // the latest reading, to see repeats
+    float lastMagnitude = 0.0f;   // of the latest reading, to see it repeated
     int ticksSinceNew = 0;        // samples since the reading last changed
     float sampleSpacing = 1.0f;   // running mean of that, in samples: the sensor's interval
     float trough = 0.0f;          // lowest smoothed value since the last peak
