@@ -24,15 +24,15 @@ constexpr double kPi = 3.14159265358979323846;
 
 // A walk sampled every 30 ms: `lead` seconds lying still, then `steps` footfalls at
 // `cadence` per second (a swell of `amplitude` g with a second harmonic, as a footfall
-// has; the last `missing` of every four do not show), then two seconds still. The phone
+// has; the last `missing` of every `every` do not show), then two seconds still. The phone
 // is tilted, so gravity is spread over x, y, z.
 template <typename Feed>
 void cleanGait(double cadence, double amplitude, int steps, double lead, Feed feed,
-               int missing = 0) {
+               int missing = 0, int every = 4) {
     const double walk = steps / cadence;
     for (double t = 0.0; t < lead + walk + 2.0; t += 0.030) {
         double m = 1.0;
-        if (t >= lead && t < lead + walk && int(cadence * (t - lead)) % 4 < 4 - missing) {
+        if (t >= lead && t < lead + walk && int(cadence * (t - lead)) % every < every - missing) {
             const double phase = 2 * kPi * cadence * (t - lead);
             m += amplitude * (0.5 - 0.5 * std::cos(phase) + 0.3 * std::sin(2 * phase));
         }
@@ -48,14 +48,15 @@ struct Steps final : StepReceiver {
     int byGait[4] = {};  // [0]: steps with no valid gait
 };
 
-Steps countWith(DetectorKind kind, double cadence, double amplitude, int steps, int missing) {
+Steps countWith(DetectorKind kind, double cadence, double amplitude, int steps, int missing,
+                int every = 4) {
     QuorPedometer detector(nullptr, kind);
     Steps counted;
     detector.statistics = &counted;
     detector.startUpdating();
     cleanGait(
         cadence, amplitude, steps, 3.0,
-        [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); }, missing);
+        [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); }, missing, every);
     return counted;
 }
 
@@ -84,7 +85,7 @@ TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     for (const QByteArrayList& c : testdata::Table("clean-gaits.tsv")) {
         SCOPED_TRACE(c.join(' ').toStdString());
         const Steps adaptive = countWith(DetectorKind::Adaptive, c[0].toDouble(), c[1].toDouble(),
-                                         60, c.value(4).toInt());
+                                         60, c.value(4).toInt(), c.value(5, "4").toInt());
         EXPECT_EQ(adaptive.Total(), c[2].toInt());
         EXPECT_EQ(adaptive.byGait[c[3].toInt()], c[2].toInt());
     }
@@ -158,9 +159,9 @@ TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported)
                                             {"confirmSteps", &P::confirmSteps},
                                             {"minStepSamples", &P::minStepSamples},
                                             {"maxMergeSamples", &P::maxMergeSamples}};
-    const QMap<QByteArray, float P::*> shares{{"relativeThreshold", &P::relativeThreshold},
-                                              {"mergeShare", &P::mergeShare},
-                                              {"noiseFloor", &P::noiseFloor}};
+    const QMap<QByteArray, float P::*> shares{
+        {"relativeThreshold", &P::relativeThreshold}, {"mergeShare", &P::mergeShare},
+        {"noiseFloor", &P::noiseFloor}, {"riseRate", &P::riseRate}};
     for (const QByteArrayList& c : testdata::Table("adaptive-clamps.tsv")) {
         SCOPED_TRACE(c.join(' ').toStdString());
         P p;
