@@ -14,9 +14,9 @@ bool AdaptiveStepDetector::Sanitise(Parameters& q) {
     q.minStepSamples = std::clamp(q.minStepSamples, 1, kMaxDecisionDelay / 2);
     q.maxStepSamples = std::clamp(q.maxStepSamples, q.minStepSamples, 1000);
     q.maxMergeSamples = std::clamp(q.maxMergeSamples, q.minStepSamples, kMaxDecisionDelay / 2);
-    // NaN fails every comparison, so each clamp below also replaces it.
+    // A share that is not a number gets its default.
     const auto inRange = [](float v, float lo, float hi, float fallback) {
-        return v >= lo && v <= hi ? v : (v > hi ? hi : (v < lo ? lo : fallback));
+        return std::isnan(v) ? fallback : std::clamp(v, lo, hi);
     };
     const Parameters d;
     q.relativeThreshold = inRange(q.relativeThreshold, 0.0f, 1.0f, d.relativeThreshold);
@@ -65,8 +65,9 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     smoothRing[slot] = d;
     const float s = static_cast<float>(smoothSum) / static_cast<float>(w);
 
-    // Stage 3: the previous sample was a peak if it rose to it and does not rise further.
-    if (n >= 2 && previous > beforePrevious && previous >= s) {
+    // Stage 3: the previous sample was a peak if it rose to it and does not rise further
+    // (the first sample starts the mean, so the smoothed values begin at zero: no peak).
+    if (previous > beforePrevious && previous >= s) {
         const float rise = previous - trough;
         const float threshold = std::max(p.noiseFloor, p.relativeThreshold * recentRise);
         if (rise > threshold) {
