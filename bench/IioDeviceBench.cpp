@@ -222,7 +222,7 @@ int walk(bool buffered, const QString& driver, double seconds, const QStringList
     const FakeIioDevice device(dir.path(), *shape, 0);
     const int feed = device.OpenFeed();
     StepTally tally;
-    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), DetectorKind::Classic);
+    QuorPedometer detector(std::make_unique<NullAccelerometerSource>(), DetectorKind::Adaptive);
     detector.statistics = &tally;
     detector.startUpdating();
     IioAccelerometerSource source(optionsFor(device, buffered));

@@ -138,12 +138,18 @@ AccelerationSample IioCapture::ToSample(const std::array<long long, 3>& raw) con
     return {float(g[0]), float(g[1]), float(g[2])};
 }
 
+// One tick's reading: the same as the tick before is no news, but the tick still tells the
+// listener that its 30 ms passed (the adaptive detector keeps time in ticks).
 void IioCapture::Deliver(const AccelerationSample& sample) {
-    if (haveLast_ && sample == last_) return;
+    const bool fresh = !haveLast_ || !(sample == last_);
     haveLast_ = true;
     last_ = sample;
     std::lock_guard lock(deliveryMutex_);
-    if (!stopped_) listener_->OnDataReceived(sample.x, sample.y, sample.z);
+    if (stopped_) return;
+    if (fresh)
+        listener_->OnDataReceived(sample.x, sample.y, sample.z);
+    else
+        listener_->OnTickWithoutSample();
 }
 
 bool IioCapture::Busy(const QString& device, int error) {

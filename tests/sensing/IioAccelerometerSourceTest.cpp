@@ -113,6 +113,7 @@ TEST(IioAccelerometerSourceTest, EveryDriverShapeDeliversPolledAndBuffered) {
         EXPECT_EQ(device.Read("buffer/enable"), "0");
         ExpectNear(log->Samples()[0], Expected(shape));
         EXPECT_EQ(log->Samples().size(), 2u);
+        EXPECT_EQ(log->TicksWithoutSample(), 64);  // of the 66 ticks of 30 ms before the last scan
     }
 }
 

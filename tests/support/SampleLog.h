@@ -18,6 +18,14 @@ public:
         samples_.push_back({x, y, z});
         offThread_ |= QThread::currentThread() != QCoreApplication::instance()->thread();
     }
+    void OnTickWithoutSample() override {
+        std::lock_guard lock(mutex_);
+        ++ticksWithoutSample_;
+    }
+    int TicksWithoutSample() const {
+        std::lock_guard lock(mutex_);
+        return ticksWithoutSample_;
+    }
     std::vector<AccelerationSample> Samples() const {
         std::lock_guard lock(mutex_);
         return samples_;
@@ -41,4 +49,5 @@ private:
     mutable std::mutex mutex_;
     std::vector<AccelerationSample> samples_;
     bool offThread_ = false;
+    int ticksWithoutSample_ = 0;
 };
