@@ -94,7 +94,13 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     previous = s;
 
     // A candidate no later peak can replace any more is a footfall.
-    if (hasCandidate && n - (w - 1) / 2 - candidate.sample >= mergeWindow()) finishCandidate();
+    const int64_t footfallTime = n - (w - 1) / 2;
+    if (hasCandidate && footfallTime - candidate.sample >= mergeWindow()) finishCandidate();
+    // The recent rise is the walk's: after six seconds without a footfall it is forgotten,
+    // so that one jolt (a knock, a drop, a first reading of zero) cannot keep every later
+    // step below its share for good. (Sooner would forget it in the pauses of a walk.)
+    if (!hasCandidate && lastStepSample >= 0 && footfallTime - lastStepSample > kRiseMemory)
+        recentRise = 0.0f;
     return decidedCount;
 }
 

@@ -13,7 +13,8 @@
 //     double spikes of a pocket or the jitter of a hand are merged away.
 //  3. Peaks of that hump that rise above the trough before them by more than a share of
 //     the recent steps' rise (and more than a fixed noise floor): adapts to the carrying
-//     position, ignores the small humps between steps. Peaks closer together than the
+//     position, ignores the small humps between steps. Six seconds without a footfall
+//     forget that rise, so a jolt does not silence the walk after it. Peaks closer together than the
 //     shortest step period are one step (the higher one wins).
 //  4. Regularity gate: a step only counts once it belongs to a run of regular steps (a
 //     few in a row, each within the longest plausible step period of the one before).
@@ -55,6 +56,8 @@ public:
     static constexpr int kMaxConfirm = 8;
     // Samples between a footfall and the latest sample its step may be decided at.
     static constexpr int kMaxDecisionDelay = 50;
+    // Samples without a footfall after which the recent steps' rise is forgotten (6 s).
+    static constexpr int kRiseMemory = 200;
 
     explicit AdaptiveStepDetector(const Parameters& parameters);
     AdaptiveStepDetector() : AdaptiveStepDetector(Parameters{}) {}

@@ -91,6 +91,15 @@ TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     }
 }
 
+// One jolt, here the zero a driver may read before its first conversion, is forgotten once
+// no footfall came for six seconds: it does not hold the steps after it below its share.
+TEST(AdaptiveStepDetectorTest, AJoltIsForgottenAfterSixSecondsWithoutAStep) {
+    AdaptiveStepDetector detector;
+    int steps = detector.OnSample(0, 0, 0);
+    cleanGait(2.0, 0.5, 60, 3.0, [&](float x, float y, float z) { steps += detector.OnSample(x, y, z); });
+    EXPECT_EQ(steps, 54);
+}
+
 // The gait decision's bounds: cadence (steps a minute) first, then the swing (g).
 TEST(AdaptiveStepDetectorTest, GaitFollowsCadenceAndIntensity) {
     for (const QByteArrayList& c : testdata::Table("gait-bounds.tsv")) {
