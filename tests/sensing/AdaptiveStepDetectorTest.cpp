@@ -170,7 +170,8 @@ TEST(AdaptiveStepDetectorTest, ParametersOutsideTheirRangeAreClampedAndReported)
                                             {"maxMergeSamples", &P::maxMergeSamples}};
     const QMap<QByteArray, float P::*> shares{
         {"relativeThreshold", &P::relativeThreshold}, {"mergeShare", &P::mergeShare},
-        {"noiseFloor", &P::noiseFloor}, {"riseRate", &P::riseRate}};
+        {"noiseFloor", &P::noiseFloor}, {"riseRate", &P::riseRate},
+        {"baselineRate", &P::baselineRate}};
     for (const QByteArrayList& c : testdata::Table("adaptive-clamps.tsv")) {
         SCOPED_TRACE(c.join(' ').toStdString());
         P p;
