@@ -99,8 +99,7 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     // The recent rise is the walk's: after six seconds without a footfall it is forgotten,
     // so that one jolt (a knock, a drop, a first reading of zero) cannot keep every later
     // step below its share for good. (Sooner would forget it in the pauses of a walk.)
-    if (!hasCandidate && lastStepSample >= 0 && footfallTime - lastStepSample > kRiseMemory)
-        recentRise = 0.0f;
+    if (footfallTime - lastStepSample > kRiseMemory) recentRise = 0.0f;
     return decidedCount;
 }
 
@@ -108,7 +107,7 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
 // small bumps between the steps of a slow walk merge into the step; capped, so that a
 // period that doubled after missed steps cannot go on swallowing real ones.
 int AdaptiveStepDetector::mergeWindow() const {
-    if (!walking || period == 0) return p.minStepSamples;
+    if (!walking) return p.minStepSamples;
     return std::clamp(static_cast<int>(p.mergeShare * static_cast<float>(period)), p.minStepSamples,
                       p.maxMergeSamples);
 }
