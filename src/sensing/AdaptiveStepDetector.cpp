@@ -61,7 +61,7 @@ int AdaptiveStepDetector::OnSample(float x, float y, float z) {
     const int w = p.smoothingSamples;
     const int slot = static_cast<int>(n & (kMaxSmoothing - 1));
     smoothSum += d;
-    if (n >= w) smoothSum -= smoothRing[(n - w) & (kMaxSmoothing - 1)];
+    smoothSum -= smoothRing[(n - w) & (kMaxSmoothing - 1)];  // zero for the first w samples
     smoothRing[slot] = d;
     const float s = static_cast<float>(smoothSum) / static_cast<float>(w);
 
