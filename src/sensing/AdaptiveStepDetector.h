@@ -14,8 +14,8 @@
 //  3. Peaks of that hump that rise above the trough before them by more than a share of
 //     the recent steps' rise (and more than a fixed noise floor): adapts to the carrying
 //     position, ignores the small humps between steps. Six seconds without a footfall
-//     forget that rise, so a jolt does not silence the walk after it. Peaks closer together than the
-//     shortest step period are one step (the higher one wins).
+//     forget that rise, so a jolt does not silence the walk after it. Peaks closer
+//     together than the shortest step period are one step (the higher one wins).
 //  4. Regularity gate: a step only counts once it belongs to a run of regular steps (a
 //     few in a row, each within the longest plausible step period of the one before).
 //     Single bumps, a pick-up or typing never form such a run. Within a walk, a gap of

@@ -48,14 +48,14 @@ struct Steps final : StepReceiver {
     int byGait[4] = {};  // [0]: steps with no valid gait
 };
 
-Steps countWith(DetectorKind kind, double cadence, double amplitude, int steps, int missing,
-                int every = 4) {
+// Sixty footfalls of a clean gait after three seconds still.
+Steps countWith(DetectorKind kind, double cadence, double amplitude, int missing, int every = 4) {
     QuorPedometer detector(nullptr, kind);
     Steps counted;
     detector.statistics = &counted;
     detector.startUpdating();
     cleanGait(
-        cadence, amplitude, steps, 3.0,
+        cadence, amplitude, 60, 3.0,
         [&](float x, float y, float z) { detector.OnDataReceived(x, y, z); }, missing, every);
     return counted;
 }
@@ -85,7 +85,7 @@ TEST(AdaptiveStepDetectorTest, CleanGaitIsCountedStepForStepWithItsGait) {
     for (const QByteArrayList& c : testdata::Table("clean-gaits.tsv")) {
         SCOPED_TRACE(c.join(' ').toStdString());
         const Steps adaptive = countWith(DetectorKind::Adaptive, c[0].toDouble(), c[1].toDouble(),
-                                         60, c.value(4).toInt(), c.value(5, "4").toInt());
+                                         c.value(4).toInt(), c.value(5, "4").toInt());
         EXPECT_EQ(adaptive.Total(), c[2].toInt());
         EXPECT_EQ(adaptive.byGait[c[3].toInt()], c[2].toInt());
     }
@@ -136,7 +136,7 @@ TEST(AdaptiveStepDetectorTest, SwitchingWhileWalkingLosesAndDoublesNoStep) {
     for (const DetectorKind first : {DetectorKind::Classic, DetectorKind::Adaptive}) {
         const DetectorKind other =
             first == DetectorKind::Classic ? DetectorKind::Adaptive : DetectorKind::Classic;
-        const int alone = countWith(first, 2.0, 0.6, 60, 0).Total();
+        const int alone = countWith(first, 2.0, 0.6, 0).Total();
         ASSERT_GE(alone, 59);
         for (int at = 300; at < 300 + 17; ++at) {
             for (const int back : {0, 40, 400}) {  // never, within the hand-over, later

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QThread>
+#include <atomic>
 #include <mutex>
 #include <vector>
 
@@ -18,14 +19,8 @@ public:
         samples_.push_back({x, y, z});
         offThread_ |= QThread::currentThread() != QCoreApplication::instance()->thread();
     }
-    void OnTickWithoutSample() override {
-        std::lock_guard lock(mutex_);
-        ++ticksWithoutSample_;
-    }
-    int TicksWithoutSample() const {
-        std::lock_guard lock(mutex_);
-        return ticksWithoutSample_;
-    }
+    void OnTickWithoutSample() override { ++ticksWithoutSample_; }
+    int TicksWithoutSample() const { return ticksWithoutSample_.load(); }
     std::vector<AccelerationSample> Samples() const {
         std::lock_guard lock(mutex_);
         return samples_;
@@ -49,5 +44,5 @@ private:
     mutable std::mutex mutex_;
     std::vector<AccelerationSample> samples_;
     bool offThread_ = false;
-    int ticksWithoutSample_ = 0;
+    std::atomic<int> ticksWithoutSample_{0};
 };
